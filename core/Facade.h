@@ -1,0 +1,16 @@
+#pragma once
+
+#include <TabulaControl/Tabula.h>
+
+#include "core/Errors.h"
+#include "core/Grid.h"
+
+namespace TabulaControl {
+
+template <class F>
+auto Tabula::call(const char* member, F&& body, std::source_location where) const
+{
+    return detail::trap("Tabula", member, where.line(), std::forward<F>(body));
+}
+
+}  // namespace TabulaControl

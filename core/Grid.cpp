@@ -1,0 +1,92 @@
+#include "core/Grid.h"
+
+namespace TabulaControl::detail {
+
+Grid::Grid(QWidget& control, TabulaEvents& events)
+    : ui(&control), surface(ui.surface), events(events), control(control)
+{
+}
+
+void Grid::PropertyChanged(const char* name)
+{
+    if (onPropertyChanged)
+        onPropertyChanged(QLatin1String(name));
+}
+
+void Grid::redrawIfAuto()
+{
+    if (s.mAutoRedraw)
+        Refresh();
+}
+
+void Grid::UserControl_Initialize()
+{
+    s.mCells = CellArray();
+    s.mColSizers.clear();
+    s.mRowSizers.clear();
+    s.mLeftCol = s.mTopRow = 1;
+    s.mRow = s.mCol = 1;
+    s.mRow1 = s.mCol1 = s.mRow2 = s.mCol2 = 1;
+}
+
+void Grid::UserControl_InitProperties()
+{
+    s.mGridLineColor = 0xC0C0C0;
+    s.mColHeader = s.mRowHeader = s.mShowGrid = s.mGridSolid = true;
+    s.mAllowUserResizing = true;
+    s.mFormatString.clear();
+    s.mAutoNewRow = false;
+    s.mListBoxRows = 6;
+    s.mUseItemData = false;
+    s.mAutoRedraw = true;
+    s.mSelectText = false;
+    s.mBorderStyle = 1;
+
+    SharedBackColor = 0xFFFFFF;
+    s.mBackColorAlt = 0xFFFFFF;
+    s.mUseBackColorAlt = false;
+    s.mBackColorFixed = 0xC0C0C0;
+    s.mBackColorBkg = 0x808080;
+    SharedForeColor = 0x80000012;
+    s.mForeColorFixed = 0x80000012;
+    s.mAllowSelection = true;
+    s.mFixedStyle = 1;
+    s.mSelectionMode = 0;
+
+    s.mFont = ui.window.AmbientFont();
+    s.mFontFixed = ui.window.AmbientFont();
+    s.mFontEdit = ui.window.AmbientFont();
+    s.mFontFixed->Bold = true;
+
+    setCols(5);
+    setRows(1);
+
+    s.mLeftCol = s.mTopRow = 1;
+    s.mCol = s.mRow = 1;
+    s.mRow1 = s.mCol1 = s.mRow2 = s.mCol2 = 1;
+}
+
+void Grid::UserControl_Resize()
+{
+    const int32_t w = ui.window.ScaleWidth();
+    const int32_t h = ui.window.ScaleHeight();
+    ui.scrHorizontal.Move(2, h - 21, w - 23, 18);
+    ui.scrVertical.Move(w - 21, 2, 18, h - 23);
+    ui.picGrid.Move(2, 2, w - 5, h - 5);
+    surface.resize(std::max(0, w - 5), std::max(0, h - 5));
+    Refresh();
+    UserControl_Paint();
+    events.Resize();
+}
+
+void Grid::UserControl_Terminate()
+{
+    s.mCells = CellArray();
+    s.mColSizers.clear();
+    s.mRowSizers.clear();
+    s.mRowHeight.erase();
+    s.mColWidth.erase();
+    s.mColAllowEdit.erase();
+}
+
+}  // namespace TabulaControl::detail

@@ -1,0 +1,147 @@
+#pragma once
+
+#include <TabulaControl/Tabula.h>
+
+#include "core/GridState.h"
+#include "platform/Controls.h"
+#include "platform/Surface.h"
+
+#include <QVariant>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace TabulaControl::detail {
+
+using platform::MouseArgs;
+using platform::Rect;
+
+// Marks an omitted optional argument of the painters and highlighters.
+inline constexpr int32_t Omitted = INT32_MIN;
+
+// One grid: its state, its child controls and the procedures that keep them
+// in step. The public Tabula members call these under the error trap; the
+// procedures themselves let failures propagate to that trap.
+class Grid {
+public:
+    Grid(QWidget& control, TabulaEvents& events);
+
+    GridState s;
+    platform::Controls ui;
+    platform::Surface& surface;
+    TabulaEvents& events;
+    QWidget& control;
+
+    // Lifecycle
+    void UserControl_Initialize();
+    void UserControl_InitProperties();
+    void UserControl_Resize();
+    void UserControl_Terminate();
+    void PropertyChanged(const char* name);
+
+    // Rows, columns and cell access
+    void setRows(int32_t n);
+    void setCols(int32_t n);
+    void setRow(int32_t n);
+    void setCol(int32_t n);
+    QString Text() const;
+    void setText(const QString& value);
+    QString TextMatrix(int32_t row, int32_t col) const;
+    void setTextMatrix(int32_t row, int32_t col, const QString& value);
+    QString CellTag(int32_t row, int32_t col) const;
+    void setCellTag(int32_t row, int32_t col, const QString& value);
+    void setAutoRedraw(bool value);
+    void setRowHeight(int32_t row, int32_t value);
+    void setRowBookmark(int32_t row, const QVariant& value);
+    void setColWidth(int32_t col, int32_t value);
+    int32_t ColAlign(int32_t col);
+    void setColAlign(int32_t col, int32_t value);
+    void setColMask(int32_t col, int32_t value);
+    bool RowEmpty(int32_t row) const;
+    void InitializeRows(int32_t n, std::optional<int32_t> backColor = {}, std::optional<int32_t> foreColor = {});
+    void InitializeCols(int32_t n);
+    void AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor);
+    void RemoveItem(int32_t row);
+    void Clear();
+
+    // Editing entry points
+    QString Validate(const QString& text, int32_t col) const;
+
+    // Geometry
+    bool GetCellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y);
+
+    // Painting
+    void Refresh();
+    void RedrawAllCells(bool full);
+    void DrawRow(int32_t row, int32_t y, bool header);
+    void DrawCol(int32_t col, int32_t x, bool header = false);
+    void DrawGrid(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted, int32_t col2 = Omitted);
+    void DrawGridBorder(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted,
+                        int32_t col2 = Omitted);
+    void DrawBottomRows(int32_t fromRow, int32_t lines);
+    void DrawRightCols(int32_t fromCol, int32_t pixels);
+    void DrawBottomRight();
+    void RedrawCells(Rect cells);
+    void DrawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
+    void UserControl_Paint();
+    void ShowScrollBars();
+
+    // Highlighting
+    void HilightCell(int32_t row = Omitted, int32_t col = Omitted);
+    void HilightSelection(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted,
+                          int32_t col2 = Omitted);
+    void CheckHighlight();
+
+    // Headers
+    void setFormatString(const QString& value);
+    void UpdateHeader();
+    void AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader, bool colHeader,
+                   const QVariant& formatString);
+
+    // Appearance (setters that need more than a store)
+
+    // Scrolling
+    void setTopRow(int32_t value);
+    void setLeftCol(int32_t value);
+    void VChange();
+    void HChange();
+    void scrVertical_Change();
+    void scrHorizontal_Change();
+    void scrollBar_GotFocus();
+
+    // Mouse, selection and resizing
+    int32_t RowFromPoint(float x, float y);
+    int32_t ColFromPoint(float x, float y);
+    void MouseDown(int16_t button, int16_t shift, float x, float y);
+    void MouseUp(int16_t button, int16_t shift, float x, float y);
+    void MouseMove(int16_t button, int16_t shift, float x, float y);
+    void DblClick();
+    void SetSizers();
+    void picGrid_MouseDown(const MouseArgs& e);
+    void picGrid_MouseUp(const MouseArgs& e);
+    void picGrid_MouseMove(const MouseArgs& e);
+    void picGrid_Click();
+    void picGrid_DblClick();
+
+    // Keyboard
+    void KeyDown(int16_t keyCode, int16_t shift);
+    void picGrid_KeyDown(int16_t keyCode, int16_t shift);
+    void picGrid_KeyPress(int16_t keyAscii);
+    void picGrid_KeyUp(int16_t keyCode, int16_t shift);
+
+    // The cell editor's entry points
+    void GridEdit(int16_t keyAscii);
+    void HideEdit();
+
+    // Drop-down button and column button of the current cell
+    void ShowLookup();
+
+    // Tells the host that a saved property changed.
+    std::function<void(const QString&)> onPropertyChanged;
+
+private:
+    void redrawIfAuto();
+};
+
+}  // namespace TabulaControl::detail

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <TabulaControl/Tabula.h>
+
+#include "core/CellArray.h"
+#include "core/VbArray.h"
+
+#include <QVariant>
+
+#include <cstdint>
+#include <vector>
+
+namespace TabulaControl::detail {
+
+// The colours every grid of a thread reads and draws with: setting BackColor
+// or ForeColor on one grid changes them for all grids of the thread.
+inline thread_local OleColor SharedBackColor = 0xFFFFFF;
+inline thread_local OleColor SharedForeColor = 0x80000012;
+
+// The whole state of one grid. Rows and columns count from 0, the fixed
+// header row and column; every per-row array runs 0..mRows and every
+// per-column array 0..mCols. Sizes and positions are surface pixels.
+struct GridState {
+    int16_t mBorderStyle = 1;
+    int32_t mRow1 = 0, mCol1 = 0, mRow2 = 0, mCol2 = 0;
+    int32_t mCols = 0;
+    int32_t mRows = 0;
+    bool mColHeader = true;
+    bool mRowHeader = true;
+    bool mShowGrid = true;
+    bool mGridSolid = true;
+    OleColor mGridLineColor = 0xC0C0C0;
+    int32_t mCol = 0, mRow = 0;
+    bool mAutoRedraw = true;
+    bool mAutoNewRow = false;
+    int16_t mListBoxRows = 6;
+    OleColor mBackColorFixed = 0xC0C0C0;
+    OleColor mForeColorFixed = 0x80000012;
+    OleColor mBackColorBkg = 0x808080;
+    OleColor mBackColorAlt = 0xFFFFFF;
+    bool mUseBackColorAlt = false;
+    bool mAllowSelection = true;
+    int16_t mFixedStyle = 1;
+    int16_t mSelectionMode = 0;
+    FontRef mFont;
+    FontRef mFontFixed;
+    FontRef mFontEdit;
+    QString mFormatString;
+    bool mAllowUserResizing = true;
+    CellArray mCells;
+    VbArray<int16_t> mRowHeight;
+    VbArray<QVariant> mRowBookmark;
+    VbArray<int16_t> mColWidth;
+    VbArray<int16_t> mColAlign;
+    VbArray<Flag> mColAllowEdit;
+    VbArray<int16_t> mColMask;
+    VbArray<int16_t> mColEditWidth;
+    std::vector<int32_t> mColSizers;
+    std::vector<int32_t> mRowSizers;
+    bool mSelectText = false;
+    int32_t mLeftCol = 0;
+    int32_t mTopRow = 0;
+    bool mUseItemData = false;
+    int16_t mMouseRow = 0, mMouseCol = 0;
+
+    // Working fields of painting, mouse and editing.
+    bool mEditing = false;
+    bool mEditCancel = false;
+    bool mMouseDown = false;
+    bool mHeaderClicked = false;
+    bool mRowsSelected = false, mColumnsSelected = false;
+    bool mColSizing = false, mRowSizing = false;
+    int32_t mSizerIndex = 0;
+    uint8_t mGridLineWidth = 0;
+    int32_t mPageRows = 0, mPageCols = 0;
+    int32_t mDrawnBottom = 0, mDrawnRight = 0;
+    bool mVScrollNeeded = false, mHScrollNeeded = false;
+};
+
+}  // namespace TabulaControl::detail

@@ -1,0 +1,291 @@
+#include "core/Grid.h"
+
+#include <algorithm>
+
+namespace TabulaControl::detail {
+
+namespace {
+
+bool isBlankText(const QString& text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar ch) { return ch == QLatin1Char(' '); });
+}
+
+std::optional<int32_t> optionalColour(const QVariant& value)
+{
+    if (!value.isValid())
+        return std::nullopt;
+    bool ok = false;
+    const double number = value.toDouble(&ok);
+    if (!ok)
+        raise(RuntimeError::TypeMismatch);
+    return roundTo32(number);
+}
+
+}  // namespace
+
+void Grid::setRows(int32_t n)
+{
+    ui.scrVertical.setMax(to16(n));
+    InitializeRows(n);
+    s.mRows = n;
+    if (s.mRow > s.mRows)
+        s.mRow = s.mRow1 = s.mRow2 = s.mRows;
+    redrawIfAuto();
+}
+
+void Grid::setCols(int32_t n)
+{
+    ui.scrHorizontal.setMax(to16(n));
+    InitializeCols(n);
+    s.mCols = n;
+    if (s.mCol > s.mCols)
+        s.mCol = s.mCol1 = s.mCol2 = s.mCols;
+    redrawIfAuto();
+}
+
+void Grid::InitializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
+{
+    if (s.mCols == 0) {
+        s.mColWidth.redimPreserve(1);
+        s.mColAlign.redimPreserve(1);
+        s.mColAllowEdit.redimPreserve(1);
+        s.mColMask.redimPreserve(1);
+        s.mColEditWidth.redimPreserve(1);
+    }
+    s.mRowHeight.redimPreserve(n);
+    s.mRowBookmark.redimPreserve(n);
+    const int32_t firstNew = s.mRows == 0 ? 0 : s.mRows + 1;
+    s.mCells.setRows(to16(n));
+    for (int32_t c = 0; c <= s.mCols; ++c) {
+        const bool checkmarkColumn = s.mColMask(c) == checkmark;
+        for (int32_t r = firstNew; r <= n; ++r) {
+            s.mRowHeight(r) = 15;
+            const int16_t row = to16(r), col = to16(c);
+            if (r >= 1 && c >= 1) {
+                s.mCells.setStyle(row, col, 2);
+                if (backColor)
+                    s.mCells.setBackColor(row, col, *backColor);
+                if (foreColor)
+                    s.mCells.setForeColor(row, col, *foreColor);
+                if (checkmarkColumn)
+                    s.mCells.setText(row, col, QStringLiteral("0"));
+            } else {
+                s.mCells.setTextAlignVertical(row, col, 1);
+                s.mCells.setStyle(row, col, 1);
+                if (c == 0 && r >= 1)
+                    s.mCells.setValue(row, col, 0);
+            }
+        }
+    }
+}
+
+void Grid::InitializeCols(int32_t n)
+{
+    s.mColWidth.redimPreserve(n);
+    s.mColAlign.redimPreserve(n);
+    s.mColAllowEdit.redimPreserve(n);
+    s.mColMask.redimPreserve(n);
+    s.mColEditWidth.redimPreserve(n);
+    if (s.mRows == 0) {
+        s.mRowHeight.redimPreserve(1);
+        s.mRowBookmark.redimPreserve(1);
+    }
+    s.mCells.setCols(to16(n == 0 ? 1 : n));
+    const int32_t firstNew = s.mCols == 0 ? 0 : s.mCols + 1;
+    for (int32_t c = firstNew; c <= n; ++c) {
+        s.mColWidth(c) = c == 0 ? 32 : 64;
+        s.mColAlign(c) = 0;
+        s.mColAllowEdit(c) = true;
+        s.mColMask(c) = 0;
+        s.mColEditWidth(c) = 50;
+        for (int32_t r = 0; r <= s.mRows; ++r) {
+            s.mRowHeight(r) = 15;
+            const int16_t row = to16(r), col = to16(c);
+            if (r >= 1 && c >= 1) {
+                s.mCells.setStyle(row, col, 2);
+                continue;
+            }
+            s.mCells.setTextAlignVertical(row, col, 1);
+            s.mCells.setStyle(row, col, 1);
+            if (c == 0 && r >= 1)
+                s.mCells.setValue(row, col, 0);
+        }
+    }
+}
+
+void Grid::setRow(int32_t n)
+{
+    const int32_t lastRow = s.mRow, lastCol = s.mCol;
+    const int32_t target = std::min(n, s.mRows);
+    HilightCell(s.mRow, s.mCol);
+    s.mRow = target;
+    ui.scrVertical.setValue(target);
+    HilightCell();
+    CheckHighlight();
+    if (s.mRow != lastRow || s.mCol != lastCol)
+        events.RowColChange(lastRow, lastCol);
+}
+
+void Grid::setCol(int32_t n)
+{
+    const int32_t lastRow = s.mRow, lastCol = s.mCol;
+    const int32_t target = std::min(n, s.mCols);
+    HilightCell(s.mRow, s.mCol);
+    s.mCol = target;
+    HilightCell();
+    ShowLookup();
+    if (s.mRow != lastRow || s.mCol != lastCol)
+        events.RowColChange(lastRow, lastCol);
+}
+
+QString Grid::Text() const { return s.mCells.Text(to16(s.mRow), to16(s.mCol)); }
+
+void Grid::setText(const QString& value)
+{
+    const QString stored = Validate(value, s.mCol);
+    s.mCells.setText(to16(s.mRow), to16(s.mCol), stored);
+    redrawIfAuto();
+}
+
+QString Grid::TextMatrix(int32_t row, int32_t col) const { return s.mCells.Text(to16(row), to16(col)); }
+
+void Grid::setTextMatrix(int32_t row, int32_t col, const QString& value)
+{
+    const QString stored = Validate(value, col);
+    s.mCells.setText(to16(row), to16(col), stored);
+    redrawIfAuto();
+}
+
+QString Grid::CellTag(int32_t row, int32_t col) const { return s.mCells.Tag(to16(row), to16(col)); }
+
+void Grid::setCellTag(int32_t row, int32_t col, const QString& value)
+{
+    s.mCells.setTag(to16(row), to16(col), value);
+}
+
+void Grid::setAutoRedraw(bool value)
+{
+    s.mAutoRedraw = value;
+    Refresh();
+}
+
+void Grid::setRowHeight(int32_t row, int32_t value)
+{
+    s.mRowHeight(row) = to16(value);
+    Refresh();
+}
+
+void Grid::setRowBookmark(int32_t row, const QVariant& value) { s.mRowBookmark(row) = value; }
+
+void Grid::setColWidth(int32_t col, int32_t value)
+{
+    if (col == -1) {
+        for (int32_t c = 0; c < s.mColWidth.upper(); ++c)
+            s.mColWidth(c) = to16(value);
+    } else {
+        s.mColWidth(col) = to16(value);
+    }
+    redrawIfAuto();
+}
+
+int32_t Grid::ColAlign(int32_t col)
+{
+    setColAlign(col, s.mColAlign(col));
+    return 0;
+}
+
+void Grid::setColAlign(int32_t col, int32_t value)
+{
+    if (value < 0 || value > 2)
+        return;
+    s.mColAlign(col) = static_cast<int16_t>(value);
+    redrawIfAuto();
+}
+
+void Grid::setColMask(int32_t col, int32_t value)
+{
+    if (value < NoMask || value > checkmark)
+        return;
+    s.mColMask(col) = static_cast<int16_t>(value);
+    if (value == checkmark) {
+        for (int32_t r = 1; r <= s.mRows; ++r)
+            s.mCells.setText(to16(r), to16(col), QStringLiteral("0"));
+    }
+    Refresh();
+}
+
+bool Grid::RowEmpty(int32_t row) const
+{
+    for (int32_t c = 1; c <= s.mCols; ++c) {
+        if (!isBlankText(s.mCells.Text(to16(row), to16(c))))
+            return false;
+    }
+    return true;
+}
+
+void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor)
+{
+    bool cancel = false;
+    events.BeforeAddRow(cancel);
+    if (cancel)
+        return;
+    ui.scrVertical.setMax(to16(int64_t{s.mRows} + 1));
+    InitializeRows(to32(int64_t{s.mRows} + 1), optionalColour(backColor), optionalColour(foreColor));
+    s.mRows += 1;
+
+    QString field;
+    int32_t counter = 0;
+    auto store = [&] {
+        ++counter;
+        s.mCells.setText(to16(s.mRows), to16(counter), Validate(field, s.mCol));
+    };
+    for (QChar ch : rowData) {
+        if (ch != QLatin1Char('\t')) {
+            field.append(ch);
+            continue;
+        }
+        store();
+        field.clear();
+    }
+    if (!field.isEmpty())
+        store();
+
+    redrawIfAuto();
+    ui.cmdButton.setVisible(false);
+    ui.cmdLookup.setVisible(false);
+    events.AfterAddRow(s.mRows);
+}
+
+void Grid::RemoveItem(int32_t row)
+{
+    if (s.mRows == 0)
+        return;
+    bool cancel = false;
+    events.BeforeDeleteRow(row, cancel);
+    if (cancel)
+        return;
+    s.mCells.Remove(to16(row));
+    ui.scrVertical.setMax(to16(s.mRows - 1));
+    InitializeRows(s.mRows - 1);
+    s.mRows -= 1;
+    s.mRow = std::min(s.mRow, s.mRows);
+    s.mRow1 = std::min(s.mRow1, s.mRows);
+    s.mRow2 = std::min(s.mRow2, s.mRows);
+    redrawIfAuto();
+    ui.cmdButton.setVisible(false);
+    ui.cmdLookup.setVisible(false);
+    events.AfterDeleteRow(row);
+}
+
+void Grid::Clear()
+{
+    ui.scrVertical.setMax(0);
+    InitializeRows(0);
+    s.mRows = 0;
+    if (s.mRow > 0)
+        s.mRow = s.mRow1 = s.mRow2 = 0;
+    redrawIfAuto();
+}
+
+}  // namespace TabulaControl::detail

@@ -1,0 +1,169 @@
+#include "core/Facade.h"
+
+#include <QDebug>
+#include <QResizeEvent>
+
+namespace TabulaControl {
+
+Tabula::Tabula(QWidget* parent)
+    : QWidget(parent), events_(new TabulaEvents(this)), grid_(std::make_unique<detail::Grid>(*this, *events_))
+{
+    grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
+    wireChildren();
+    call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
+    call("UserControl_InitProperties", [&] { grid_->UserControl_InitProperties(); });
+}
+
+Tabula::~Tabula()
+{
+    notify("UserControl_Terminate", [&] { grid_->UserControl_Terminate(); });
+}
+
+void Tabula::notify(const char* procedure, const std::function<void()>& body)
+{
+    try {
+        call(procedure, body);
+    } catch (const ComponentError& error) {
+        qWarning().noquote() << error.Source << error.Description;
+        emit errorOccurred(error);
+    }
+}
+
+void Tabula::resizeEvent(QResizeEvent*)
+{
+    notify("UserControl_Resize", [&] { grid_->UserControl_Resize(); });
+}
+
+void Tabula::paintEvent(QPaintEvent*) { grid_->ui.window.paint(); }
+
+int32_t Tabula::Rows() const { return grid_->s.mRows; }
+void Tabula::setRows(int32_t value) { call("Rows", [&] { grid_->setRows(value); }); }
+int32_t Tabula::Cols() const { return grid_->s.mCols; }
+void Tabula::setCols(int32_t value) { call("Cols", [&] { grid_->setCols(value); }); }
+int32_t Tabula::Row() const { return grid_->s.mRow; }
+void Tabula::setRow(int32_t value) { call("Row", [&] { grid_->setRow(value); }); }
+int32_t Tabula::Col() const { return grid_->s.mCol; }
+void Tabula::setCol(int32_t value) { call("Col", [&] { grid_->setCol(value); }); }
+
+QString Tabula::Text() const { return call("Text", [&] { return grid_->Text(); }); }
+void Tabula::setText(const QString& value) { call("Text", [&] { grid_->setText(value); }); }
+
+QString Tabula::TextMatrix(int32_t Row, int32_t Col) const
+{
+    return call("TextMatrix", [&] { return grid_->TextMatrix(Row, Col); });
+}
+void Tabula::setTextMatrix(int32_t Row, int32_t Col, const QString& value)
+{
+    call("TextMatrix", [&] { grid_->setTextMatrix(Row, Col, value); });
+}
+
+QString Tabula::CellTag(int32_t Row, int32_t Col) const
+{
+    return call("CellTag", [&] { return grid_->CellTag(Row, Col); });
+}
+void Tabula::setCellTag(int32_t Row, int32_t Col, const QString& value)
+{
+    call("CellTag", [&] { grid_->setCellTag(Row, Col, value); });
+}
+
+bool Tabula::AutoRedraw() const { return grid_->s.mAutoRedraw; }
+void Tabula::setAutoRedraw(bool value) { call("AutoRedraw", [&] { grid_->setAutoRedraw(value); }); }
+
+int32_t Tabula::RowHeight(int32_t Row) const
+{
+    return call("RowHeight", [&] { return int32_t{grid_->s.mRowHeight(Row)}; });
+}
+void Tabula::setRowHeight(int32_t Row, int32_t value)
+{
+    call("RowHeight", [&] { grid_->setRowHeight(Row, value); });
+}
+
+QVariant Tabula::RowBookmark(int32_t Row) const
+{
+    return call("RowBookmark", [&] { return grid_->s.mRowBookmark(Row); });
+}
+void Tabula::setRowBookmark(int32_t Row, const QVariant& value)
+{
+    call("RowBookmark", [&] { grid_->setRowBookmark(Row, value); });
+}
+
+int32_t Tabula::ColWidth(int32_t Col) const
+{
+    return call("ColWidth", [&] { return int32_t{grid_->s.mColWidth(Col)}; });
+}
+void Tabula::setColWidth(int32_t Col, int32_t value) { call("ColWidth", [&] { grid_->setColWidth(Col, value); }); }
+
+int32_t Tabula::ColAlign(int32_t Col) { return call("ColAlign", [&] { return grid_->ColAlign(Col); }); }
+void Tabula::setColAlign(int32_t Col, int32_t value) { call("ColAlign", [&] { grid_->setColAlign(Col, value); }); }
+
+int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->s.mColMask(Col); }); }
+void Tabula::setColMask(int32_t Col, int32_t value) { call("ColMask", [&] { grid_->setColMask(Col, value); }); }
+
+int16_t Tabula::MouseRow() const { return grid_->s.mMouseRow; }
+int16_t Tabula::MouseCol() const { return grid_->s.mMouseCol; }
+
+QVariant Tabula::RowEmpty(int32_t Row) const
+{
+    return call("RowEmpty", [&] { return QVariant(grid_->RowEmpty(Row)); });
+}
+
+void Tabula::AddItem(const QString& RowData, const QVariant& BackColor, const QVariant& ForeColor)
+{
+    call("AddItem", [&] { grid_->AddItem(RowData, BackColor, ForeColor); });
+}
+void Tabula::RemoveItem(int32_t Row) { call("RemoveItem", [&] { grid_->RemoveItem(Row); }); }
+void Tabula::Clear() { call("Clear", [&] { grid_->Clear(); }); }
+
+bool Tabula::Enabled() const { return isEnabled(); }
+void Tabula::setEnabled(bool value)
+{
+    QWidget::setEnabled(value);
+    emit propertyChanged(QStringLiteral("Enabled"));
+}
+
+QImage Tabula::Picture() const { return grid_->surface.image(); }
+
+}  // namespace TabulaControl
+
+namespace TabulaControl {
+
+int32_t Tabula::TopRow() const { return grid_->s.mTopRow; }
+void Tabula::setTopRow(int32_t value) { grid_->s.mTopRow = value; }
+int32_t Tabula::Row1() const { return grid_->s.mRow1; }
+void Tabula::setRow1(int32_t value) { grid_->s.mRow1 = value; }
+int32_t Tabula::Col1() const { return grid_->s.mCol1; }
+void Tabula::setCol1(int32_t value) { grid_->s.mCol1 = value; }
+int32_t Tabula::Row2() const { return grid_->s.mRow2; }
+void Tabula::setRow2(int32_t value) { grid_->s.mRow2 = value; }
+int32_t Tabula::Col2() const { return grid_->s.mCol2; }
+void Tabula::setCol2(int32_t value) { grid_->s.mCol2 = value; }
+
+bool Tabula::BlockSelected() const
+{
+    return grid_->s.mRow2 != grid_->s.mRow1 || grid_->s.mCol2 != grid_->s.mCol1;
+}
+
+SelectModes Tabula::SelectionMode() const { return static_cast<SelectModes>(grid_->s.mSelectionMode); }
+void Tabula::setSelectionMode(SelectModes value)
+{
+    call("SelectionMode", [&] {
+        grid_->s.mSelectionMode = detail::to16(value);
+        grid_->PropertyChanged("SelectionMode");
+    });
+}
+
+bool Tabula::AllowSelection() const { return grid_->s.mAllowSelection; }
+void Tabula::setAllowSelection(bool value)
+{
+    grid_->s.mAllowSelection = value;
+    grid_->PropertyChanged("AllowSelection");
+}
+
+bool Tabula::AllowUserResizing() const { return grid_->s.mAllowUserResizing; }
+void Tabula::setAllowUserResizing(bool value)
+{
+    grid_->s.mAllowUserResizing = value;
+    grid_->PropertyChanged("AllowUserResizing");
+}
+
+}  // namespace TabulaControl

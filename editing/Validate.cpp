@@ -1,0 +1,14 @@
+#include "core/Grid.h"
+#include "editing/DateText.h"
+
+namespace TabulaControl::detail {
+
+QString Grid::Validate(const QString& text, int32_t col) const
+{
+    if (s.mColMask(col) != DateOnly)
+        return text;
+    const QDate date = parseDateText(text);
+    return date.isValid() ? date.toString(QStringLiteral("MM/dd/yyyy")) : QString();
+}
+
+}  // namespace TabulaControl::detail

@@ -1,0 +1,402 @@
+#include "platform/Controls.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace TabulaControl {
+
+std::shared_ptr<StdFont> StdFont::fromQFont(const QFont& font)
+{
+    auto result = std::make_shared<StdFont>();
+    result->Name = font.family();
+    result->Size = font.pointSizeF() > 0 ? static_cast<float>(font.pointSizeF())
+                                         : static_cast<float>(font.pixelSize() * 0.75);
+    result->Bold = font.bold();
+    result->Italic = font.italic();
+    result->Underline = font.underline();
+    result->Strikethrough = font.strikeOut();
+    return result;
+}
+
+}  // namespace TabulaControl
+
+namespace TabulaControl::platform {
+
+namespace {
+
+int16_t shiftState(Qt::KeyboardModifiers modifiers)
+{
+    int16_t shift = 0;
+    if (modifiers & Qt::ShiftModifier)
+        shift |= 1;
+    if (modifiers & Qt::ControlModifier)
+        shift |= 2;
+    if (modifiers & Qt::AltModifier)
+        shift |= 4;
+    return shift;
+}
+
+int16_t buttonState(Qt::MouseButtons buttons)
+{
+    int16_t button = 0;
+    if (buttons & Qt::LeftButton)
+        button |= 1;
+    if (buttons & Qt::RightButton)
+        button |= 2;
+    if (buttons & Qt::MiddleButton)
+        button |= 4;
+    return button;
+}
+
+// The classic virtual key code of a key.
+int16_t keyCode(int key)
+{
+    if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
+        return static_cast<int16_t>(key);
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
+        return static_cast<int16_t>(112 + key - Qt::Key_F1);
+    switch (key) {
+    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab: return 9;
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return 13;
+    case Qt::Key_Shift: return 16;
+    case Qt::Key_Control: return 17;
+    case Qt::Key_Alt: return 18;
+    case Qt::Key_Pause: return 19;
+    case Qt::Key_CapsLock: return 20;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_Space: return 32;
+    case Qt::Key_PageUp: return 33;
+    case Qt::Key_PageDown: return 34;
+    case Qt::Key_End: return 35;
+    case Qt::Key_Home: return 36;
+    case Qt::Key_Left: return 37;
+    case Qt::Key_Up: return 38;
+    case Qt::Key_Right: return 39;
+    case Qt::Key_Down: return 40;
+    case Qt::Key_Insert: return 45;
+    case Qt::Key_Delete: return 46;
+    default: return 0;
+    }
+}
+
+MouseArgs mouseArgs(const QMouseEvent* e, Qt::MouseButtons buttons)
+{
+    return {buttonState(buttons), shiftState(e->modifiers()), static_cast<float>(e->position().x()),
+            static_cast<float>(e->position().y())};
+}
+
+template <class H, class... A>
+void notify(const H& handler, A&&... args)
+{
+    if (handler)
+        handler(std::forward<A>(args)...);
+}
+
+// Shows the surface image and turns input into the grid's notifications.
+class SurfaceView : public QWidget {
+public:
+    SurfaceView(QWidget* parent, const Surface& surface, const SurfaceHandlers& handlers)
+        : QWidget(parent), surface_(surface), handlers_(handlers)
+    {
+        setObjectName(QStringLiteral("picGrid"));
+        setFocusPolicy(Qt::StrongFocus);
+        setMouseTracking(true);
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.drawImage(0, 0, surface_.image());
+    }
+    bool focusNextPrevChild(bool) override { return false; }
+
+    void mousePressEvent(QMouseEvent* e) override
+    {
+        pressedLeft_ = e->button() == Qt::LeftButton;
+        notify(handlers_.mouseDown, mouseArgs(e, e->button()));
+    }
+    void mouseReleaseEvent(QMouseEvent* e) override
+    {
+        notify(handlers_.mouseUp, mouseArgs(e, e->button()));
+        bool clicked = pressedLeft_ && e->button() == Qt::LeftButton && !afterDoubleClick_;
+        pressedLeft_ = false;
+        afterDoubleClick_ = false;
+        if (clicked && rect().contains(e->position().toPoint()))
+            notify(handlers_.click);
+    }
+    void mouseDoubleClickEvent(QMouseEvent* e) override
+    {
+        if (e->button() != Qt::LeftButton)
+            return mousePressEvent(e);
+        afterDoubleClick_ = true;
+        pressedLeft_ = true;
+        notify(handlers_.dblClick);
+    }
+    void mouseMoveEvent(QMouseEvent* e) override { notify(handlers_.mouseMove, mouseArgs(e, e->buttons())); }
+
+    void keyPressEvent(QKeyEvent* e) override
+    {
+        int16_t shift = shiftState(e->modifiers());
+        notify(handlers_.keyDown, keyCode(e->key()), shift);
+        if (!e->text().isEmpty())
+            notify(handlers_.keyPress, static_cast<int16_t>(e->text().at(0).unicode()));
+    }
+    void keyReleaseEvent(QKeyEvent* e) override
+    {
+        if (e->isAutoRepeat())
+            return;
+        notify(handlers_.keyUp, keyCode(e->key()), shiftState(e->modifiers()));
+    }
+
+private:
+    const Surface& surface_;
+    const SurfaceHandlers& handlers_;
+    bool pressedLeft_ = false;
+    bool afterDoubleClick_ = false;
+};
+
+// Hands the focus back whenever a scroll bar takes it.
+class FocusReturn : public QObject {
+public:
+    FocusReturn(QObject* parent, ScrollBar& bar) : QObject(parent), bar_(bar) {}
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::FocusIn && bar_.onFocus)
+            bar_.onFocus();
+        return false;
+    }
+
+private:
+    ScrollBar& bar_;
+};
+
+template <class W>
+W* named(W* widget, const char* name)
+{
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+QWidget* makeScrollBar(QWidget* parent, Qt::Orientation orientation, const char* name)
+{
+    auto* bar = named(new QScrollBar(orientation, parent), name);
+    bar->setRange(1, 1);
+    bar->setSingleStep(1);
+    bar->setPageStep(1);
+    return bar;
+}
+
+QWidget* makeButton(QWidget* parent, const char* name, const QString& caption)
+{
+    auto* button = named(new QPushButton(caption, parent), name);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setGeometry(0, 0, 19, 15);
+    button->hide();
+    return button;
+}
+
+QWidget* makeEditor(QWidget* parent)
+{
+    auto* edit = named(new QLineEdit(parent), "txtEdit");
+    edit->setFrame(false);
+    edit->hide();
+    return edit;
+}
+
+QWidget* makeSizer(QWidget* parent)
+{
+    auto* sizer = named(new QWidget(parent), "picSizer");
+    sizer->setAutoFillBackground(true);
+    QPalette palette = sizer->palette();
+    palette.setColor(QPalette::Window, Qt::black);
+    sizer->setPalette(palette);
+    sizer->hide();
+    return sizer;
+}
+
+Qt::CursorShape cursorShape(int16_t shape)
+{
+    switch (shape) {
+    case 2: return Qt::CrossCursor;
+    case 3: return Qt::IBeamCursor;
+    case 5: return Qt::SizeAllCursor;
+    case 6: return Qt::SizeBDiagCursor;
+    case 7: return Qt::SizeVerCursor;
+    case 8: return Qt::SizeFDiagCursor;
+    case 9: return Qt::SizeHorCursor;
+    case 10: return Qt::UpArrowCursor;
+    case 11: return Qt::WaitCursor;
+    case 12: return Qt::ForbiddenCursor;
+    case 13: return Qt::BusyCursor;
+    case 14: return Qt::WhatsThisCursor;
+    case 15: return Qt::SizeAllCursor;
+    default: return Qt::ArrowCursor;
+    }
+}
+
+}  // namespace
+
+int32_t Child::Left() const { return widget_ ? widget_->x() : 0; }
+int32_t Child::Top() const { return widget_ ? widget_->y() : 0; }
+int32_t Child::Width() const { return widget_ ? widget_->width() : 0; }
+int32_t Child::Height() const { return widget_ ? widget_->height() : 0; }
+
+void Child::Move(int32_t left, int32_t top, int32_t width, int32_t height)
+{
+    if (widget_)
+        widget_->setGeometry(left, top, std::max(0, width), std::max(0, height));
+}
+void Child::setLeft(int32_t left) { Move(left, Top(), Width(), Height()); }
+void Child::setTop(int32_t top) { Move(Left(), top, Width(), Height()); }
+bool Child::Visible() const { return widget_ && !widget_->isHidden(); }
+void Child::setVisible(bool visible)
+{
+    if (widget_)
+        widget_->setVisible(visible);
+}
+void Child::SetFocus()
+{
+    if (widget_)
+        widget_->setFocus(Qt::OtherFocusReason);
+}
+bool Child::HasFocus() const { return widget_ && widget_->hasFocus(); }
+void Child::ZOrderFront()
+{
+    if (widget_)
+        widget_->raise();
+}
+void Child::ZOrderBack()
+{
+    if (widget_)
+        widget_->lower();
+}
+
+ScrollBar::ScrollBar(QWidget* widget) : Child(widget)
+{
+    QObject::connect(bar(), &QScrollBar::valueChanged, bar(), [this] {
+        if (onChange)
+            onChange();
+    });
+    widget->installEventFilter(new FocusReturn(widget, *this));
+}
+
+QScrollBar* ScrollBar::bar() const { return static_cast<QScrollBar*>(widget()); }
+
+int16_t ScrollBar::Value() const { return static_cast<int16_t>(bar()->value()); }
+
+void ScrollBar::setValue(int32_t value) { bar()->setValue(value); }
+
+void ScrollBar::setMax(int16_t max)
+{
+    max_ = max;
+    QSignalBlocker quiet(bar());
+    bar()->setRange(std::min<int>(1, max), std::max<int>(1, max));
+}
+
+void ScrollBar::setLargeChange(int16_t pageStep) { bar()->setPageStep(std::max<int>(1, pageStep)); }
+
+QLineEdit* Editor::edit() const { return static_cast<QLineEdit*>(widget()); }
+QString Editor::Text() const { return edit()->text(); }
+void Editor::setText(const QString& text) { edit()->setText(text); }
+void Editor::setMaxLength(int32_t length) { edit()->setMaxLength(length > 0 ? length : 32767); }
+int32_t Editor::MaxLength() const { return edit()->maxLength() == 32767 ? 0 : edit()->maxLength(); }
+
+void SurfaceChild::Refresh()
+{
+    if (widget())
+        widget()->update();
+}
+QString SurfaceChild::ToolTipText() const { return widget() ? widget()->toolTip() : QString(); }
+void SurfaceChild::setToolTipText(const QString& text)
+{
+    if (widget())
+        widget()->setToolTip(text);
+}
+
+int32_t Window::ScaleWidth() const { return control_->width(); }
+int32_t Window::ScaleHeight() const { return control_->height(); }
+
+void Window::setMousePointer(int16_t shape)
+{
+    mousePointer_ = shape;
+    if (shape == 0)
+        control_->unsetCursor();
+    else
+        control_->setCursor(cursorShape(shape));
+}
+
+void Window::setBackColor(OleColor colour)
+{
+    backColor_ = colour;
+    control_->update();
+}
+
+void Window::setBorder(int16_t style)
+{
+    border_ = style;
+    control_->update();
+}
+
+QString Window::ToolTipText() const { return control_->toolTip(); }
+
+FontRef Window::AmbientFont() const
+{
+    QWidget* parent = control_->parentWidget();
+    return StdFont::fromQFont(parent ? parent->font() : QApplication::font());
+}
+
+void Window::paint() const
+{
+    Surface face(control_->width(), control_->height());
+    face.setBackColor(backColor_);
+    face.clear();
+    Rect all{0, 0, face.width(), face.height()};
+    switch (border_) {
+    case 1:
+        face.edge(all, RaisedOuter, SideAll | EdgeMono);
+        break;
+    case 2:
+        face.edge(all, RaisedInner, SideLeft | SideTop);
+        face.edge(all, RaisedOuter, SideRight | SideBottom);
+        break;
+    case 3:
+        face.edge(all, SunkenInner, SideLeft | SideTop);
+        face.edge(all, SunkenOuter, SideRight | SideBottom);
+        break;
+    default:
+        break;
+    }
+    QPainter painter(control_);
+    painter.drawImage(0, 0, face.image());
+}
+
+Controls::Controls(QWidget* control)
+    : window(control),
+      picGrid(new SurfaceView(control, surface, handlers), surface),
+      txtEdit(makeEditor(picGrid.widget())),
+      scrHorizontal(makeScrollBar(control, Qt::Horizontal, "scrHorizontal")),
+      scrVertical(makeScrollBar(control, Qt::Vertical, "scrVertical")),
+      cmdButton(makeButton(picGrid.widget(), "cmdButton", QStringLiteral("..."))),
+      cmdLookup(makeButton(picGrid.widget(), "cmdLookup", QStringLiteral("\u25BE"))),
+      picSizer(makeSizer(control))
+{
+}
+
+Controls::~Controls() = default;
+
+}  // namespace TabulaControl::platform

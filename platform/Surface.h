@@ -1,0 +1,130 @@
+#pragma once
+
+#include <QFont>
+#include <QImage>
+#include <QString>
+
+#include <cstdint>
+
+namespace TabulaControl::platform {
+
+// A colour value as hosts pass it: 0x00BBGGRR, or 0x80000000 + index for a
+// system colour.
+using OleColor = uint32_t;
+
+// A rectangle whose right and bottom edges are exclusive.
+struct Rect {
+    int32_t Left = 0;
+    int32_t Top = 0;
+    int32_t Right = 0;
+    int32_t Bottom = 0;
+    friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+// Edge kinds and sides, with the classic bit values.
+enum EdgeKind : unsigned {
+    RaisedOuter = 1,
+    SunkenOuter = 2,
+    RaisedInner = 4,
+    SunkenInner = 8,
+};
+enum EdgeSide : unsigned {
+    SideLeft = 1,
+    SideTop = 2,
+    SideRight = 4,
+    SideBottom = 8,
+    SideAll = 15,
+    EdgeMono = 0x8000,
+};
+
+// Text placement flags, with the classic bit values. Text is always drawn on
+// a single line, clipped to its rectangle, with no prefix processing.
+enum TextFlag : unsigned {
+    TextLeft = 0,
+    TextCenter = 1,
+    TextRight = 2,
+    TextTop = 0,
+    TextVCenter = 4,
+    TextBottom = 8,
+    TextSingleLine = 0x20,
+    TextNoPrefix = 0x800,
+};
+
+enum class PenStyle { Solid = 0, Dot = 2 };
+
+// Translates a colour value to RGB. System colours come from one fixed table
+// (the classic light-grey scheme), so pictures are the same on every machine;
+// an index outside the table gives black.
+QRgb translateColor(OleColor colour);
+
+// The grid's drawing surface: a persistent image with the drawing state of a
+// classic device context (pen colour and style, text colour, font).
+class Surface {
+public:
+    explicit Surface(int width = 0, int height = 0);
+
+    // Resizes the image, keeping the pixels of the overlapping area; new
+    // pixels get the surface's back colour.
+    void resize(int width, int height);
+    int width() const { return image_.width(); }
+    int height() const { return image_.height(); }
+    const QImage& image() const { return image_; }
+
+    OleColor backColor() const { return backColor_; }
+    void setBackColor(OleColor colour) { backColor_ = colour; }
+    // Fills the whole image with the back colour.
+    void clear();
+
+    // Fills r (right and bottom exclusive), clipped to the image.
+    void fill(Rect r, OleColor colour);
+
+    // One-pixel line from (x1, y1) to (x2, y2) in the pen colour and style;
+    // the end point itself is not drawn.
+    void setPenColor(OleColor colour) { penColor_ = colour; }
+    OleColor penColor() const { return penColor_; }
+    void setPenStyle(PenStyle style) { penStyle_ = style; }
+    PenStyle penStyle() const { return penStyle_; }
+    void line(int32_t x1, int32_t y1, int32_t x2, int32_t y2);
+
+    // One edge kind (EdgeKind, or two of them: one outer and one inner) on
+    // the chosen sides of r (EdgeSide bits).
+    void edge(Rect r, unsigned kinds, unsigned sides);
+
+    // A standard 3-D check box filling the square at r's top-left corner.
+    void checkBox(Rect r, bool checked);
+
+    // Text attributes, set one by one.
+    void setTextColor(OleColor colour) { textColor_ = colour; }
+    OleColor textColor() const { return textColor_; }
+    void setFontName(const QString& name);
+    void setFontSize(double points);
+    void setFontBold(bool on);
+    void setFontItalic(bool on);
+    void setFontUnderline(bool on);
+    void setFontStrikethrough(bool on);
+    const QFont& font() const { return font_; }
+
+    // Single-line text in r with the TextFlag alignment bits, clipped to r.
+    void text(const QString& s, Rect r, unsigned flags);
+    // Width of s in pixels in the current font.
+    double textWidth(const QString& s) const;
+
+    // Dotted focus rectangle drawn by exclusive-or: drawing it twice leaves
+    // the pixels as they were.
+    void focusRect(Rect r);
+    // Inverts every pixel of r.
+    void invert(Rect r);
+    // Moves the pixels of scroll by (dx, dy), writing only inside clip, and
+    // returns the bounding rectangle of the area left uncovered.
+    Rect scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip);
+
+private:
+    QImage image_;
+    OleColor backColor_ = 0x8000000F;
+    OleColor penColor_ = 0;
+    OleColor textColor_ = 0;
+    PenStyle penStyle_ = PenStyle::Solid;
+    QFont font_;
+};
+
+}  // namespace TabulaControl::platform

@@ -1,0 +1,147 @@
+#include "tests/support/GridFixture.h"
+
+using TabulaTest::errorOf;
+
+namespace {
+
+class RowData : public TabulaTest::GridFixture {};
+
+QStringList rowTexts(TabulaControl::Tabula& grid, int32_t row)
+{
+    QStringList texts;
+    for (int32_t c = 1; c <= grid.Cols(); ++c)
+        texts.append(grid.TextMatrix(row, c));
+    return texts;
+}
+
+}  // namespace
+
+TEST_F(RowData, AddItemAppendsTabSeparatedFields)
+{
+    grid().AddItem("a\tb\tc");
+    EXPECT_EQ(grid().Rows(), 2);
+    EXPECT_EQ(rowTexts(grid(), 2), QStringList({"a", "b", "c", "", ""}));
+    EXPECT_EQ(log().entries, QStringList({"BeforeAddRow", "AfterAddRow(2)"}));
+}
+
+TEST_F(RowData, EmptyMiddleFieldStoresEmptyAndEmptyLastFieldStoresNothing)
+{
+    grid().AddItem("a\t\tc\t");
+    EXPECT_EQ(rowTexts(grid(), 2), QStringList({"a", "", "c", "", ""}));
+    grid().AddItem("");
+    EXPECT_EQ(grid().Rows(), 3);
+    EXPECT_EQ(rowTexts(grid(), 3), QStringList({"", "", "", "", ""}));
+}
+
+TEST_F(RowData, CancelledBeforeAddRowChangesNothing)
+{
+    log().onBeforeAddRow = [](bool& cancel) { cancel = true; };
+    grid().AddItem("a");
+    EXPECT_EQ(grid().Rows(), 1);
+    EXPECT_EQ(log().entries, QStringList({"BeforeAddRow"}));
+}
+
+TEST_F(RowData, TooManyFieldsFailAfterTheRowWasAddedAndEarlierFieldsStored)
+{
+    const auto error = errorOf([&] { grid().AddItem("1\t2\t3\t4\t5\t6\t7"); });
+    EXPECT_EQ(error.Source, "TabulaControl.Tabula.AddItem");
+    EXPECT_EQ(grid().Rows(), 2);
+    EXPECT_EQ(rowTexts(grid(), 2), QStringList({"1", "2", "3", "4", "5"}));
+    EXPECT_EQ(log().entries, QStringList({"BeforeAddRow"}));
+}
+
+TEST_F(RowData, FieldsAreValidatedWithTheCurrentColumnsMask)
+{
+    grid().setColMask(1, TabulaControl::DateOnly);
+    grid().AddItem("3/7/2024\tnot a date");
+    EXPECT_EQ(rowTexts(grid(), 2).mid(0, 2), QStringList({"03/07/2024", ""}));
+    grid().setCol(2);
+    grid().AddItem("3/7/2024");
+    EXPECT_EQ(grid().TextMatrix(3, 1), "3/7/2024");
+}
+
+TEST_F(RowData, NewRowOfACheckmarkColumnHoldsZero)
+{
+    grid().setColMask(4, TabulaControl::checkmark);
+    EXPECT_EQ(grid().TextMatrix(1, 4), "0");
+    EXPECT_EQ(grid().TextMatrix(0, 4), "");
+    grid().AddItem("x");
+    EXPECT_EQ(grid().TextMatrix(2, 4), "0");
+}
+
+TEST_F(RowData, AddItemColoursMustBeNumbers)
+{
+    EXPECT_EQ(errorOf([&] { grid().AddItem("a", QVariant("red")); }).Source, "TabulaControl.Tabula.AddItem");
+    EXPECT_EQ(grid().Rows(), 1);
+    grid().AddItem("a", QVariant(0xFF), QVariant(0x00FF00));
+    EXPECT_EQ(grid().Rows(), 2);
+}
+
+TEST_F(RowData, RemoveItemShiftsTextsButNotHeights)
+{
+    grid().setRows(4);
+    for (int32_t r = 1; r <= 4; ++r)
+        grid().setTextMatrix(r, 1, QString("row %1").arg(r));
+    grid().setRowHeight(2, 25);
+    grid().setRowHeight(3, 35);
+    grid().setRow(4);
+    log().clear();
+    grid().RemoveItem(2);
+    EXPECT_EQ(grid().Rows(), 3);
+    EXPECT_EQ(grid().TextMatrix(2, 1), "row 3");
+    EXPECT_EQ(grid().TextMatrix(3, 1), "row 4");
+    EXPECT_EQ(grid().RowHeight(2), 25);
+    EXPECT_EQ(grid().Row(), 3);
+    EXPECT_EQ(log().entries, QStringList({"BeforeDeleteRow(2)", "AfterDeleteRow(2)"}));
+}
+
+TEST_F(RowData, RemoveItemPastTheEndRemovesTheLastRow)
+{
+    grid().setRows(4);
+    grid().setTextMatrix(3, 1, "three");
+    grid().RemoveItem(9);
+    EXPECT_EQ(grid().Rows(), 3);
+    EXPECT_EQ(grid().TextMatrix(3, 1), "three");
+}
+
+TEST_F(RowData, RemoveItemOfRowZeroReplacesTheHeaderTexts)
+{
+    grid().setRows(2);
+    grid().setTextMatrix(0, 1, "caption");
+    grid().setTextMatrix(1, 1, "first");
+    grid().RemoveItem(0);
+    EXPECT_EQ(grid().TextMatrix(0, 1), "first");
+}
+
+TEST_F(RowData, RemoveItemOnAnEmptyGridRaisesNothing)
+{
+    grid().Clear();
+    log().clear();
+    grid().RemoveItem(1);
+    EXPECT_TRUE(log().entries.isEmpty());
+    EXPECT_EQ(grid().Rows(), 0);
+}
+
+TEST_F(RowData, CancelledBeforeDeleteRowKeepsTheRow)
+{
+    log().onBeforeDeleteRow = [](int32_t, bool& cancel) { cancel = true; };
+    grid().RemoveItem(1);
+    EXPECT_EQ(grid().Rows(), 1);
+    EXPECT_EQ(log().entries, QStringList({"BeforeDeleteRow(1)"}));
+}
+
+TEST_F(RowData, ClearKeepsTheHeaderRowAndColumns)
+{
+    grid().setRows(5);
+    grid().setTextMatrix(0, 2, "caption");
+    grid().setRow(3);
+    log().clear();
+    grid().Clear();
+    EXPECT_EQ(grid().Rows(), 0);
+    EXPECT_EQ(grid().Row(), 0);
+    EXPECT_EQ(grid().Cols(), 5);
+    EXPECT_EQ(grid().TextMatrix(0, 2), "caption");
+    EXPECT_TRUE(log().entries.isEmpty());
+    grid().setRows(2);
+    EXPECT_EQ(grid().TextMatrix(2, 1), "");
+}

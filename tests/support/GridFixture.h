@@ -1,0 +1,53 @@
+#pragma once
+
+#include <TabulaControl/Tabula.h>
+
+#include <QImage>
+#include <QString>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+namespace TabulaTest {
+
+// Records every event of a grid, in order, as text such as
+// "RowColChange(1,2)" or "MouseDown(1,0,40,20)".
+class EventLog {
+public:
+    explicit EventLog(TabulaControl::TabulaEvents* events);
+    QStringList entries;
+    void clear() { entries.clear(); }
+    // The entries whose name is one of names, in order.
+    QStringList only(const QStringList& names) const;
+
+    // Handlers that change by-reference arguments.
+    std::function<void(bool&)> onBeforeAddRow;
+    std::function<void(int32_t, bool&)> onBeforeDeleteRow;
+    std::function<void(int32_t, int32_t, bool&)> onBeforeEdit;
+};
+
+// A shown grid of a known size: 400 x 300 pixels, so the surface is
+// 395 x 295 with the scroll bars laid over its right and bottom edges.
+class GridFixture : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    TabulaControl::Tabula& grid() { return *grid_; }
+    EventLog& log() { return *log_; }
+    QImage picture() { return grid_->Picture(); }
+    // The colour at (x, y) of the surface as 0xRRGGBB.
+    uint32_t pixel(int x, int y);
+
+    std::unique_ptr<TabulaControl::Tabula> grid_;
+    std::unique_ptr<EventLog> log_;
+};
+
+// Runs body and returns the component error it raised; fails the test when
+// it raised none.
+TabulaControl::ComponentError errorOf(const std::function<void()>& body);
+
+}  // namespace TabulaTest
