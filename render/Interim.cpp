@@ -10,7 +10,3 @@ void Grid::CheckHighlight() {}
 void Grid::UserControl_Paint() { ui.window.setBorder(s.mBorderStyle); }
 
 }  // namespace TabulaControl::detail
-
-namespace TabulaControl {
-void Tabula::wireChildren() {}
-}  // namespace TabulaControl
