@@ -133,6 +133,11 @@ public:
     // The cell editor's entry points
     void GridEdit(int16_t keyAscii);
     void HideEdit();
+    // Commits and closes an open editor before a full repaint.
+    void EndEdit();
+
+    // Lookup lists
+    void ClearAllLookups();
 
     // Drop-down button and column button of the current cell
     void ShowLookup();
