@@ -1,0 +1,322 @@
+#include "platform/Surface.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <vector>
+
+using namespace TabulaControl::platform;
+
+namespace {
+
+constexpr OleColor kBack = 0x563412;
+constexpr QRgb kBackRgb = 0x123456;
+
+QRgb at(const Surface& s, int x, int y) { return s.image().pixel(x, y) & 0xFFFFFF; }
+
+Surface blank(int width = 24, int height = 20)
+{
+    Surface s(width, height);
+    s.setBackColor(kBack);
+    s.clear();
+    return s;
+}
+
+// Every pixel distinct, so moved or inverted pixels are recognisable.
+Surface patterned(int width, int height)
+{
+    Surface s(width, height);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            s.fill({x, y, x + 1, y + 1}, static_cast<OleColor>(y * 256 + x));
+    return s;
+}
+
+struct Change {
+    int count = 0;
+    QRect bounds;
+};
+
+Change changes(const QImage& before, const QImage& after)
+{
+    Change c;
+    for (int y = 0; y < before.height(); ++y)
+        for (int x = 0; x < before.width(); ++x)
+            if (before.pixel(x, y) != after.pixel(x, y)) {
+                ++c.count;
+                c.bounds |= QRect(x, y, 1, 1);
+            }
+    return c;
+}
+
+Change textChange(const QString& text, Rect r, unsigned flags = 0, Surface s = blank(200, 60))
+{
+    const QImage before = s.image();
+    s.text(text, r, flags);
+    return changes(before, s.image());
+}
+
+}  // namespace
+
+TEST(SurfaceColour, TranslatesBgrSystemAndOutOfTableColours)
+{
+    const std::vector<std::pair<OleColor, QRgb>> cases = {
+        {0x0000FF, 0xFF0000},   {0xFF0000, 0x0000FF},   {0x123456, 0x563412},   {0x80000000, 0xC0C0C0},
+        {0x80000018, 0xFFFFE1}, {0x8000001E, 0xECE9D8}, {0x8000001F, 0x000000}, {0x80001000, 0x000000},
+    };
+    for (const auto& [ole, rgb] : cases)
+        EXPECT_EQ(translateColor(ole), 0xFF000000 | rgb) << std::hex << ole;
+}
+
+TEST(SurfaceImage, ConstructionResizeAndResolution)
+{
+    Surface s(10, 8);
+    EXPECT_EQ(at(s, 9, 7), 0xC0C0C0u);
+    s.fill({0, 0, 10, 8}, 0x0000FF);
+    s.setBackColor(0xFF0000);
+    s.resize(12, 6);
+    EXPECT_EQ(at(s, 9, 5), 0xFF0000u);
+    EXPECT_EQ(at(s, 10, 5), 0x0000FFu);
+    EXPECT_EQ(s.image().dotsPerMeterY(), 3780);
+    QFont nine = s.font();
+    nine.setPointSizeF(9);
+    EXPECT_EQ(QFontInfo(QFont(nine, &s.image())).pixelSize(), 12);
+}
+
+TEST(SurfaceFill, RightAndBottomExclusiveAndClipped)
+{
+    const std::vector<std::pair<Rect, QRect>> cases = {
+        {{2, 3, 5, 7}, QRect(2, 3, 3, 4)},   {{-5, -5, 3, 2}, QRect(0, 0, 3, 2)},
+        {{20, 15, 99, 99}, QRect(20, 15, 4, 5)}, {{5, 5, 5, 9}, QRect()},
+        {{6, 6, 2, 2}, QRect()},             {{INT_MIN, 0, INT_MAX, 1}, QRect(0, 0, 24, 1)},
+    };
+    for (const auto& [r, expected] : cases) {
+        Surface s = blank();
+        s.fill(r, 0x00FF00);
+        const Change c = changes(blank().image(), s.image());
+        EXPECT_EQ(c.bounds, expected) << r.Left << "," << r.Top;
+        EXPECT_EQ(c.count, expected.width() * expected.height());
+    }
+}
+
+TEST(SurfaceLine, EndPointExcludedInEveryDirection)
+{
+    const std::vector<std::pair<Rect, std::vector<QPoint>>> cases = {
+        {{0, 5, 4, 5}, {{0, 5}, {1, 5}, {2, 5}, {3, 5}}},
+        {{4, 5, 0, 5}, {{4, 5}, {3, 5}, {2, 5}, {1, 5}}},
+        {{7, 3, 7, 0}, {{7, 3}, {7, 2}, {7, 1}}},
+        {{1, 1, 4, 4}, {{1, 1}, {2, 2}, {3, 3}}},
+        {{0, 0, 5, 1}, {{0, 0}, {1, 0}, {2, 0}, {3, 1}, {4, 1}}},
+        {{0, 0, 4, 2}, {{0, 0}, {1, 1}, {2, 1}, {3, 2}}},  // halves round away from the start
+        {{9, 9, 7, 3}, {{9, 9}, {9, 8}, {8, 7}, {8, 6}, {8, 5}, {7, 4}}},
+    };
+    for (const auto& [e, pixels] : cases) {
+        Surface s = blank();
+        s.line(e.Left, e.Top, e.Right, e.Bottom);
+        EXPECT_EQ(changes(blank().image(), s.image()).count, int(pixels.size())) << e.Left << "," << e.Top;
+        for (const QPoint& p : pixels)
+            EXPECT_EQ(at(s, p.x(), p.y()), 0u) << p.x() << "," << p.y();
+    }
+}
+
+TEST(SurfaceLine, DotsRestartAtEachStartPointAndSkipLeavesPixels)
+{
+    Surface s = blank(40, 4);
+    s.setPenStyle(PenStyle::Dot);
+    s.line(0, 0, 40, 0);
+    s.line(39, 1, -1, 1);
+    s.line(-4, 2, 40, 2);
+    for (int x = 0; x < 40; ++x) {
+        EXPECT_EQ(at(s, x, 0), x % 6 < 3 ? 0u : kBackRgb) << x;
+        EXPECT_EQ(at(s, x, 1), (39 - x) % 6 < 3 ? 0u : kBackRgb) << x;
+        EXPECT_EQ(at(s, x, 2), (x + 4) % 6 < 3 ? 0u : kBackRgb) << x;
+    }
+}
+
+TEST(SurfaceEdge, KindsSidesAndCornerOwnership)
+{
+    const QPoint tl(2, 2), tr(9, 2), bl(2, 7), br(9, 7), top(5, 2), in(3, 3), inTr(8, 3), inBr(8, 6), right(9, 4);
+    const std::vector<std::tuple<unsigned, unsigned, std::vector<std::pair<QPoint, QRgb>>>> cases = {
+        {RaisedOuter, SideAll, {{tl, 0xC0C0C0}, {top, 0xC0C0C0}, {tr, 0}, {bl, 0}, {br, 0}, {in, kBackRgb}}},
+        {RaisedInner, SideAll, {{tl, 0xFFFFFF}, {tr, 0x808080}, {bl, 0x808080}, {in, kBackRgb}}},
+        {SunkenOuter, SideAll, {{tl, 0x808080}, {tr, 0xFFFFFF}, {br, 0xFFFFFF}, {in, kBackRgb}}},
+        {SunkenInner, SideAll, {{tl, 0}, {tr, 0xC0C0C0}, {bl, 0xC0C0C0}, {in, kBackRgb}}},
+        {RaisedOuter | RaisedInner, SideAll, {{tl, 0xC0C0C0}, {in, 0xFFFFFF}, {inTr, 0x808080}, {inBr, 0x808080}}},
+        {SunkenOuter | SunkenInner, SideAll | EdgeMono, {{tl, 0}, {br, 0}, {in, 0}, {inTr, 0}, {{4, 4}, kBackRgb}}},
+        {SunkenOuter | SunkenInner, SideLeft | SideTop,
+         {{tr, 0x808080}, {br, kBackRgb}, {in, 0}, {{9, 3}, 0}, {{3, 7}, 0}, {right, kBackRgb}}},
+        {RaisedOuter, SideRight | SideBottom, {{tl, kBackRgb}, {top, kBackRgb}, {tr, 0}, {bl, 0}}},
+        {RaisedOuter, SideBottom, {{tr, kBackRgb}, {right, kBackRgb}, {bl, 0}, {br, 0}}},
+    };
+    for (const auto& [kinds, sides, pixels] : cases) {
+        Surface s = blank();
+        s.edge({2, 2, 10, 8}, kinds, sides);
+        for (const auto& [p, rgb] : pixels)
+            EXPECT_EQ(at(s, p.x(), p.y()), rgb) << kinds << "/" << sides << " at " << p.x() << "," << p.y();
+    }
+}
+
+TEST(SurfaceCheckBox, RingsInteriorAndTick)
+{
+    const char* tick[] = {"......x", ".....xx", "x...xxx", "xx.xxx.", "xxxxx..", ".xxx...", "..x...."};
+    for (const bool checked : {false, true}) {
+        Surface s = blank();
+        s.checkBox({1, 1, 22, 16}, checked);
+        EXPECT_EQ(at(s, 1, 1), 0x808080u);
+        EXPECT_EQ(at(s, 15, 1), 0xFFFFFFu);
+        EXPECT_EQ(at(s, 2, 2), 0u);
+        EXPECT_EQ(at(s, 14, 2), 0xC0C0C0u);
+        EXPECT_EQ(at(s, 16, 5), kBackRgb);
+        for (int y = 3; y < 14; ++y)
+            for (int x = 3; x < 14; ++x) {
+                const bool inTick = x >= 5 && x < 12 && y >= 5 && y < 12 && tick[y - 5][x - 5] == 'x';
+                EXPECT_EQ(at(s, x, y), checked && inTick ? 0u : 0xFFFFFFu) << x << "," << y;
+            }
+    }
+}
+
+TEST(SurfaceXor, FocusRectAndInvertRestoreWhenDrawnTwice)
+{
+    const std::vector<Rect> rects = {
+        {2, 3, 9, 8}, {0, 4, 6, 5}, {5, 5, 6, 6}, {3, 0, 4, 6}, {-3, -3, 4, 4}, {INT_MIN, 1, INT_MAX, 3},
+    };
+    for (const Rect& r : rects) {
+        Surface s = patterned(12, 10);
+        const QImage before = s.image();
+        s.focusRect(r);
+        int flips = 0;
+        for (int y = std::max(0, r.Top); y < std::min(10, r.Bottom); ++y)
+            for (int x = std::max(0, r.Left); x < std::min(12, r.Right); ++x) {
+                const bool border = x == r.Left || x == r.Right - 1 || y == r.Top || y == r.Bottom - 1;
+                const bool flipped = border && (x + y) % 2 == 0;
+                flips += flipped;
+                EXPECT_EQ(s.image().pixel(x, y), before.pixel(x, y) ^ (flipped ? 0xFFFFFF : 0)) << x << "," << y;
+            }
+        EXPECT_EQ(changes(before, s.image()).count, flips);
+        s.focusRect(r);
+        EXPECT_EQ(s.image(), before);
+        s.invert(r);
+        const int width = std::max(0, std::min(12, r.Right) - std::max(0, r.Left));
+        const int height = std::max(0, std::min(10, r.Bottom) - std::max(0, r.Top));
+        EXPECT_EQ(changes(before, s.image()).count, width * height);
+        s.invert(r);
+        EXPECT_EQ(s.image(), before);
+    }
+}
+
+TEST(SurfaceScroll, MovesInsideClipAndReportsUncoveredBounds)
+{
+    const std::vector<std::tuple<int, int, Rect, Rect, Rect>> cases = {
+        {0, -16, {1, 17, 100, 100}, {1, 17, 100, 100}, {1, 84, 100, 100}},
+        {5, 0, {10, 0, 60, 50}, {10, 0, 60, 50}, {10, 0, 15, 50}},
+        {3, 4, {0, 0, 40, 40}, {0, 0, 40, 40}, {0, 0, 40, 40}},
+        {3, 4, {0, 0, 40, 40}, {10, 10, 50, 50}, {}},
+        {0, 0, {0, 0, 40, 40}, {0, 0, 40, 40}, {}},
+        {0, -10, {0, 0, 120, 200}, {0, 0, 120, 110}, {0, 100, 120, 110}},
+        {INT_MAX, INT_MIN, {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {0, 0, 120, 110}, {0, 0, 120, 110}},
+    };
+    for (const auto& [dx, dy, from, clip, uncovered] : cases) {
+        Surface s = patterned(120, 110);
+        const QImage before = s.image();
+        EXPECT_EQ(s.scroll(dx, dy, from, clip), uncovered) << dx << "," << dy;
+        const auto inside = [](const Rect& r, int64_t x, int64_t y) {
+            return x >= r.Left && x < r.Right && y >= r.Top && y < r.Bottom;
+        };
+        for (int y = 0; y < 110; ++y)
+            for (int x = 0; x < 120; ++x) {
+                const int64_t sx = int64_t{x} - dx, sy = int64_t{y} - dy;
+                const bool moved = inside(clip, x, y) && inside(from, sx, sy) && inside({0, 0, 120, 110}, sx, sy);
+                const QRgb expected = moved ? before.pixel(int(sx), int(sy)) : before.pixel(x, y);
+                ASSERT_EQ(s.image().pixel(x, y), expected) << x << "," << y;
+            }
+    }
+}
+
+TEST(SurfaceText, ClippedSolidPixelsAndAlignment)
+{
+    Surface s = blank(200, 60);
+    s.setTextColor(0x0000FF);
+    s.text("WWWWWWWWWWWW", {10, 10, 40, 18}, 0);
+    const Change clipped = changes(blank(200, 60).image(), s.image());
+    EXPECT_GT(clipped.count, 0);
+    EXPECT_TRUE(QRect(10, 10, 30, 8).contains(clipped.bounds));
+    int smoothed = 0;
+    for (int y = 0; y < 60; ++y)
+        for (int x = 0; x < 200; ++x)
+            smoothed += at(s, x, y) != kBackRgb && at(s, x, y) != 0xFF0000u;
+    EXPECT_EQ(smoothed, 0);
+    EXPECT_EQ(textChange("W", {10, 10, 10, 40}).count, 0);
+
+    const Rect cell{0, 0, 200, 60};
+    const Change left = textChange("Mid", cell, TextLeft), centre = textChange("Mid", cell, TextCenter | TextVCenter);
+    const Change right = textChange("Mid", cell, TextRight | TextBottom);
+    EXPECT_LT(left.bounds.left(), centre.bounds.left());
+    EXPECT_LT(centre.bounds.right(), right.bounds.right());
+    EXPECT_LT(left.bounds.bottom(), centre.bounds.top());
+    EXPECT_LT(centre.bounds.bottom(), right.bounds.top());
+}
+
+TEST(SurfaceText, AmpersandIsDrawnAndAttributesChangeTheResult)
+{
+    Surface s = blank(200, 60);
+    const Rect cell{0, 0, 200, 60};
+    const double ampersand = s.textWidth("&");
+    EXPECT_GT(s.textWidth("A&B"), s.textWidth("AB") + ampersand / 2);
+    EXPECT_GT(textChange("A&B", cell).bounds.width(), textChange("AB", cell).bounds.width() + ampersand / 2);
+    EXPECT_EQ(s.textWidth(""), 0.0);
+    const double normal = s.textWidth("Width");
+    s.setFontSize(18);
+    EXPECT_GT(s.textWidth("Width"), normal * 1.5);
+    const int plain = textChange("Under", cell, 0, s).count;
+    s.setFontUnderline(true);
+    EXPECT_GT(textChange("Under", cell, 0, s).count, plain);
+    if (!QFontDatabase::hasFamily("DejaVu Sans Mono"))
+        GTEST_SKIP() << "no monospace font to compare with";
+    s.setFontName("DejaVu Sans Mono");
+    EXPECT_EQ(s.textWidth("iiii"), s.textWidth("WWWW"));
+}
+
+TEST(SurfaceText, FarRectanglesPlaceTextLikeNearOnes)
+{
+    const std::vector<std::tuple<Rect, Rect, unsigned>> cases = {
+        {{0, 0, INT_MAX, 30}, {0, 0, 1000, 30}, TextLeft},
+        {{INT_MIN, 0, 50, 30}, {-1000, 0, 50, 30}, TextRight},
+        {{INT_MIN, INT_MIN, INT_MAX, INT_MAX}, {-1001, -1001, 1000, 1000}, TextCenter | TextVCenter},
+        {{10, INT_MIN, 100, 30}, {10, -1000, 100, 30}, TextBottom},
+        {{INT_MIN, 0, -10000000, 30}, {0, 0, 0, 0}, TextLeft},
+    };
+    for (const auto& [far, near, flags] : cases) {
+        Surface a = blank(), b = blank();
+        a.text("Far", far, flags);
+        b.text("Far", near, flags);
+        EXPECT_EQ(a.image(), b.image()) << far.Left << "," << far.Top << "," << far.Right << "," << far.Bottom;
+    }
+    EXPECT_GT(textChange("Far", {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, TextCenter | TextVCenter).count, 0);
+}
+
+TEST(SurfaceExtremes, EveryPrimitiveSurvivesAnyCoordinates)
+{
+    const std::vector<int32_t> values = {INT_MIN, INT_MIN + 1, -1000000000, -1, 0, 7, 1000000000, INT_MAX};
+    Surface s = blank(16, 12);
+    for (const int32_t a : values)
+        for (const int32_t b : values) {
+            s.fill({a, a, b, b}, 0x00FF00);
+            s.line(a, b, b, a);
+            s.edge({a, a, b, b}, SunkenOuter | RaisedInner, SideAll);
+            s.checkBox({a, a, b, b}, true);
+            s.focusRect({a, b, b, a});
+            s.invert({a, a, b, b});
+            s.text("x", {a, a, b, b}, TextCenter | TextVCenter);
+            s.scroll(a, b, {a, a, b, b}, {a, b, b, a});
+        }
+    s = blank(16, 12);
+    s.line(-100000, 2, 1000000000, 2);
+    s.line(INT_MIN, INT_MIN, INT_MAX, INT_MAX);
+    s.line(5, INT_MIN, 5, INT_MAX);
+    EXPECT_EQ(changes(blank(16, 12).image(), s.image()).count, 16 + 12 + 12 - 3);
+    for (int i = 0; i < 12; ++i)
+        EXPECT_TRUE(at(s, i, 2) == 0 && at(s, i, i) == 0 && at(s, 5, i) == 0) << i;
+}
