@@ -100,6 +100,24 @@ public:
                    const QVariant& formatString);
 
     // Appearance (setters that need more than a store)
+    void setColHeader(bool value);
+    void setRowHeader(bool value);
+    void setShowGrid(bool value);
+    void setGridSolid(bool value);
+    void setGridLineColor(OleColor value);
+    void setBorderStyle(int32_t value);
+    void setMousePointer(int16_t value);
+    void setUseBackColorAlt(bool value);
+    void setBackColor(OleColor value);
+    void setBackColorAlt(OleColor value);
+    void setBackColorFixed(OleColor value);
+    void setForeColor(OleColor value);
+    void setForeColorFixed(OleColor value);
+    void setFixedStyle(int32_t value);
+    void setFont(FontRef value);
+    void setFontEdit(FontRef value);
+    void setFontFixed(FontRef value);
+    void setBackColorBkg(OleColor value);
 
     // Scrolling
     void setTopRow(int32_t value);
@@ -138,6 +156,13 @@ public:
 
     // Lookup lists
     void ClearAllLookups();
+    bool ColHasLookup(int32_t col) const;
+
+    // The cell editor
+    void EditKeyDown(int16_t keyCode, int16_t shift);
+    void txtEdit_KeyPress(int16_t& keyAscii);
+    void txtEdit_LostFocus();
+    void setColEditWidth(int32_t col, int32_t value);
 
     // Drop-down button and column button of the current cell
     void ShowLookup();
@@ -147,6 +172,12 @@ public:
 
 private:
     void redrawIfAuto();
+    void storeEditorText();
+    void closeEditor();
+    void repaintEditedCell(bool highlight);
+    void commitAndRepaint();
+    void openEditor(int16_t keyAscii);
+    void addRowBeforeEditing();
 };
 
 }  // namespace TabulaControl::detail

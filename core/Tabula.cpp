@@ -10,6 +10,7 @@ Tabula::Tabula(QWidget* parent)
 {
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     wireChildren();
+    wireEditor();
     call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
     call("UserControl_InitProperties", [&] { grid_->UserControl_InitProperties(); });
 }

@@ -1,13 +1,16 @@
 #include "platform/Controls.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QEvent>
+#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -310,7 +313,108 @@ void ScrollBar::setMax(int16_t max)
 
 void ScrollBar::setLargeChange(int16_t pageStep) { bar()->setPageStep(std::max<int>(1, pageStep)); }
 
+namespace {
+
+// Routes the editor's keys and focus loss to its handlers.
+class EditorFilter : public QObject {
+public:
+    EditorFilter(QObject* parent, Editor& editor) : QObject(parent), editor_(editor) {}
+
+protected:
+    bool eventFilter(QObject* target, QEvent* event) override
+    {
+        if (event->type() == QEvent::FocusOut) {
+            QTimer::singleShot(0, this, [this] {
+                if (editor_.onLostFocus)
+                    editor_.onLostFocus();
+            });
+            return false;
+        }
+        if (event->type() != QEvent::KeyPress || forwarding_)
+            return false;
+        return filterKey(target, static_cast<QKeyEvent*>(event));
+    }
+
+private:
+    bool filterKey(QObject* target, QKeyEvent* e)
+    {
+        notify(editor_.onKeyDown, keyCode(e->key()), shiftState(e->modifiers()));
+        if (!editor_.Visible())
+            return true;
+        if (e->text().isEmpty() || !editor_.onKeyPress)
+            return false;
+        int16_t typed = static_cast<int16_t>(e->text().at(0).unicode());
+        const int16_t original = typed;
+        editor_.onKeyPress(typed);
+        if (typed == original)
+            return false;
+        if (typed != 0)
+            forward(target, e, QString(QChar(static_cast<char16_t>(typed))));
+        return true;
+    }
+
+    void forward(QObject* target, QKeyEvent* e, const QString& text)
+    {
+        QKeyEvent replaced(QEvent::KeyPress, e->key(), e->modifiers(), text);
+        forwarding_ = true;
+        QCoreApplication::sendEvent(target, &replaced);
+        forwarding_ = false;
+    }
+
+    Editor& editor_;
+    bool forwarding_ = false;
+};
+
+int qtKeyOf(int16_t keyAscii)
+{
+    const QChar ch(static_cast<char16_t>(keyAscii));
+    if (ch.isLetterOrNumber() && ch.unicode() < 128)
+        return ch.toUpper().unicode();
+    return 0;
+}
+
+}  // namespace
+
+Editor::Editor(QWidget* edit) : Child(edit) { edit->installEventFilter(new EditorFilter(edit, *this)); }
+
 QLineEdit* Editor::edit() const { return static_cast<QLineEdit*>(widget()); }
+int32_t Editor::SelStart() const { return edit()->hasSelectedText() ? edit()->selectionStart() : edit()->cursorPosition(); }
+int32_t Editor::SelLength() const { return static_cast<int32_t>(edit()->selectedText().size()); }
+void Editor::setSelection(int32_t start, int32_t length)
+{
+    if (length > 0)
+        edit()->setSelection(start, length);
+    else
+        edit()->setCursorPosition(start);
+}
+
+void Editor::setFont(const StdFont& font)
+{
+    QFont qfont(font.Name);
+    qfont.setPointSizeF(font.Size > 0 ? font.Size : 8.25);
+    qfont.setBold(font.Bold);
+    qfont.setItalic(font.Italic);
+    qfont.setUnderline(font.Underline);
+    qfont.setStrikeOut(font.Strikethrough);
+    edit()->setFont(qfont);
+}
+
+void Editor::setColors(OleColor back, OleColor fore)
+{
+    QPalette palette = edit()->palette();
+    palette.setColor(QPalette::Base, QColor::fromRgb(translateColor(back)));
+    palette.setColor(QPalette::Text, QColor::fromRgb(translateColor(fore)));
+    edit()->setPalette(palette);
+}
+
+void Editor::typeKey(int16_t keyAscii)
+{
+    const QString text(QChar(static_cast<char16_t>(keyAscii)));
+    QKeyEvent press(QEvent::KeyPress, qtKeyOf(keyAscii), Qt::NoModifier, text);
+    QCoreApplication::sendEvent(edit(), &press);
+    QKeyEvent release(QEvent::KeyRelease, qtKeyOf(keyAscii), Qt::NoModifier, text);
+    QCoreApplication::sendEvent(edit(), &release);
+}
 QString Editor::Text() const { return edit()->text(); }
 void Editor::setText(const QString& text) { edit()->setText(text); }
 void Editor::setMaxLength(int32_t length) { edit()->setMaxLength(length > 0 ? length : 32767); }
@@ -321,6 +425,15 @@ void SurfaceChild::Refresh()
     if (widget())
         widget()->update();
 }
+void SurfaceChild::postKey(int16_t keyCode)
+{
+    const int key = keyCode == 38 ? Qt::Key_Up : keyCode == 40 ? Qt::Key_Down : 0;
+    if (!widget() || key == 0)
+        return;
+    QCoreApplication::postEvent(widget(), new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier));
+    QCoreApplication::postEvent(widget(), new QKeyEvent(QEvent::KeyRelease, key, Qt::NoModifier));
+}
+
 QString SurfaceChild::ToolTipText() const { return widget() ? widget()->toolTip() : QString(); }
 void SurfaceChild::setToolTipText(const QString& text)
 {
@@ -354,10 +467,25 @@ void Window::setBorder(int16_t style)
 
 QString Window::ToolTipText() const { return control_->toolTip(); }
 
+QPoint Window::CursorPos() const { return QCursor::pos(control_->screen()); }
+void Window::setCursorPos(QPoint screen) { QCursor::setPos(control_->screen(), screen); }
+
 FontRef Window::AmbientFont() const
 {
     QWidget* parent = control_->parentWidget();
     return StdFont::fromQFont(parent ? parent->font() : QApplication::font());
+}
+
+double Window::TextWidth(const QString& s) const
+{
+    constexpr int dotsPerMeterAt96Dpi = 3780;
+    static const QImage device = [] {
+        QImage image(1, 1, QImage::Format_RGB32);
+        image.setDotsPerMeterX(dotsPerMeterAt96Dpi);
+        image.setDotsPerMeterY(dotsPerMeterAt96Dpi);
+        return image;
+    }();
+    return QFontMetricsF(QFont(control_->font(), &device), &device).horizontalAdvance(s);
 }
 
 void Window::paint() const

@@ -76,12 +76,25 @@ private:
 
 class Editor : public Child {
 public:
-    explicit Editor(QWidget* edit) : Child(edit) {}
+    explicit Editor(QWidget* edit);
 
     QString Text() const;
     void setText(const QString& text);
     void setMaxLength(int32_t length);  // 0: no limit
     int32_t MaxLength() const;
+    int32_t SelStart() const;
+    int32_t SelLength() const;
+    void setSelection(int32_t start, int32_t length);
+    void setFont(const StdFont& font);
+    void setColors(OleColor back, OleColor fore);
+    // Delivers a character as if typed, through the key-press filter.
+    void typeKey(int16_t keyAscii);
+
+    std::function<void(int16_t keyCode, int16_t shift)> onKeyDown;
+    // May change the character; 0 swallows the key.
+    std::function<void(int16_t& keyAscii)> onKeyPress;
+    // Delivered after the event that moved the focus away has been handled.
+    std::function<void()> onLostFocus;
 
 private:
     QLineEdit* edit() const;
@@ -96,6 +109,9 @@ public:
     int32_t ScaleHeight() const { return surface_.height(); }
     // Shows on screen what was drawn on the image.
     void Refresh();
+    // Queues a key press and release for the surface, handled after the
+    // current notification returns.
+    void postKey(int16_t keyCode);
     QString ToolTipText() const;
     void setToolTipText(const QString& text);
 
@@ -118,6 +134,12 @@ public:
     void setBorder(int16_t style);
     QString ToolTipText() const;
     FontRef AmbientFont() const;
+    // The screen cursor position, in screen pixels. Setting it makes the
+    // platform report a mouse move at that position, also when it is unchanged.
+    QPoint CursorPos() const;
+    void setCursorPos(QPoint screen);
+    // Width in pixels of s in the control's own font, at 96 DPI.
+    double TextWidth(const QString& s) const;
     bool UserMode() const { return true; }
     // Paints the control's own surface; called from its paint notification.
     void paint() const;

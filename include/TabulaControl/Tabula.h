@@ -131,6 +131,16 @@ public:
     int16_t MouseCol() const;
     QVariant RowEmpty(int32_t Row) const;
 
+    // Editing
+    bool ColAllowEdit(int32_t Col) const;
+    void setColAllowEdit(int32_t Col, bool value);
+    int16_t ColEditWidth(int32_t Col) const;
+    void setColEditWidth(int32_t Col, int16_t value);
+    bool SelectText() const;
+    void setSelectText(bool value);
+    bool AutoNewRow() const;
+    void setAutoNewRow(bool value);
+
     // Rows added and removed by the host
     void AddItem(const QString& RowData, const QVariant& BackColor = QVariant(),
                  const QVariant& ForeColor = QVariant());
@@ -235,6 +245,7 @@ private:
     // is reported through errorOccurred instead.
     void notify(const char* procedure, const std::function<void()>& body);
     void wireChildren();
+    void wireEditor();
 
     TabulaEvents* events_;
     std::unique_ptr<detail::Grid> grid_;

@@ -1,0 +1,181 @@
+#include "core/Grid.h"
+
+namespace TabulaControl::detail {
+
+namespace {
+
+constexpr int16_t VkEnter = 13;
+constexpr int16_t VkEscape = 27;
+constexpr int16_t VkUp = 38;
+constexpr int16_t VkDown = 40;
+
+}  // namespace
+
+void Grid::GridEdit(int16_t keyAscii)
+{
+    bool cancel = false;
+    events.BeforeEdit(s.mRow, s.mCol, cancel);
+    if (cancel || !s.mColAllowEdit(s.mCol) || s.mEditing)
+        return;
+    HilightCell();
+    addRowBeforeEditing();
+    s.mEditing = true;
+    if (ColHasLookup(s.mCol)) {
+        // The drop-down list takes the place of the editor on lookup columns.
+        s.mEditing = false;
+        return;
+    }
+    openEditor(keyAscii);
+}
+
+void Grid::addRowBeforeEditing()
+{
+    if (s.mRow != s.mRows || !RowEmpty(s.mRow) || !s.mAutoNewRow)
+        return;
+    bool cancel = false;
+    events.BeforeAddRow(cancel);
+    if (cancel)
+        return;
+    setRows(to32(int64_t{s.mRows} + 1));
+    events.AfterAddRow(s.mRows);
+}
+
+void Grid::openEditor(int16_t keyAscii)
+{
+    const QString text = s.mCells.Text(to16(s.mRow), to16(s.mCol));
+    ui.txtEdit.setText(text);
+    ui.txtEdit.setSelection(static_cast<int32_t>(text.size()), 0);
+    ui.txtEdit.setFont(*s.mFontEdit);
+    ui.txtEdit.setColors(0xFFFFFF, 0);
+    ui.txtEdit.setVisible(true);
+    const int16_t maxLength = s.mColEditWidth(s.mCol);
+    ui.txtEdit.setMaxLength(maxLength >= 0 ? maxLength : 0);
+    if (s.mSelectText)
+        ui.txtEdit.setSelection(0, static_cast<int32_t>(text.size()));
+    ui.txtEdit.ZOrderFront();
+    ui.txtEdit.SetFocus();
+    if (keyAscii > 32)
+        ui.txtEdit.typeKey(keyAscii);
+}
+
+void Grid::storeEditorText()
+{
+    s.mEditCancel = false;
+    events.BeforeEdit(s.mRow, s.mCol, s.mEditCancel);
+    if (s.mEditCancel)
+        return;
+    s.mCells.setText(to16(s.mRow), to16(s.mCol), Validate(ui.txtEdit.Text(), s.mCol));
+}
+
+void Grid::closeEditor()
+{
+    const bool hadFocus = ui.txtEdit.HasFocus();
+    s.mEditing = false;
+    ui.txtEdit.setVisible(false);
+    ui.txtEdit.ZOrderBack();
+    if (hadFocus)
+        ui.picGrid.SetFocus();
+}
+
+void Grid::repaintEditedCell(bool highlight)
+{
+    const bool selection = s.mAllowSelection && s.mSelectionMode >= 1;
+    if (selection)
+        HilightSelection();
+    int32_t x = 0, y = 0;
+    GetCellCoordinates(s.mRow, s.mCol, x, y);
+    DrawCell(s.mRow, s.mCol, x, y, s.mColWidth(s.mCol), s.mRowHeight(s.mRow));
+    if (selection)
+        HilightSelection();
+    DrawGridBorder();
+    if (highlight)
+        HilightCell();
+    ui.picGrid.Refresh();
+}
+
+void Grid::commitAndRepaint()
+{
+    storeEditorText();
+    closeEditor();
+    repaintEditedCell(true);
+}
+
+void Grid::EndEdit()
+{
+    storeEditorText();
+    closeEditor();
+    events.AfterEdit(s.mRow, s.mCol, Text());
+}
+
+void Grid::HideEdit()
+{
+    if (!ColHasLookup(s.mCol))
+        storeEditorText();
+    if (ui.txtEdit.Visible()) {
+        ui.txtEdit.setVisible(false);
+        if (s.mEditing)
+            events.AfterEdit(s.mRow, s.mCol, Text());
+    }
+    ui.txtEdit.ZOrderBack();
+    s.mEditing = false;
+    repaintEditedCell(false);
+}
+
+void Grid::EditKeyDown(int16_t keyCode, int16_t)
+{
+    if (!s.mEditing)
+        return;
+    switch (keyCode) {
+    case VkEnter:
+        commitAndRepaint();
+        events.AfterEdit(s.mRow, s.mCol, Text());
+        return;
+    case VkEscape:
+        closeEditor();
+        repaintEditedCell(true);
+        return;
+    case VkUp:
+    case VkDown:
+        commitAndRepaint();
+        ui.picGrid.postKey(keyCode);
+        events.AfterEdit(s.mRow, s.mCol, Text());
+        return;
+    default:
+        return;
+    }
+}
+
+void Grid::txtEdit_KeyPress(int16_t& keyAscii)
+{
+    switch (s.mColMask(s.mCol)) {
+    case Uppercase:
+        keyAscii = static_cast<int16_t>(QChar(static_cast<char16_t>(keyAscii)).toUpper().unicode());
+        return;
+    case NumericOnly: {
+        const bool accepted = (keyAscii >= '0' && keyAscii <= '9') || keyAscii == '-' || keyAscii == '.' || keyAscii == 8;
+        if (!accepted)
+            keyAscii = 0;
+        return;
+    }
+    default:
+        return;
+    }
+}
+
+void Grid::txtEdit_LostFocus()
+{
+    if (!s.mEditing)
+        return;
+    commitAndRepaint();
+    events.AfterEdit(s.mRow, s.mCol, Text());
+}
+
+void Grid::setColEditWidth(int32_t col, int32_t value)
+{
+    if (col < 0 || col > s.mCols || value < 0)
+        return;
+    s.mColEditWidth(col) = to16(value);
+    Refresh();
+}
+
+}  // namespace TabulaControl::detail

@@ -1,0 +1,52 @@
+#include "core/Facade.h"
+
+namespace TabulaControl {
+
+void Tabula::wireEditor()
+{
+    auto& editor = grid_->ui.txtEdit;
+    editor.onKeyDown = [this](int16_t keyCode, int16_t shift) {
+        notify("EditKeyDown", [&] { grid_->EditKeyDown(keyCode, shift); });
+    };
+    editor.onKeyPress = [this](int16_t& keyAscii) {
+        notify("txtEdit_KeyPress", [&] { grid_->txtEdit_KeyPress(keyAscii); });
+    };
+    editor.onLostFocus = [this] { notify("txtEdit_LostFocus", [&] { grid_->txtEdit_LostFocus(); }); };
+}
+
+bool Tabula::ColAllowEdit(int32_t Col) const
+{
+    return call("ColAllowEdit", [&] { return bool(grid_->s.mColAllowEdit(Col)); });
+}
+void Tabula::setColAllowEdit(int32_t Col, bool value)
+{
+    call("ColAllowEdit", [&] {
+        grid_->s.mColAllowEdit(Col) = value;
+        grid_->PropertyChanged("ColAllowEdit");
+    });
+}
+
+int16_t Tabula::ColEditWidth(int32_t Col) const
+{
+    return call("ColEditWidth", [&] { return grid_->s.mColEditWidth(Col); });
+}
+void Tabula::setColEditWidth(int32_t Col, int16_t value)
+{
+    call("ColEditWidth", [&] { grid_->setColEditWidth(Col, value); });
+}
+
+bool Tabula::SelectText() const { return grid_->s.mSelectText; }
+void Tabula::setSelectText(bool value)
+{
+    grid_->s.mSelectText = value;
+    grid_->PropertyChanged("SelectText");
+}
+
+bool Tabula::AutoNewRow() const { return grid_->s.mAutoNewRow; }
+void Tabula::setAutoNewRow(bool value)
+{
+    grid_->s.mAutoNewRow = value;
+    grid_->PropertyChanged("AutoNewRow");
+}
+
+}  // namespace TabulaControl
