@@ -158,6 +158,12 @@ public:
     void ClearAllLookups();
     bool ColHasLookup(int32_t col) const;
 
+    // Column buttons
+    void AddButton(int32_t col);
+    void RemoveButton(int32_t col);
+    bool ColHasButton(int32_t col) const;
+    void cmdButton_Click();
+
     // The cell editor
     void EditKeyDown(int16_t keyCode, int16_t shift);
     void txtEdit_KeyPress(int16_t& keyAscii);
@@ -178,6 +184,7 @@ private:
     void commitAndRepaint();
     void openEditor(int16_t keyAscii);
     void addRowBeforeEditing();
+    void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
 };
 
 }  // namespace TabulaControl::detail

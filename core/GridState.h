@@ -70,6 +70,7 @@ struct GridState {
     int32_t mTopRow = 0;
     bool mUseItemData = false;
     std::vector<Lookup> mLookups;
+    std::vector<int16_t> mButtons;
     int16_t mMouseRow = 0, mMouseCol = 0;
 
     // Working fields of painting, mouse and editing.

@@ -12,6 +12,7 @@ void Tabula::wireEditor()
         notify("txtEdit_KeyPress", [&] { grid_->txtEdit_KeyPress(keyAscii); });
     };
     editor.onLostFocus = [this] { notify("txtEdit_LostFocus", [&] { grid_->txtEdit_LostFocus(); }); };
+    grid_->ui.cmdButton.onClick = [this] { notify("cmdButton_Click", [&] { grid_->cmdButton_Click(); }); };
 }
 
 bool Tabula::ColAllowEdit(int32_t Col) const

@@ -3,12 +3,29 @@
 namespace TabulaControl::detail {
 
 // Places the drop-down button and the column button at the right end of the
-// current cell. No column carries a lookup list or a button yet, so both stay
-// hidden; the lookup and button collections plug in here.
+// current cell. Only cells scrolled off to the left or above lose them; a
+// cell past the right or bottom edge keeps its buttons where the surface
+// clips them.
 void Grid::ShowLookup()
 {
-    ui.cmdLookup.setVisible(false);
-    ui.cmdButton.setVisible(false);
+    int32_t x = 0, y = 0;
+    GetCellCoordinates(s.mRow, s.mCol, x, y);
+    const bool inView = s.mCol > 0 && s.mRow > 0 && s.mLeftCol <= s.mCol && s.mTopRow <= s.mRow;
+    placeCellButton(ui.cmdLookup, inView && ColHasLookup(s.mCol), x, y);
+    placeCellButton(ui.cmdButton, inView && ColHasButton(s.mCol), x, y);
+}
+
+void Grid::placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y)
+{
+    const int32_t width = s.mColWidth(s.mCol);
+    const int32_t height = s.mRowHeight(s.mRow);
+    if (!shown) {
+        button.setVisible(false);
+        return;
+    }
+    const int32_t w = ui.cmdLookup.Width();
+    button.Move(to32(int64_t{x} + width - w + 1), to32(int64_t{y} + 3), w, height - 2);
+    button.setVisible(true);
 }
 
 }  // namespace TabulaControl::detail

@@ -377,6 +377,14 @@ int qtKeyOf(int16_t keyAscii)
 
 Editor::Editor(QWidget* edit) : Child(edit) { edit->installEventFilter(new EditorFilter(edit, *this)); }
 
+Button::Button(QWidget* button) : Child(button)
+{
+    QObject::connect(static_cast<QPushButton*>(button), &QPushButton::clicked, button, [this] {
+        if (onClick)
+            onClick();
+    });
+}
+
 QLineEdit* Editor::edit() const { return static_cast<QLineEdit*>(widget()); }
 int32_t Editor::SelStart() const { return edit()->hasSelectedText() ? edit()->selectionStart() : edit()->cursorPosition(); }
 int32_t Editor::SelLength() const { return static_cast<int32_t>(edit()->selectedText().size()); }

@@ -100,6 +100,12 @@ private:
     QLineEdit* edit() const;
 };
 
+class Button : public Child {
+public:
+    explicit Button(QWidget* button);
+    std::function<void()> onClick;
+};
+
 // The drawing surface: shows the persistent image and reports input.
 class SurfaceChild : public Child {
 public:
@@ -164,8 +170,8 @@ public:
     Editor txtEdit;
     ScrollBar scrHorizontal;
     ScrollBar scrVertical;
-    Child cmdButton;
-    Child cmdLookup;
+    Button cmdButton;
+    Button cmdLookup;
     Child picSizer;
 };
 

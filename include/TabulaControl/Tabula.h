@@ -141,6 +141,11 @@ public:
     bool AutoNewRow() const;
     void setAutoNewRow(bool value);
 
+    // Column buttons
+    void AddButton(int32_t Col);
+    void RemoveButton(int32_t Col);
+    bool ColHasButton(int32_t Col) const;
+
     // Rows added and removed by the host
     void AddItem(const QString& RowData, const QVariant& BackColor = QVariant(),
                  const QVariant& ForeColor = QVariant());
