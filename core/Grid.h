@@ -154,9 +154,21 @@ public:
     // Commits and closes an open editor before a full repaint.
     void EndEdit();
 
-    // Lookup lists
+    // Lookup lists and the drop-down list
+    void AddLookup(int32_t col, const QString& value, const QVariant& itemData);
+    QVariant LookupItemData(int32_t col, const QString& value) const;
+    void RemoveLookupValue(int32_t col, const QString& value);
+    void RemoveLookup(int32_t col);
     void ClearAllLookups();
     bool ColHasLookup(int32_t col) const;
+    void FillCombo(int32_t col);
+    // Hides the drop-down list when it is open.
+    void HideList();
+    void cmdLookup_Click();
+    void ListBox_KeyDown(int16_t keyCode, int16_t shift);
+    void ListBox_MouseUp(int16_t button, int16_t shift, float x, float y);
+    void ListBox_LostFocus();
+    void Timer1_Timer();
 
     // Column buttons
     void AddButton(int32_t col);
@@ -184,6 +196,10 @@ private:
     void commitAndRepaint();
     void openEditor(int16_t keyAscii);
     void addRowBeforeEditing();
+    void openList(int16_t keyAscii);
+    void pickListValue();
+    int32_t listHeightTwips() const;
+    void selectListItem(const QString& text, int32_t length);
     void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
 };
 

@@ -21,8 +21,8 @@ void Grid::GridEdit(int16_t keyAscii)
     addRowBeforeEditing();
     s.mEditing = true;
     if (ColHasLookup(s.mCol)) {
-        // The drop-down list takes the place of the editor on lookup columns.
         s.mEditing = false;
+        openList(keyAscii);
         return;
     }
     openEditor(keyAscii);

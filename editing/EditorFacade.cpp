@@ -13,6 +13,15 @@ void Tabula::wireEditor()
     };
     editor.onLostFocus = [this] { notify("txtEdit_LostFocus", [&] { grid_->txtEdit_LostFocus(); }); };
     grid_->ui.cmdButton.onClick = [this] { notify("cmdButton_Click", [&] { grid_->cmdButton_Click(); }); };
+    grid_->ui.cmdLookup.onClick = [this] { notify("cmdLookup_Click", [&] { grid_->cmdLookup_Click(); }); };
+    auto& list = grid_->ui.listForm;
+    list.onKeyDown = [this](int16_t keyCode, int16_t shift) {
+        notify("ListBox_KeyDown", [&] { grid_->ListBox_KeyDown(keyCode, shift); });
+    };
+    list.onMouseUp = [this](int16_t button, int16_t shift, float x, float y) {
+        notify("ListBox_MouseUp", [&] { grid_->ListBox_MouseUp(button, shift, x, y); });
+    };
+    list.onTimer = [this] { notify("Timer1_Timer", [&] { grid_->Timer1_Timer(); }); };
 }
 
 bool Tabula::ColAllowEdit(int32_t Col) const

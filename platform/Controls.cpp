@@ -1,7 +1,6 @@
 #include "platform/Controls.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QEvent>
 #include <QFontMetricsF>
 #include <QKeyEvent>
@@ -148,7 +147,11 @@ protected:
         pressedLeft_ = true;
         notify(handlers_.dblClick);
     }
-    void mouseMoveEvent(QMouseEvent* e) override { notify(handlers_.mouseMove, mouseArgs(e, e->buttons())); }
+    void mouseMoveEvent(QMouseEvent* e) override
+    {
+        lastMove_ = {e->position(), e->globalPosition(), e->buttons(), e->modifiers()};
+        notify(handlers_.mouseMove, mouseArgs(e, e->buttons()));
+    }
 
     void keyPressEvent(QKeyEvent* e) override
     {
@@ -164,11 +167,26 @@ protected:
         notify(handlers_.keyUp, keyCode(e->key()), shiftState(e->modifiers()));
     }
 
+public:
+    void repeatLastMove()
+    {
+        QCoreApplication::postEvent(this, new QMouseEvent(QEvent::MouseMove, lastMove_.position, lastMove_.global,
+                                                          Qt::NoButton, lastMove_.buttons, lastMove_.modifiers));
+    }
+
 private:
+    struct Move {
+        QPointF position;
+        QPointF global;
+        Qt::MouseButtons buttons;
+        Qt::KeyboardModifiers modifiers;
+    };
+
     const Surface& surface_;
     const SurfaceHandlers& handlers_;
     bool pressedLeft_ = false;
     bool afterDoubleClick_ = false;
+    Move lastMove_;
 };
 
 // Hands the focus back whenever a scroll bar takes it.
@@ -442,6 +460,12 @@ void SurfaceChild::postKey(int16_t keyCode)
     QCoreApplication::postEvent(widget(), new QKeyEvent(QEvent::KeyRelease, key, Qt::NoModifier));
 }
 
+void SurfaceChild::repeatMouseMove()
+{
+    if (widget())
+        static_cast<SurfaceView*>(widget())->repeatLastMove();
+}
+
 QString SurfaceChild::ToolTipText() const { return widget() ? widget()->toolTip() : QString(); }
 void SurfaceChild::setToolTipText(const QString& text)
 {
@@ -474,9 +498,6 @@ void Window::setBorder(int16_t style)
 }
 
 QString Window::ToolTipText() const { return control_->toolTip(); }
-
-QPoint Window::CursorPos() const { return QCursor::pos(control_->screen()); }
-void Window::setCursorPos(QPoint screen) { QCursor::setPos(control_->screen(), screen); }
 
 FontRef Window::AmbientFont() const
 {
@@ -529,7 +550,8 @@ Controls::Controls(QWidget* control)
       scrVertical(makeScrollBar(control, Qt::Vertical, "scrVertical")),
       cmdButton(makeButton(picGrid.widget(), "cmdButton", QStringLiteral("..."))),
       cmdLookup(makeButton(picGrid.widget(), "cmdLookup", QStringLiteral("\u25BE"))),
-      picSizer(makeSizer(control))
+      picSizer(makeSizer(control)),
+      listForm(control)
 {
 }
 

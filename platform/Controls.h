@@ -2,6 +2,7 @@
 
 #include <TabulaControl/Tabula.h>
 
+#include "platform/ListForm.h"
 #include "platform/Surface.h"
 
 #include <QPointer>
@@ -118,6 +119,10 @@ public:
     // Queues a key press and release for the surface, handled after the
     // current notification returns.
     void postKey(int16_t keyCode);
+    // Reports the last mouse move once more, after the current notification
+    // returns, as if the pointer had been set to where it already is (which
+    // Qt itself does not report).
+    void repeatMouseMove();
     QString ToolTipText() const;
     void setToolTipText(const QString& text);
 
@@ -140,10 +145,6 @@ public:
     void setBorder(int16_t style);
     QString ToolTipText() const;
     FontRef AmbientFont() const;
-    // The screen cursor position, in screen pixels. Setting it makes the
-    // platform report a mouse move at that position, also when it is unchanged.
-    QPoint CursorPos() const;
-    void setCursorPos(QPoint screen);
     // Width in pixels of s in the control's own font, at 96 DPI.
     double TextWidth(const QString& s) const;
     bool UserMode() const { return true; }
@@ -173,6 +174,7 @@ public:
     Button cmdButton;
     Button cmdLookup;
     Child picSizer;
+    ListForm listForm;
 };
 
 }  // namespace TabulaControl::platform

@@ -141,6 +141,17 @@ public:
     bool AutoNewRow() const;
     void setAutoNewRow(bool value);
 
+    // Lookup lists
+    void AddLookup(int32_t Col, const QString& Value, const QVariant& ItemData = QVariant());
+    QVariant LookupItemData(int32_t Col, const QString& Value) const;
+    void RemoveLookupValue(int32_t Col, const QString& Value);
+    void RemoveLookup(int32_t Col);
+    bool ColHasLookup(int32_t Col) const;
+    bool UseItemData() const;
+    void setUseItemData(bool value);
+    int16_t ListBoxRows() const;
+    void setListBoxRows(int16_t value);
+
     // Column buttons
     void AddButton(int32_t Col);
     void RemoveButton(int32_t Col);

@@ -1,0 +1,124 @@
+#include "core/Grid.h"
+
+#include <cmath>
+
+namespace TabulaControl::detail {
+
+void Grid::cmdLookup_Click() { GridEdit(32); }
+
+void Grid::HideList()
+{
+    if (ui.listForm.Visible())
+        ui.listForm.Hide();
+}
+
+// A list longer than ListBoxRows gets room for all its items; a shorter one
+// gets ListBoxRows rows.
+int32_t Grid::listHeightTwips() const
+{
+    const int32_t count = ui.listForm.ListCount();
+    const int32_t rows = count > s.mListBoxRows ? count : s.mListBoxRows;
+    return roundTo32(rows * (ui.listForm.FontSize() * 25) + 30);
+}
+
+// Selects the first item whose first length characters (all of it when
+// length is negative) equal text, ignoring case.
+void Grid::selectListItem(const QString& text, int32_t length)
+{
+    const QString wanted = text.toUpper();
+    for (int32_t i = 0; i < ui.listForm.ListCount(); ++i) {
+        const QString item = ui.listForm.List(i).toUpper();
+        if ((length < 0 ? item : item.left(length)) == wanted) {
+            ui.listForm.setListIndex(i);
+            return;
+        }
+    }
+}
+
+void Grid::openList(int16_t keyAscii)
+{
+    s.mEditing = false;
+    if (!ui.cmdLookup.Visible())
+        return;
+    FillCombo(s.mCol);
+    auto& form = ui.listForm;
+    if (form.Visible()) {
+        form.Hide();
+        ui.picGrid.SetFocus();
+        return;
+    }
+    ui.cmdLookup.SetFocus();
+    const QRect button = platform::screenRect(ui.cmdLookup.widget());
+    const int32_t colWidth = s.mColWidth(s.mCol);
+    form.setListSize(to32(int64_t{colWidth} * 15 - 15), listHeightTwips());
+    const int32_t height = form.ListHeight();
+    form.setListIndex(0);
+    selectListItem(Text(), -1);
+    if (keyAscii >= 33 && keyAscii <= 126)
+        selectListItem(QString(QChar(static_cast<char16_t>(keyAscii))), 1);
+    form.Place(QRect(button.left() - colWidth + button.width() + 1, button.top() + button.height(), colWidth,
+                     static_cast<int>(std::nearbyint(height / 15.0))));
+    form.Show();
+    form.setTimer(1, true);
+    form.FocusList();
+}
+
+void Grid::pickListValue()
+{
+    s.mEditing = false;
+    const int32_t index = ui.listForm.ListIndex();
+    QString text = Text();
+    if (index >= 0) {
+        const QString item = ui.listForm.List(index);
+        text = s.mUseItemData ? LookupItemData(s.mCol, item).toString() : item;
+    }
+    setText(text);
+    HideList();
+    ui.picGrid.SetFocus();
+    repaintEditedCell(true);
+    events.AfterEdit(s.mRow, s.mCol, Text());
+}
+
+void Grid::ListBox_KeyDown(int16_t keyCode, int16_t)
+{
+    if (keyCode == 13)
+        return pickListValue();
+    if (keyCode != 27)
+        return;
+    s.mEditing = false;
+    HideList();
+    ui.picGrid.SetFocus();
+}
+
+void Grid::ListBox_MouseUp(int16_t button, int16_t, float, float)
+{
+    if (button == 1)
+        pickListValue();
+}
+
+void Grid::ListBox_LostFocus()
+{
+    HideList();
+    ui.picGrid.SetFocus();
+    repaintEditedCell(true);
+}
+
+// Closes the list once the focus has gone elsewhere: quietly when another
+// window took it, with the grid's repaint when it went back to the grid.
+void Grid::Timer1_Timer()
+{
+    auto& form = ui.listForm;
+    if (form.ListHasFocus())
+        return;
+    if (!form.GridWindowActive()) {
+        form.Hide();
+        form.setTimer(0, false);
+        return;
+    }
+    form.RaiseGridWindow();
+    form.Hide();
+    form.setTimer(0, false);
+    ListBox_LostFocus();
+}
+
+}  // namespace TabulaControl::detail
