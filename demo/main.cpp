@@ -3,26 +3,102 @@
 #include <QApplication>
 #include <QDir>
 #include <QMainWindow>
-#include <QTimer>
 
 #include <cstdio>
+#include <iterator>
 
+using TabulaControl::OleColor;
+using TabulaControl::StdFont;
 using TabulaControl::Tabula;
 
 namespace {
+
+// Colours are given as 0x00BBGGRR.
+constexpr OleColor rgb(int r, int g, int b)
+{
+    return static_cast<OleColor>(r) | (static_cast<OleColor>(g) << 8) | (static_cast<OleColor>(b) << 16);
+}
+
+struct Order {
+    const char* rowData;  // tab-separated cells of columns 1..6
+    OleColor back = 0;
+    OleColor fore = 0;
+    bool ownColours = false;
+};
+
+const Order orders[] = {
+    {"Walnut desk\t2\t349.00\t698.00\t1\tDelivered"},
+    {"Oak bookshelf\t1\t219.50\t219.50\t1\tDelivered"},
+    {"Reading lamp\t4\t39.90\t159.60\t0\tBack-ordered", rgb(253, 226, 222), rgb(156, 28, 28), true},
+    {"Linen armchair\t1\t489.00\t489.00\t1\tDelivered"},
+    {"Wool rug 2x3 m\t1\t310.00\t310.00\t0\tIn transit"},
+    {"Side table\t3\t74.00\t222.00\t1\tDelivered"},
+    {"Ceramic vase\t6\t18.50\t111.00\t1\tGift wrapped", rgb(224, 243, 228), rgb(24, 104, 48), true},
+    {"Desk chair\t2\t129.00\t258.00\t0\tAwaiting stock"},
+    {"Wall clock\t1\t45.00\t45.00\t1\tDelivered"},
+    {"Bench, ash\t1\t260.00\t260.00\t0\tIn transit"},
+    {"Curtains (pair)\t2\t58.00\t116.00\t1\tDelivered"},
+    {"Coat stand\t1\t67.00\t67.00\t1\tDelivered"},
+    {"Mirror, round\t1\t95.00\t95.00\t0\tReturned", rgb(253, 226, 222), rgb(156, 28, 28), true},
+    {"Cushion set\t4\t22.00\t88.00\t1\tDelivered"},
+    {"Plant stand\t2\t34.50\t69.00\t1\tDelivered"},
+    {"Throw blanket\t3\t41.00\t123.00\t0\tIn transit"},
+};
+
+constexpr int32_t ShippedColumn = 5;
+
+// Column captions with alignment marks; trailing blanks widen a column.
+// After the ";" come the captions of the header column, one per order.
+QString formatString()
+{
+    QString format = QStringLiteral(
+        "<Item                        |^Qty   |>Unit price  |>Total        |^Shipped |<Status                       ");
+    for (size_t i = 0; i < std::size(orders); ++i)
+        format += QStringLiteral(";#%1  ").arg(1001 + i);
+    return format;
+}
+
+std::shared_ptr<StdFont> font(const char* name, float size, bool bold)
+{
+    auto f = std::make_shared<StdFont>();
+    f->Name = QString::fromLatin1(name);
+    f->Size = size;
+    f->Bold = bold;
+    return f;
+}
+
+void style(Tabula& grid)
+{
+    grid.setBorderStyle(TabulaControl::Single);
+    grid.setFixedStyle(TabulaControl::Flat);
+    grid.setBackColorFixed(rgb(222, 230, 240));
+    grid.setForeColorFixed(rgb(30, 48, 80));
+    grid.setGridLineColor(rgb(200, 208, 220));
+    grid.setBackColor(rgb(255, 255, 255));
+    grid.setForeColor(rgb(36, 36, 36));
+    grid.setBackColorAlt(rgb(244, 247, 252));
+    grid.setUseBackColorAlt(true);
+    grid.setBackColorBkg(rgb(236, 238, 242));
+    grid.setFont(font("DejaVu Sans", 8.5f, false));
+    grid.setFontFixed(font("DejaVu Sans", 8.5f, true));
+}
 
 void fill(Tabula& grid)
 {
     grid.setAutoRedraw(false);
     grid.setCols(6);
-    grid.setRows(12);
-    for (int32_t r = 1; r <= grid.Rows(); ++r) {
-        grid.setTextMatrix(r, 0, QString::number(r));
-        for (int32_t c = 1; c <= grid.Cols(); ++c)
-            grid.setTextMatrix(r, c, QStringLiteral("R%1 C%2").arg(r).arg(c));
+    grid.Clear();
+    grid.setColMask(ShippedColumn, TabulaControl::checkmark);
+    for (const Order& order : orders) {
+        const QString data = QString::fromUtf8(order.rowData);
+        if (order.ownColours)
+            grid.AddItem(data, order.back, order.fore);
+        else
+            grid.AddItem(data);
     }
-    for (int32_t c = 1; c <= grid.Cols(); ++c)
-        grid.setTextMatrix(0, c, QStringLiteral("Column %1").arg(c));
+    grid.setFormatString(formatString());
+    for (int32_t r = 0; r <= grid.Rows(); ++r)
+        grid.setRowHeight(r, r == 0 ? 20 : 17);
     grid.setAutoRedraw(true);
 }
 
@@ -46,7 +122,8 @@ int main(int argc, char** argv)
     auto* grid = new Tabula(&window);
     grid->setObjectName(QStringLiteral("grid"));
     window.setCentralWidget(grid);
-    window.resize(640, 360);
+    window.resize(574, 300);
+    style(*grid);
     fill(*grid);
     window.show();
 
