@@ -1,8 +1,17 @@
 #include <TabulaControl/Tabula.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QMainWindow>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QVBoxLayout>
 
 #include <cstdio>
 #include <iterator>
@@ -102,6 +111,86 @@ void fill(Tabula& grid)
     grid.setAutoRedraw(true);
 }
 
+// Shows every event the grid raises, newest last.
+void logEvents(Tabula& grid, QPlainTextEdit& log)
+{
+    using TabulaControl::TabulaEvents;
+    auto add = [&log](const QString& line) { log.appendPlainText(line); };
+    auto mouse = [add](const char* name) {
+        return [add, name](int16_t b, int16_t s, float x, float y) {
+            add(QStringLiteral("%1 button=%2 shift=%3 x=%4 y=%5").arg(QLatin1String(name)).arg(b).arg(s).arg(x).arg(y));
+        };
+    };
+    TabulaEvents* events = grid.events();
+    QObject::connect(events, &TabulaEvents::Click, [add] { add("Click"); });
+    QObject::connect(events, &TabulaEvents::DblClick, [add] { add("DblClick"); });
+    QObject::connect(events, &TabulaEvents::Scroll, [add, &grid] {
+        add(QStringLiteral("Scroll top=%1 left=%2").arg(grid.TopRow()).arg(grid.LeftCol()));
+    });
+    QObject::connect(events, &TabulaEvents::MouseDown, mouse("MouseDown"));
+    QObject::connect(events, &TabulaEvents::MouseUp, mouse("MouseUp"));
+    QObject::connect(events, &TabulaEvents::KeyDown,
+                     [add](int16_t k, int16_t s) { add(QStringLiteral("KeyDown %1 shift=%2").arg(k).arg(s)); });
+    QObject::connect(events, &TabulaEvents::KeyUp,
+                     [add](int16_t k, int16_t s) { add(QStringLiteral("KeyUp %1 shift=%2").arg(k).arg(s)); });
+    QObject::connect(events, &TabulaEvents::KeyPress, [add](int16_t k) { add(QStringLiteral("KeyPress %1").arg(k)); });
+    QObject::connect(events, &TabulaEvents::RowColChange, [add, &grid](int32_t r, int32_t c) {
+        add(QStringLiteral("RowColChange from %1,%2 to %3,%4").arg(r).arg(c).arg(grid.Row()).arg(grid.Col()));
+    });
+    QObject::connect(events, &TabulaEvents::BeforeEdit,
+                     [add](int32_t r, int32_t c, bool&) { add(QStringLiteral("BeforeEdit %1,%2").arg(r).arg(c)); });
+    QObject::connect(events, &TabulaEvents::AfterEdit, [add](int32_t r, int32_t c, const QString& v) {
+        add(QStringLiteral("AfterEdit %1,%2 \"%3\"").arg(r).arg(c).arg(v));
+    });
+    QObject::connect(events, &TabulaEvents::BtnClick,
+                     [add](int32_t r, int32_t c) { add(QStringLiteral("BtnClick %1,%2").arg(r).arg(c)); });
+    QObject::connect(events, &TabulaEvents::Resize, [add] { add("Resize"); });
+}
+
+QWidget* selectionChooser(Tabula& grid)
+{
+    auto* bar = new QWidget;
+    auto* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(4, 2, 4, 2);
+    layout->addWidget(new QLabel(QStringLiteral("Selection:")));
+    auto* modes = new QComboBox;
+    modes->addItems({QStringLiteral("Free"), QStringLiteral("By row"), QStringLiteral("By column")});
+    QObject::connect(modes, &QComboBox::currentIndexChanged, [&grid](int mode) {
+        grid.setSelectionMode(static_cast<TabulaControl::SelectModes>(mode));
+        grid.Refresh();
+    });
+    layout->addWidget(modes);
+    layout->addStretch();
+    return bar;
+}
+
+// Without a display nobody can click: play a few gestures so the picture
+// shows a selection and the log shows their events.
+void playGestures(Tabula& grid)
+{
+    QWidget* surface = grid.findChild<QWidget*>(QStringLiteral("picGrid"));
+    if (!surface)
+        return;
+    auto mouse = [surface](QEvent::Type type, QPointF at, Qt::KeyboardModifiers mods) {
+        QMouseEvent e(type, at, surface->mapToGlobal(at), Qt::LeftButton,
+                      type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, mods);
+        QApplication::sendEvent(surface, &e);
+    };
+    auto key = [surface](Qt::Key k) {
+        QKeyEvent press(QEvent::KeyPress, k, Qt::NoModifier);
+        QApplication::sendEvent(surface, &press);
+        QKeyEvent release(QEvent::KeyRelease, k, Qt::NoModifier);
+        QApplication::sendEvent(surface, &release);
+    };
+    if (auto* bar = grid.findChild<QScrollBar*>(QStringLiteral("scrVertical")))
+        bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    mouse(QEvent::MouseButtonPress, {140, 60}, Qt::NoModifier);
+    mouse(QEvent::MouseButtonRelease, {140, 60}, Qt::NoModifier);
+    mouse(QEvent::MouseButtonPress, {330, 100}, Qt::ShiftModifier);
+    mouse(QEvent::MouseButtonRelease, {330, 100}, Qt::ShiftModifier);
+    key(Qt::Key_Down);
+}
+
 bool headless()
 {
     const QString platform = QGuiApplication::platformName();
@@ -119,17 +208,32 @@ int main(int argc, char** argv)
 
     QMainWindow window;
     window.setWindowTitle(QStringLiteral("Tabula demo"));
-    auto* grid = new Tabula(&window);
+    auto* central = new QWidget;
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* splitter = new QSplitter(Qt::Vertical);
+    auto* grid = new Tabula;
     grid->setObjectName(QStringLiteral("grid"));
-    window.setCentralWidget(grid);
-    window.resize(574, 300);
+    auto* log = new QPlainTextEdit;
+    log->setReadOnly(true);
+    log->setPlaceholderText(QStringLiteral("Events appear here"));
+    splitter->addWidget(grid);
+    splitter->addWidget(log);
+    splitter->setSizes({300, 140});
+    layout->addWidget(selectionChooser(*grid));
+    layout->addWidget(splitter);
+    window.setCentralWidget(central);
+    window.resize(574, 480);
     style(*grid);
     fill(*grid);
+    logEvents(*grid, *log);
     window.show();
 
     if (!headless())
         return app.exec();
 
+    QApplication::processEvents();
+    playGestures(*grid);
     QApplication::processEvents();
     const QString path = QDir::current().absoluteFilePath(QStringLiteral("tabula-demo.png"));
     if (!window.grab().save(path)) {
