@@ -1,0 +1,67 @@
+#include "render/Geometry.h"
+
+#include "core/Grid.h"
+
+namespace TabulaControl::detail::render {
+
+namespace {
+
+// Walks the sizes from first up to target, adding size + line for every
+// index before target. Returns true when a running start lies past last.
+template <class SizeOf>
+bool walk(int32_t first, int32_t target, int32_t last, int32_t line, int32_t& pos, SizeOf sizeOf)
+{
+    for (int32_t i = first; i <= target; ++i) {
+        if (pos > last)
+            return true;
+        if (i < target)
+            pos = advance(pos, sizeOf(i), line);
+    }
+    return false;
+}
+
+}  // namespace
+
+int32_t advance(int32_t pos, int32_t size, int32_t line)
+{
+    return to32(int64_t{pos} + size + line);
+}
+
+int32_t firstScrollableTop(const GridState& s)
+{
+    return s.mColHeader ? advance(s.mRowHeight(0), s.mGridLineWidth, 1) : 1;
+}
+
+int32_t firstScrollableLeft(const GridState& s)
+{
+    return s.mRowHeader ? advance(s.mColWidth(0), s.mGridLineWidth, 1) : 1;
+}
+
+bool cellCoordinates(GridState& s, SurfaceSize surface, int32_t row, int32_t col, int32_t& x, int32_t& y)
+{
+    y = firstScrollableTop(s);
+    x = firstScrollableLeft(s);
+    s.mGridLineWidth = gridLineWidthOf(s);
+    const int32_t line = s.mGridLineWidth;
+    const bool rowBeyond = walk(s.mTopRow, row, surface.height - 1, line, y,
+                                [&](int32_t r) { return int32_t{s.mRowHeight(r)}; });
+    const bool colBeyond = walk(s.mLeftCol, col, surface.width - 1, line, x,
+                                [&](int32_t c) { return int32_t{s.mColWidth(c)}; });
+    return rowBeyond || colBeyond;
+}
+
+platform::Rect MakeRect(int32_t left, int32_t top, int32_t width, int32_t height)
+{
+    return {left, top, advance(left, width), advance(top, height)};
+}
+
+}  // namespace TabulaControl::detail::render
+
+namespace TabulaControl::detail {
+
+bool Grid::GetCellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y)
+{
+    return render::cellCoordinates(s, {ui.picGrid.ScaleWidth(), ui.picGrid.ScaleHeight()}, row, col, x, y);
+}
+
+}  // namespace TabulaControl::detail

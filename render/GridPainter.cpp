@@ -1,0 +1,319 @@
+#include "render/GridPainter.h"
+
+#include "render/CellPainter.h"
+
+#include <algorithm>
+
+namespace TabulaControl::detail::render {
+
+namespace {
+
+constexpr int32_t CornerSquareSize = 20;
+
+// Scroll need and drawn extent along one axis, after a full paint.
+void settleExtent(int32_t& drawn, bool& needed, int32_t last, int32_t firstShown)
+{
+    if (drawn >= last) {
+        needed = true;
+        drawn = last;
+        return;
+    }
+    needed = firstShown >= 2;
+}
+
+// The background colour beyond the last row and column. Under a border the
+// surface's pixel row 0 and column 0 are left alone.
+void paintBackgroundBands(const GridState& s, platform::Surface& surface, SurfaceSize size)
+{
+    const int32_t inset = s.mBorderStyle == 0 ? 0 : 1;
+    DrawBox(surface, inset, advance(s.mDrawnBottom, 1), advance(size.width, -inset), advance(size.height, -1),
+            s.mBackColorBkg);
+    DrawBox(surface, advance(s.mDrawnRight, 1), inset, size.width, advance(size.height, -inset), s.mBackColorBkg);
+}
+
+// The selection block with its anchor in normal colours, then the focus
+// rectangle of the current cell when that cell is on the surface.
+void drawMarks(Grid& g)
+{
+    GridState& s = g.s;
+    g.HilightSelection();
+    g.HilightSelection(s.mRow1, s.mCol1, s.mRow1, s.mCol1);
+    int32_t x = 0, y = 0;
+    if (!g.GetCellCoordinates(s.mRow, s.mCol, x, y))
+        g.HilightCell();
+}
+
+// The first row (column) from `first` whose extent, grid line included,
+// reaches past `stripStart`; pos is left at its start. Returns last + 1
+// when the walk ends first.
+template <class SizeOf>
+int32_t firstReaching(int32_t first, int32_t last, int32_t stripStart, int32_t line, int32_t& pos, SizeOf sizeOf)
+{
+    int32_t i = first;
+    for (; i <= last; ++i) {
+        const int32_t next = advance(pos, sizeOf(i), line);
+        if (next > stripStart)
+            break;
+        pos = next;
+    }
+    return i;
+}
+
+// Vertical lines after each column and horizontal lines after each row of
+// the block, each on the first pixel past its cell. The running starts
+// assume the block begins at mLeftCol and mTopRow.
+void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t col2, SurfaceSize size)
+{
+    GridState& s = g.s;
+    int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+    g.GetCellCoordinates(row1, col1, x1, y1);
+    g.GetCellCoordinates(row2, col2, x2, y2);
+    const int32_t line = s.mGridLineWidth;
+
+    const int32_t bottom = advance(y2, s.mRowHeight(row2));
+    int32_t x = s.mRowHeader ? advance(s.mColWidth(0), line) : 0;
+    for (int32_t c = col1; c <= col2; ++c) {
+        x = advance(x, s.mColWidth(c), line);
+        if (x > size.width)
+            break;
+        DrawLine(g.surface, {x, y1, x, bottom}, s.mGridLineColor);
+    }
+
+    const int32_t right = advance(x2, s.mColWidth(col2));
+    int32_t y = s.mColHeader ? advance(s.mRowHeight(0), line) : 0;
+    for (int32_t r = row1; r <= row2; ++r) {
+        y = advance(y, s.mRowHeight(r), line);
+        if (y > size.height)
+            break;
+        DrawLine(g.surface, {x1, y, right, y}, s.mGridLineColor);
+    }
+}
+
+}  // namespace
+
+bool cornerSquareNeeded(const Grid& g)
+{
+    const bool barsShown = g.ui.scrHorizontal.Visible() && g.ui.scrVertical.Visible();
+    return barsShown || (g.s.mHScrollNeeded && g.s.mVScrollNeeded);
+}
+
+void paintCornerSquare(platform::Surface& surface, SurfaceSize size)
+{
+    DrawBox(surface, advance(size.width, -CornerSquareSize), advance(size.height, -CornerSquareSize),
+            CornerSquareSize, CornerSquareSize, ButtonFace);
+}
+
+}  // namespace TabulaControl::detail::render
+
+namespace TabulaControl::detail {
+
+using render::advance;
+using render::argOr;
+using render::DrawBox;
+using render::DrawLine;
+
+void Grid::Refresh()
+{
+    if (s.mEditing) {
+        const bool selection = s.mAllowSelection && s.mSelectionMode >= 1;
+        if (selection)
+            HilightSelection();
+        EndEdit();
+        if (selection)
+            HilightSelection();
+    }
+    surface.clear();
+    if (s.mRow < 1 && s.mRows >= 1)
+        s.mRow = 1;
+    if (s.mCol < 1 && s.mCols >= 1)
+        s.mCol = 1;
+    s.mGridLineWidth = render::gridLineWidthOf(s);
+    RedrawAllCells(true);
+    ShowScrollBars();
+    CheckHighlight();
+    ui.picGrid.Refresh();
+}
+
+void Grid::RedrawAllCells(bool full)
+{
+    int32_t y = 1;
+    s.mDrawnBottom = 0;
+    if (s.mColHeader) {
+        if (full)
+            DrawRow(0, 1, true);
+        y = advance(s.mRowHeight(0), 1, s.mGridLineWidth);
+        s.mDrawnBottom = advance(s.mRowHeight(0), 1);
+    }
+    const render::SurfaceSize size = render::surfaceSizeOf(*this);
+    for (int32_t r = s.mTopRow; r <= s.mRows; ++r) {
+        DrawRow(r, y, true);
+        y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
+        if (y <= size.height - 1 && r != s.mRows)
+            continue;
+        if (s.mPageRows < 1) {
+            s.mPageRows = to32(int64_t{r} - s.mTopRow - 1);
+            if (s.mPageRows > 0)
+                ui.scrVertical.setLargeChange(to16(s.mPageRows));
+        }
+        s.mDrawnBottom = advance(y, -1);
+        break;
+    }
+    render::settleExtent(s.mDrawnBottom, s.mVScrollNeeded, size.height - 1, s.mTopRow);
+    render::settleExtent(s.mDrawnRight, s.mHScrollNeeded, size.width - 1, s.mLeftCol);
+    render::paintBackgroundBands(s, surface, size);
+    if (s.mRows > 0) {
+        DrawGrid();
+        render::drawMarks(*this);
+    }
+    SetSizers();
+}
+
+void Grid::DrawRow(int32_t row, int32_t y, bool)
+{
+    s.mGridLineWidth = render::gridLineWidthOf(s);
+    const int32_t height = s.mRowHeight(row);
+    const int32_t lastX = ui.picGrid.ScaleWidth() - 1;
+    int32_t x = 1;
+    if (s.mRowHeader) {
+        DrawCell(row, 0, 1, y, s.mColWidth(0), height);
+        x = advance(1, s.mColWidth(0), s.mGridLineWidth);
+    }
+    s.mHScrollNeeded = s.mLeftCol > 1;
+    for (int32_t c = s.mLeftCol; c <= s.mCols; ++c) {
+        DrawCell(row, c, x, y, s.mColWidth(c), height);
+        x = advance(x, s.mColWidth(c), s.mGridLineWidth);
+        if (x <= lastX)
+            continue;
+        if (c < s.mCols) {
+            s.mHScrollNeeded = true;
+            if (s.mPageCols == 0)
+                s.mPageCols = to32(int64_t{c} - s.mLeftCol);
+            ui.scrHorizontal.setLargeChange(s.mPageCols > 0 ? to16(s.mPageCols) : int16_t{1});
+        }
+        break;
+    }
+    s.mDrawnRight = std::min(advance(x, -1), lastX);
+}
+
+void Grid::DrawCol(int32_t col, int32_t x, bool header)
+{
+    s.mGridLineWidth = render::gridLineWidthOf(s);
+    const int32_t width = s.mColWidth(col);
+    const int32_t surfaceHeight = ui.picGrid.ScaleHeight();
+    int32_t y = 1;
+    if (s.mColHeader) {
+        if (header)
+            DrawCell(0, col, x, 1, width, s.mRowHeight(0));
+        y = advance(1, s.mRowHeight(0), s.mGridLineWidth);
+    }
+    s.mVScrollNeeded = s.mTopRow > 1;
+    for (int32_t r = s.mTopRow; r <= s.mRows; ++r) {
+        DrawCell(r, col, x, y, width, s.mRowHeight(r));
+        y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
+        if (y <= surfaceHeight)
+            continue;
+        s.mVScrollNeeded = true;
+        ui.scrVertical.setLargeChange(to16(int64_t{r} - s.mTopRow));
+        break;
+    }
+    s.mDrawnBottom = std::min(advance(y, -1), surfaceHeight - 1);
+}
+
+void Grid::DrawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
+{
+    row1 = argOr(row1, s.mTopRow);
+    col1 = argOr(col1, s.mLeftCol);
+    row2 = argOr(row2, s.mRows);
+    col2 = argOr(col2, s.mCols);
+    const render::SurfaceSize size = render::surfaceSizeOf(*this);
+    if (s.mShowGrid) {
+        if (!s.mGridSolid)
+            surface.setPenStyle(platform::PenStyle::Dot);
+        render::drawGridLines(*this, row1, col1, row2, col2, size);
+    }
+    DrawGridBorder(row1, col1, row2, col2);
+    surface.setPenStyle(platform::PenStyle::Solid);
+    if (render::cornerSquareNeeded(*this))
+        render::paintCornerSquare(surface, size);
+}
+
+void Grid::DrawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
+{
+    row1 = argOr(row1, s.mTopRow);
+    col1 = argOr(col1, s.mLeftCol);
+    row2 = argOr(row2, s.mRows);
+    col2 = argOr(col2, s.mCols);
+    int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
+    GetCellCoordinates(row1, col1, x1, y1);
+    GetCellCoordinates(row2, col2, x2, y2);
+    const int32_t right = advance(x2, s.mColWidth(col2));
+    const int32_t bottom = advance(y2, s.mRowHeight(row2));
+    const bool flatHeaders = s.mFixedStyle == 0;
+    if (flatHeaders || !s.mColHeader)
+        DrawLine(surface, {x1, y1, right, y1}, s.mGridLineColor);
+    DrawLine(surface, {x1, bottom, right, bottom}, s.mGridLineColor);
+    if (flatHeaders || !s.mRowHeader)
+        DrawLine(surface, {x1, y1, x1, bottom}, s.mGridLineColor);
+    DrawLine(surface, {right, y1, right, bottom}, s.mGridLineColor);
+}
+
+void Grid::DrawBottomRows(int32_t fromRow, int32_t lines)
+{
+    s.mGridLineWidth = render::gridLineWidthOf(s);
+    const render::SurfaceSize size = render::surfaceSizeOf(*this);
+    const int32_t stripTop = to32(int64_t{size.height} - 1 - lines);
+    int32_t y = render::firstScrollableTop(s);
+    int32_t r = render::firstReaching(fromRow, s.mRows, stripTop, s.mGridLineWidth, y,
+                                      [&](int32_t row) { return int32_t{s.mRowHeight(row)}; });
+    for (; r <= s.mRows && y <= size.height - 1; ++r) {
+        DrawRow(r, y, true);
+        y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
+    }
+    s.mDrawnBottom = std::min(advance(y, -1), size.height - 1);
+    DrawBox(surface, 1, advance(s.mDrawnBottom, 1), size.width, size.height, render::ButtonFace);
+}
+
+void Grid::DrawRightCols(int32_t fromCol, int32_t pixels)
+{
+    const render::SurfaceSize size = render::surfaceSizeOf(*this);
+    const int32_t stripLeft = to32(int64_t{size.width} - 1 - pixels);
+    int32_t x = render::firstScrollableLeft(s);
+    int32_t c = render::firstReaching(fromCol, s.mCols, stripLeft, s.mGridLineWidth, x,
+                                      [&](int32_t col) { return int32_t{s.mColWidth(col)}; });
+    for (; c <= s.mCols && x <= size.width - 1; ++c) {
+        DrawCol(c, x, true);
+        x = advance(x, s.mColWidth(c), s.mGridLineWidth);
+    }
+    s.mDrawnRight = std::min(advance(x, -1), size.width - 1);
+    DrawBox(surface, advance(s.mDrawnRight, 1), 1, size.width, size.height, render::ButtonFace);
+}
+
+void Grid::DrawBottomRight()
+{
+    const render::SurfaceSize size = render::surfaceSizeOf(*this);
+    DrawLine(surface, {size.width - 1, 1, size.width - 1, size.height}, s.mGridLineColor);
+    DrawLine(surface, {0, size.height - 1, size.width, size.height - 1}, s.mGridLineColor);
+}
+
+void Grid::RedrawCells(Rect cells)
+{
+    if (cells.Left > cells.Right)
+        return;
+    for (int32_t row = cells.Top; row <= cells.Bottom; ++row) {
+        for (int32_t col = cells.Left; col <= cells.Right; ++col) {
+            int32_t x = 0, y = 0;
+            GetCellCoordinates(row, col, x, y);
+            DrawCell(row, col, x, y, s.mColWidth(col), s.mRowHeight(row));
+        }
+    }
+}
+
+void Grid::UserControl_Paint() { ui.window.setBorder(s.mBorderStyle); }
+
+void Grid::ShowScrollBars()
+{
+    ui.scrVertical.setVisible(s.mVScrollNeeded);
+    ui.scrHorizontal.setVisible(s.mHScrollNeeded);
+}
+
+}  // namespace TabulaControl::detail

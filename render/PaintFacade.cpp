@@ -1,0 +1,10 @@
+#include "core/Facade.h"
+
+namespace TabulaControl {
+
+void Tabula::Refresh()
+{
+    call("Refresh", [&] { grid_->Refresh(); });
+}
+
+}  // namespace TabulaControl

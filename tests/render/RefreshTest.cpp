@@ -1,0 +1,75 @@
+#include "tests/support/EngineFixture.h"
+#include "tests/support/GridFixture.h"
+
+using TabulaControl::TabulaEvents;
+using TabulaTest::errorOf;
+
+namespace {
+
+class RefreshFacade : public TabulaTest::GridFixture {};
+
+// The engine with an open editor; edit events are recorded in order.
+class RefreshWhileEditing : public TabulaTest::EngineFixture {
+protected:
+    void SetUp() override
+    {
+        EngineFixture::SetUp();
+        g().setRows(3);
+        QObject::connect(&events_, &TabulaEvents::BeforeEdit, [this](int32_t r, int32_t c, bool&) {
+            log.append(QString("BeforeEdit(%1,%2)").arg(r).arg(c));
+        });
+        QObject::connect(&events_, &TabulaEvents::AfterEdit, [this](int32_t r, int32_t c, QString v) {
+            log.append(QString("AfterEdit(%1,%2,%3)").arg(r).arg(c).arg(v));
+        });
+    }
+
+    void openEditorWith(const QString& text)
+    {
+        g().GridEdit(0);
+        ASSERT_TRUE(s().mEditing);
+        g().ui.txtEdit.setText(text);
+        log.clear();
+    }
+
+    QStringList log;
+};
+
+}  // namespace
+
+TEST_F(RefreshFacade, RepaintsWhatChangedWithoutAutoRedraw)
+{
+    grid().setRows(3);
+    grid().setAutoRedraw(false);
+    grid().setTextMatrix(2, 1, QString(20, 'W'));
+    const auto inkInCell = [&] {
+        int ink = 0;
+        for (int y = 34; y < 48; ++y)
+            for (int x = 36; x < 96; ++x)
+                ink += pixel(x, y) != 0xFFFFFFu ? 1 : 0;
+        return ink;
+    };
+    EXPECT_EQ(inkInCell(), 0);
+    grid().Refresh();
+    EXPECT_GT(inkInCell(), 0);
+    EXPECT_EQ(pixel(98, 40), 0xC0C0C0u);
+    EXPECT_EQ(pixel(99, 40), 0xFFFFFFu);
+}
+
+TEST_F(RefreshFacade, FailureIsReportedAsTheRefreshComponentError)
+{
+    grid().setTopRow(-4);
+    const auto error = errorOf([&] { grid().Refresh(); });
+    EXPECT_EQ(error.Number, TabulaControl::ComponentError::ErrorNumber);
+    EXPECT_EQ(error.Source, "TabulaControl.Tabula.Refresh");
+    EXPECT_TRUE(error.Description.startsWith("Tabula component failureat line "));
+}
+
+TEST_F(RefreshWhileEditing, OpenEditIsCommittedFirst)
+{
+    openEditorWith("typed");
+    g().Refresh();
+    EXPECT_EQ(log, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,typed)"}));
+    EXPECT_FALSE(s().mEditing);
+    EXPECT_FALSE(g().ui.txtEdit.Visible());
+    EXPECT_EQ(s().mCells.Text(1, 1), "typed");
+}
