@@ -269,13 +269,4 @@ void CellArray::setTag(int16_t row, int16_t col, const QString& value)
     guarded("Tag", [&] { editFormat(row, col, [&](CellFormat& f) { f.Tag = value; }); });
 }
 
-bool CellArray::Selected(int16_t row, int16_t col) const
-{
-    return guarded("Selected", [&] { return at(row, col).selected; });
-}
-void CellArray::setSelected(int16_t row, int16_t col, bool value)
-{
-    guarded("Selected", [&] { at(row, col).selected = value; });
-}
-
 }  // namespace TabulaControl::detail

@@ -67,9 +67,6 @@ public:
     void setValue(int16_t row, int16_t col, int16_t value);
     QString Tag(int16_t row, int16_t col) const;
     void setTag(int16_t row, int16_t col, const QString& value);
-    // The header mark of a header cell, drawn in its selected look.
-    bool Selected(int16_t row, int16_t col) const;
-    void setSelected(int16_t row, int16_t col, bool value);
 
     // All formatting of a cell at once, for the painter.
     const CellFormat& Format(int16_t row, int16_t col) const;
@@ -81,7 +78,6 @@ private:
         int16_t value = 0;
         uint8_t style = 0;
         uint8_t alignVertical = 0;
-        bool selected = false;
     };
 
     struct FormatHash {

@@ -1,0 +1,203 @@
+#include "navigation/Navigation.h"
+
+#include <algorithm>
+
+namespace TabulaControl::detail {
+
+using namespace navigation;
+
+namespace {
+
+bool isArrow(int16_t keyCode) { return keyCode >= VkLeft && keyCode <= VkDown; }
+
+void selectCurrentRow(Grid& g)
+{
+    GridState& s = g.s;
+    if (!s.mAllowSelection || s.mSelectionMode != SelectionByRow)
+        return;
+    g.HilightSelection();
+    s.mRow1 = s.mRow2 = s.mRow;
+    s.mCol1 = 0;
+    s.mCol2 = s.mCols;
+    s.mRowsSelected = true;
+    g.HilightSelection();
+}
+
+void selectCurrentColumn(Grid& g)
+{
+    GridState& s = g.s;
+    if (!s.mAllowSelection || s.mSelectionMode != SelectionByCol)
+        return;
+    g.HilightSelection();
+    s.mCol1 = s.mCol2 = s.mCol;
+    s.mRow1 = 0;
+    s.mRow2 = s.mRows;
+    s.mColumnsSelected = true;
+    g.HilightSelection();
+}
+
+// Down and Right test the new cell's pixel extent against the area the
+// scroll bars leave free; Up and Left compare indexes with the first shown.
+void moveDown(Grid& g)
+{
+    GridState& s = g.s;
+    if (s.mRow >= s.mRows)
+        return;
+    g.HilightCell();
+    ++s.mRow;
+    int32_t x = 0, y = 0;
+    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
+    auto& bar = g.ui.scrVertical;
+    const int32_t barHeight = g.ui.scrHorizontal.Visible() ? g.ui.scrHorizontal.Height() : 0;
+    const bool fits = int64_t{g.ui.picGrid.ScaleHeight()} - s.mRowHeight(s.mRow) - barHeight >= y;
+    g.HilightCell();
+    if (!fits && bar.Value() < bar.Max())
+        bar.setValue(bar.Value() + 1);
+    selectCurrentRow(g);
+}
+
+void moveRight(Grid& g)
+{
+    GridState& s = g.s;
+    if (s.mCol >= s.mCols)
+        return;
+    g.HilightCell();
+    ++s.mCol;
+    int32_t x = 0, y = 0;
+    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
+    auto& bar = g.ui.scrHorizontal;
+    const int32_t barWidth = g.ui.scrVertical.Visible() ? g.ui.scrVertical.Width() : 0;
+    const bool fits = int64_t{g.ui.picGrid.ScaleWidth()} - s.mColWidth(s.mCol) - barWidth >= x;
+    g.HilightCell();
+    if (!fits && bar.Value() < bar.Max())
+        bar.setValue(bar.Value() + 1);
+    selectCurrentColumn(g);
+    selectCurrentRow(g);
+}
+
+// Scrolling back repaints the new current cell's mark itself.
+void stepBackOrShow(Grid& g, bool onScreen, platform::ScrollBar& bar)
+{
+    if (onScreen || bar.Value() < 2)
+        g.HilightCell();
+    else
+        bar.setValue(bar.Value() - 1);
+}
+
+void moveUp(Grid& g)
+{
+    GridState& s = g.s;
+    if (s.mRow < 2)
+        return;
+    g.HilightCell();
+    --s.mRow;
+    stepBackOrShow(g, s.mRow >= s.mTopRow, g.ui.scrVertical);
+    selectCurrentRow(g);
+}
+
+void moveLeft(Grid& g)
+{
+    GridState& s = g.s;
+    if (s.mCol < 2)
+        return;
+    g.HilightCell();
+    --s.mCol;
+    stepBackOrShow(g, s.mCol >= s.mLeftCol, g.ui.scrHorizontal);
+    selectCurrentColumn(g);
+}
+
+void moveByArrow(Grid& g, int16_t keyCode)
+{
+    switch (keyCode) {
+    case VkDown: return moveDown(g);
+    case VkRight: return moveRight(g);
+    case VkUp: return moveUp(g);
+    case VkLeft: return moveLeft(g);
+    default: return;
+    }
+}
+
+// The current row each paging key moves to.
+int32_t pagedRow(const GridState& s, int16_t keyCode)
+{
+    switch (keyCode) {
+    case VkHome: return 1;
+    case VkEnd: return s.mRows;
+    case VkPageUp: return std::max(to32(int64_t{s.mRow} - s.mPageRows), 1);
+    default: return std::min(to32(int64_t{s.mRow} + s.mPageRows), s.mRows);
+    }
+}
+
+bool isPagingKey(int16_t keyCode)
+{
+    return keyCode == VkHome || keyCode == VkEnd || keyCode == VkPageUp || keyCode == VkPageDown;
+}
+
+// The new current row becomes the top row.
+void moveByPage(Grid& g, int16_t keyCode)
+{
+    GridState& s = g.s;
+    g.HilightCell();
+    s.mRow = pagedRow(s, keyCode);
+    g.RedrawAllCells(true);
+    g.ui.scrVertical.setValue(to16(s.mRow));
+    g.ShowLookup();
+    g.CheckHighlight();
+}
+
+void toggleCheckmarkByKey(Grid& g)
+{
+    GridState& s = g.s;
+    const bool editable = s.mColAllowEdit(s.mCol);
+    if (editable) {
+        const int16_t row = to16(s.mRow), col = to16(s.mCol);
+        s.mCells.setText(row, col, toggledCheckmark(s.mCells.Text(row, col)));
+    }
+    redrawCurrentCell(g);
+    if (editable)
+        g.events.AfterEdit(s.mRow, s.mCol, g.Text());
+}
+
+}  // namespace
+
+void Grid::KeyDown(int16_t keyCode, int16_t)
+{
+    const int32_t oldRow = s.mRow, oldCol = s.mCol;
+    if (isArrow(keyCode)) {
+        moveByArrow(*this, keyCode);
+        if (ui.txtEdit.Visible())
+            hideEditorBox(*this);
+        closeDropDown(*this);
+    }
+    ui.picGrid.Refresh();
+    if (s.mRow != oldRow || s.mCol != oldCol)
+        events.RowColChange(oldRow, oldCol);
+}
+
+void Grid::picGrid_KeyDown(int16_t keyCode, int16_t shift)
+{
+    events.KeyDown(keyCode, shift);
+    KeyDown(keyCode, shift);
+}
+
+void Grid::picGrid_KeyPress(int16_t keyAscii)
+{
+    events.KeyPress(keyAscii);
+    const bool checkmarkColumn = s.mColMask(s.mCol) == checkmark;
+    if (s.mCols > 0 && s.mRows > 0 && keyAscii != CharTab && !checkmarkColumn)
+        GridEdit(keyAscii);
+    if (s.mColMask(s.mCol) == checkmark)
+        toggleCheckmarkByKey(*this);
+}
+
+void Grid::picGrid_KeyUp(int16_t keyCode, int16_t shift)
+{
+    const int32_t oldRow = s.mRow, oldCol = s.mCol;
+    if (isPagingKey(keyCode))
+        moveByPage(*this, keyCode);
+    events.KeyUp(keyCode, shift);
+    if (s.mRow != oldRow || s.mCol != oldCol)
+        events.RowColChange(oldRow, oldCol);
+}
+
+}  // namespace TabulaControl::detail

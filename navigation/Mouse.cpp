@@ -1,0 +1,394 @@
+#include "navigation/Navigation.h"
+
+namespace TabulaControl::detail {
+
+using namespace navigation;
+
+namespace {
+
+// A header cell is marked by its value: a marked header cell draws as a
+// pressed button.
+constexpr int16_t Marked = -1;
+constexpr int16_t Unmarked = 0;
+
+bool isMarked(const CellArray& cells, int32_t row, int32_t col) { return cells.Value(to16(row), to16(col)) != 0; }
+
+
+struct CellIndex {
+    int32_t row = 0;
+    int32_t col = 0;
+};
+
+bool isHeader(CellIndex c) { return (c.row == 0 || c.col == 0) && c.row >= 0 && c.col >= 0; }
+bool isDataCell(CellIndex c) { return c.row >= 1 && c.col >= 1; }
+bool extendsSelection(const GridState& s, int16_t button, int16_t shift)
+{
+    return (shift & 1) && (button & 1) && s.mAllowSelection;
+}
+
+// Header cells sit at their fixed places: the header row at y = 1, the
+// header column at x = 1. A cell that starts beyond the surface is skipped.
+void drawHeaderCell(Grid& g, int32_t row, int32_t col)
+{
+    int32_t x = 0, y = 0;
+    if (g.GetCellCoordinates(row, col, x, y))
+        return;
+    if (row == 0)
+        y = 1;
+    if (col == 0)
+        x = 1;
+    g.DrawCell(row, col, x, y, g.s.mColWidth(col), g.s.mRowHeight(row));
+}
+
+void unmarkHeaderCell(Grid& g, int32_t row, int32_t col)
+{
+    CellArray& cells = g.s.mCells;
+    if (!isMarked(cells, row, col))
+        return;
+    cells.setValue(to16(row), to16(col), Unmarked);
+    drawHeaderCell(g, row, col);
+}
+
+void unmarkHeaders(Grid& g)
+{
+    GridState& s = g.s;
+    if (isMarked(s.mCells, 0, 0)) {
+        s.mCells.setValue(0, 0, Unmarked);
+        g.DrawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
+    }
+    for (int32_t c = s.mCol1; c <= s.mCol2; ++c)
+        unmarkHeaderCell(g, 0, c);
+    for (int32_t r = s.mRow1; r <= s.mRow2; ++r)
+        unmarkHeaderCell(g, r, 0);
+}
+
+// The square between the two scroll bars, by the bars' positions on the
+// control.
+bool inDeadCorner(Grid& g, float x, float y)
+{
+    const auto& v = g.ui.scrVertical;
+    const auto& h = g.ui.scrHorizontal;
+    return v.Visible() && h.Visible() && x > v.Left() && y > h.Top();
+}
+
+void markPressedHeader(Grid& g, CellIndex pressed)
+{
+    GridState& s = g.s;
+    if (!s.mAllowSelection)
+        return;
+    if (s.mSelectionMode == SelectionByRow && pressed.row >= 1)
+        s.mCells.setValue(to16(pressed.row), 0, Marked);
+    if (s.mSelectionMode == SelectionByCol && pressed.col >= 1)
+        s.mCells.setValue(0, to16(pressed.col), Marked);
+}
+
+void selectHeaderLine(Grid& g, CellIndex pressed)
+{
+    GridState& s = g.s;
+    if (!s.mAllowSelection)
+        return;
+    if (pressed.row == 0 && pressed.col >= 1 && s.mSelectionMode == SelectionByCol) {
+        drawHeaderCell(g, 0, pressed.col);
+        s.mCol1 = s.mCol2 = pressed.col;
+        s.mRow1 = 0;
+        s.mRow2 = s.mRows;
+        s.mColumnsSelected = true;
+    } else if (pressed.row >= 1 && pressed.col == 0 && s.mSelectionMode == SelectionByRow) {
+        drawHeaderCell(g, pressed.row, 0);
+        s.mRow1 = s.mRow2 = pressed.row;
+        s.mCol1 = 0;
+        s.mCol2 = s.mCols;
+        s.mRowsSelected = true;
+    }
+}
+
+void markAndDrawHeader(Grid& g, int32_t row, int32_t col)
+{
+    g.s.mCells.setValue(to16(row), to16(col), Marked);
+    drawHeaderCell(g, row, col);
+}
+
+void selectAllFromCorner(Grid& g, CellIndex pressed)
+{
+    GridState& s = g.s;
+    if (pressed.row != 0 || pressed.col != 0 || !s.mAllowSelection || s.mSelectionMode != SelectionFree)
+        return;
+    g.DrawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
+    for (int32_t c = 1; c <= s.mCols; ++c)
+        markAndDrawHeader(g, 0, c);
+    for (int32_t r = 1; r <= s.mRows; ++r)
+        markAndDrawHeader(g, r, 0);
+    s.mRow1 = 1;
+    s.mCol1 = 1;
+    s.mRow2 = s.mRows;
+    s.mCol2 = s.mCols;
+    s.mRowsSelected = s.mColumnsSelected = true;
+}
+
+void pressHeader(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
+{
+    GridState& s = g.s;
+    if (!extendsSelection(s, button, shift)) {
+        if (selectionIsBlock(s))
+            toggleSelectionMarks(g);
+        g.HilightCell();
+        markPressedHeader(g, pressed);
+        selectHeaderLine(g, pressed);
+        selectAllFromCorner(g, pressed);
+    }
+    toggleSelectionMarks(g);
+    if (s.mCol1 > 0)
+        s.mCol = s.mCol1;
+    if (s.mRow1 > 0)
+        s.mRow = s.mRow1;
+    g.HilightCell();
+}
+
+// One step per press and direction toward a cell cut off by the right or
+// bottom edge. The edges are the scroll bars' own positions on the control,
+// taken as they are.
+void scrollTowardCell(Grid& g, CellIndex pressed)
+{
+    GridState& s = g.s;
+    auto& h = g.ui.scrHorizontal;
+    auto& v = g.ui.scrVertical;
+    int32_t x = 0, y = 0;
+    g.GetCellCoordinates(pressed.row, pressed.col, x, y);
+    if (to32(int64_t{x} + s.mColWidth(pressed.col)) > v.Left() && h.Visible() && h.Value() < h.Max())
+        h.setValue(h.Value() + 1);
+    if (to32(int64_t{y} + s.mRowHeight(pressed.row)) > h.Top() && v.Visible() && v.Value() < v.Max())
+        v.setValue(v.Value() + 1);
+}
+
+void extendSelectionTo(Grid& g, CellIndex pressed)
+{
+    GridState& s = g.s;
+    g.HilightSelection(s.mRow1, s.mCol1, s.mRow2, s.mCol2);
+    s.mRow2 = pressed.row;
+    s.mCol2 = pressed.col;
+    if (s.mSelectionMode == SelectionByRow)
+        s.mCol2 = s.mCols;
+    if (s.mSelectionMode == SelectionByCol)
+        s.mRow2 = s.mRows;
+    g.HilightSelection();
+}
+
+void anchorSelectionAt(Grid& g, CellIndex pressed)
+{
+    GridState& s = g.s;
+    if (selectionIsBlock(s))
+        toggleSelectionMarks(g);
+    s.mRow1 = s.mRow2 = pressed.row;
+    s.mCol1 = s.mCol2 = pressed.col;
+    if (!selectsLines(s))
+        return;
+    if (s.mSelectionMode == SelectionByRow) {
+        s.mCol1 = 0;
+        s.mCol2 = s.mCols;
+        s.mRowsSelected = true;
+    } else if (s.mSelectionMode == SelectionByCol) {
+        s.mRow1 = 0;
+        s.mRow2 = s.mRows;
+        s.mColumnsSelected = true;
+    }
+    if (s.mSelectionMode == SelectionByRow || s.mSelectionMode == SelectionByCol)
+        toggleSelectionMarks(g);
+}
+
+void moveCurrentCellTo(Grid& g, CellIndex pressed)
+{
+    GridState& s = g.s;
+    if (pressed.row == s.mRow && pressed.col == s.mCol)
+        return;
+    if (s.mEditing)
+        g.HideEdit();
+    else
+        g.HilightCell(s.mRow, s.mCol);
+    s.mRow = pressed.row;
+    s.mCol = pressed.col;
+    g.HilightCell();
+}
+
+void pressCell(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
+{
+    scrollTowardCell(g, pressed);
+    if (extendsSelection(g.s, button, shift))
+        return extendSelectionTo(g, pressed);
+    anchorSelectionAt(g, pressed);
+    moveCurrentCellTo(g, pressed);
+}
+
+void closeEditorBoxAfterPress(Grid& g)
+{
+    if (!g.ui.txtEdit.Visible())
+        return;
+    hideEditorBox(g);
+    if (g.s.mEditing)
+        g.events.AfterEdit(g.s.mRow, g.s.mCol, g.Text());
+}
+
+// A press on a check-mark cell toggles the current cell, which after a
+// Shift-extend is not the pressed one.
+void toggleCheckmarkAfterPress(Grid& g, CellIndex pressed)
+{
+    GridState& s = g.s;
+    if (!isDataCell(pressed) || s.mColMask(s.mCol) != checkmark)
+        return;
+    const bool editable = s.mColAllowEdit(s.mCol);
+    if (editable) {
+        const int16_t row = to16(s.mRow), col = to16(s.mCol);
+        s.mCells.setText(row, col, toggledCheckmark(s.mCells.Text(row, col)));
+    }
+    if (selectsLines(s))
+        g.HilightSelection();
+    redrawCurrentCell(g);
+    if (selectsLines(s))
+        g.HilightSelection();
+    if (editable)
+        g.events.AfterEdit(s.mRow, s.mCol, g.Text());
+}
+
+// One step of the bar toward a pointer before the start or at or past end
+// of the visible area; returns whether the bar moved.
+bool stepToward(platform::ScrollBar& bar, float pos, int32_t end)
+{
+    if (pos < 0 && bar.Value() > 1) {
+        bar.setValue(bar.Value() - 1);
+        return true;
+    }
+    if (pos >= end && bar.Value() < bar.Max()) {
+        bar.setValue(bar.Value() + 1);
+        return true;
+    }
+    return false;
+}
+
+// The visible area is the surface less what the scroll bars cover.
+bool autoScrollStep(Grid& g, float x, float y)
+{
+    auto& h = g.ui.scrHorizontal;
+    auto& v = g.ui.scrVertical;
+    const auto& surface = g.ui.picGrid;
+    const int32_t visibleWidth = v.Visible() ? v.Left() - surface.Left() : surface.ScaleWidth();
+    const int32_t visibleHeight = h.Visible() ? h.Top() - surface.Top() : surface.ScaleHeight();
+    const bool across = stepToward(h, x, visibleWidth);
+    const bool down = stepToward(v, y, visibleHeight);
+    return across || down;
+}
+
+}  // namespace
+
+namespace navigation {
+
+void extendSelectionByDrag(Grid& g, float x, float y)
+{
+    GridState& s = g.s;
+    if (autoScrollStep(g, x, y))
+        g.ui.picGrid.repeatMouseMove();
+    const int32_t row = s.mMouseRow, col = s.mMouseCol;
+    if ((row == s.mRow2 && col == s.mCol2) || row < 1 || col < 1)
+        return;
+    g.HilightSelection(s.mRow1, s.mCol1, s.mRow2, s.mCol2);
+    s.mRow2 = row;
+    s.mCol2 = col;
+    g.HilightSelection(s.mRow1, s.mCol1, s.mRow2, s.mCol2);
+    g.ui.picGrid.Refresh();
+}
+
+}  // namespace navigation
+
+int32_t Grid::RowFromPoint(float, float y)
+{
+    s.mGridLineWidth = s.mShowGrid ? 1 : 0;
+    int32_t top = s.mColHeader ? to32(int64_t{s.mRowHeight(0)} + s.mGridLineWidth + 1) : 1;
+    if (y > 0 && double{y} <= top)
+        return 0;
+    for (int32_t r = s.mTopRow; r <= s.mRows; ++r) {
+        const int32_t bottom = to32(int64_t{top} + s.mRowHeight(r));
+        if (top <= double{y} && double{y} <= bottom)
+            return r;
+        top = to32(int64_t{bottom} + s.mGridLineWidth);
+    }
+    return -1;
+}
+
+int32_t Grid::ColFromPoint(float x, float)
+{
+    s.mGridLineWidth = s.mShowGrid ? 1 : 0;
+    int32_t left = s.mRowHeader ? to32(int64_t{s.mColWidth(0)} + s.mGridLineWidth + 1) : 1;
+    if (x > 0 && double{x} <= left)
+        return 0;
+    for (int32_t c = s.mLeftCol; c <= s.mCols; ++c) {
+        const int32_t right = to32(int64_t{left} + s.mColWidth(c));
+        if (left <= double{x} && double{x} <= right)
+            return c;
+        left = to32(int64_t{right} + s.mGridLineWidth);
+    }
+    return -1;
+}
+
+void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
+{
+    const int32_t oldRow = s.mRow, oldCol = s.mCol;
+    s.mMouseDown = true;
+    CellIndex pressed;
+    if (!startSizerDrag(*this, x, y)) {
+        unmarkHeaders(*this);
+        if (inDeadCorner(*this, x, y))
+            return;
+        pressed = {RowFromPoint(x, y), ColFromPoint(x, y)};
+        s.mHeaderClicked = pressed.row < 1 || pressed.col < 1;
+        if (isHeader(pressed))
+            pressHeader(*this, pressed, button, shift);
+        else if (isDataCell(pressed))
+            pressCell(*this, pressed, button, shift);
+    }
+    closeEditorBoxAfterPress(*this);
+    closeDropDown(*this);
+    toggleCheckmarkAfterPress(*this, pressed);
+    if (s.mRow != oldRow || s.mCol != oldCol)
+        events.RowColChange(oldRow, oldCol);
+}
+
+void Grid::MouseUp(int16_t, int16_t, float, float)
+{
+    s.mMouseDown = false;
+    s.mRowsSelected = false;
+    s.mColumnsSelected = false;
+    ui.picSizer.setVisible(false);
+    if (s.mColSizing)
+        finishColumnDrag(*this);
+    s.mColSizing = s.mRowSizing = false;
+}
+
+void Grid::DblClick()
+{
+    if (s.mRow > 0 && s.mCol > 0 && s.mColMask(s.mCol) != checkmark && !s.mHeaderClicked)
+        GridEdit(CharSpace);
+}
+
+void Grid::picGrid_MouseDown(const MouseArgs& e)
+{
+    if (e.Button == 1)
+        MouseDown(e.Button, e.Shift, e.X, e.Y);
+    s.mMouseRow = to16(RowFromPoint(e.X, e.Y));
+    s.mMouseCol = to16(ColFromPoint(e.X, e.Y));
+    if (!s.mColSizing && !s.mRowSizing)
+        events.MouseDown(e.Button, e.Shift, e.X, e.Y);
+}
+
+void Grid::picGrid_MouseUp(const MouseArgs& e)
+{
+    MouseUp(e.Button, e.Shift, e.X, e.Y);
+    events.MouseUp(e.Button, e.Shift, e.X, e.Y);
+}
+
+void Grid::picGrid_Click() { events.Click(); }
+
+void Grid::picGrid_DblClick()
+{
+    events.DblClick();
+    DblClick();
+}
+
+}  // namespace TabulaControl::detail

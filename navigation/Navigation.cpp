@@ -1,0 +1,37 @@
+#include "navigation/Navigation.h"
+
+namespace TabulaControl::detail::navigation {
+
+void hideEditorBox(Grid& g)
+{
+    if (selectsLines(g.s))
+        g.HilightSelection();
+    g.ui.txtEdit.setVisible(false);
+    if (selectsLines(g.s))
+        g.HilightSelection();
+}
+
+void closeDropDown(Grid& g)
+{
+    if (g.ui.listForm.Visible())
+        g.ui.listForm.Hide();
+    g.ui.cmdLookup.setVisible(false);
+    g.ShowLookup();
+}
+
+void redrawCurrentCell(Grid& g)
+{
+    GridState& s = g.s;
+    int32_t x = 0, y = 0;
+    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
+    g.DrawCell(s.mRow, s.mCol, x, y, s.mColWidth(s.mCol), s.mRowHeight(s.mRow));
+    g.DrawGridBorder();
+    g.HilightCell(s.mRow, s.mCol);
+}
+
+QString toggledCheckmark(const QString& text)
+{
+    return text == QLatin1String("1") ? QStringLiteral("0") : QStringLiteral("1");
+}
+
+}  // namespace TabulaControl::detail::navigation

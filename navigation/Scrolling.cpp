@@ -1,0 +1,183 @@
+#include "navigation/Navigation.h"
+
+#include <algorithm>
+
+namespace TabulaControl::detail {
+
+using namespace navigation;
+
+namespace {
+
+// Paints the edited cell without the editor box and reports the cell's
+// stored text.
+void finishEditAfterScroll(Grid& g)
+{
+    GridState& s = g.s;
+    if (selectsLines(s))
+        g.HilightSelection();
+    int32_t x = 0, y = 0;
+    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
+    g.ui.txtEdit.setVisible(false);
+    g.DrawCell(s.mRow, s.mCol, x, y, s.mColWidth(s.mCol), s.mRowHeight(s.mRow));
+    g.DrawGridBorder();
+    g.HilightCell(s.mRow, s.mCol);
+    if (selectsLines(s))
+        g.HilightSelection();
+    g.events.AfterEdit(s.mRow, s.mCol, g.Text());
+}
+
+// A vertical scroll closes the editor without storing what was typed.
+void dropEdit(Grid& g)
+{
+    g.s.mEditing = false;
+    finishEditAfterScroll(g);
+}
+
+// A horizontal scroll stores the typed text unless BeforeEdit cancels.
+void commitEdit(Grid& g)
+{
+    GridState& s = g.s;
+    s.mEditCancel = false;
+    g.events.BeforeEdit(s.mRow, s.mCol, s.mEditCancel);
+    if (!s.mEditCancel)
+        s.mCells.setText(to16(s.mRow), to16(s.mCol), g.Validate(g.ui.txtEdit.Text(), s.mCol));
+    s.mEditing = false;
+    finishEditAfterScroll(g);
+}
+
+// The by-row mode erases its block before moving it; the by-column mode
+// does not.
+void moveLineSelectionAfterStep(Grid& g)
+{
+    GridState& s = g.s;
+    if (!s.mAllowSelection)
+        return;
+    if (s.mSelectionMode == SelectionByRow) {
+        g.HilightSelection();
+        s.mRow1 = s.mRow2 = s.mRow;
+        s.mCol1 = 0;
+        s.mCol2 = s.mCols;
+        s.mRowsSelected = true;
+    } else if (s.mSelectionMode == SelectionByCol) {
+        s.mCol1 = s.mCol2 = s.mCol;
+        s.mRow1 = 0;
+        s.mRow2 = s.mRows;
+        s.mColumnsSelected = true;
+    }
+}
+
+void finishOneStep(Grid& g)
+{
+    moveLineSelectionAfterStep(g);
+    toggleSelectionMarks(g);
+    g.ui.picGrid.Refresh();
+}
+
+// The pixels below the header row move by one row; only the uncovered strip
+// is painted before the cells are redrawn.
+void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
+{
+    GridState& s = g.s;
+    toggleSelectionMarks(g);
+    const int32_t oldTop = s.mTopRow;
+    s.mTopRow = newTop;
+    const int32_t top = s.mColHeader ? to32(int64_t{s.mRowHeight(0)} + 2) : 1;
+    const Rect area{1, top, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
+    const int32_t step = to32(int64_t{s.mRowHeight(delta < 1 ? oldTop : s.mTopRow)} + 1);
+    g.surface.scroll(0, to32(int64_t{step} * delta), area, area);
+    if (delta < 1)
+        g.DrawBottomRows(s.mTopRow, step);
+    else
+        g.DrawRow(s.mTopRow, top, true);
+    g.RedrawAllCells(false);
+    finishOneStep(g);
+}
+
+void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
+{
+    GridState& s = g.s;
+    toggleSelectionMarks(g);
+    const int32_t oldLeft = s.mLeftCol;
+    s.mLeftCol = newLeft;
+    const int32_t left = s.mRowHeader ? to32(int64_t{s.mColWidth(0)} + 2) : 1;
+    const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
+    const int32_t step = to32(int64_t{s.mColWidth(delta < 1 ? oldLeft : s.mLeftCol)} + 1);
+    g.surface.scroll(to32(int64_t{step} * delta), 0, area, area);
+    if (delta < 1)
+        g.DrawRightCols(s.mLeftCol, step);
+    else
+        g.DrawCol(s.mLeftCol, left, true);
+    g.RedrawAllCells(true);
+    finishOneStep(g);
+}
+
+bool isOneStep(int16_t delta) { return delta == 1 || delta == -1; }
+
+void afterScrollBarChange(Grid& g)
+{
+    if (g.ui.txtEdit.Visible())
+        hideEditorBox(g);
+    closeDropDown(g);
+    g.events.Scroll();
+}
+
+}  // namespace
+
+void Grid::setTopRow(int32_t value) { s.mTopRow = value; }
+
+void Grid::setLeftCol(int32_t value)
+{
+    const int32_t v = std::min<int32_t>(value, ui.scrHorizontal.Max());
+    HilightCell();
+    s.mLeftCol = v;
+    s.mCol = v;
+    RedrawAllCells(true);
+    ui.scrHorizontal.setValue(to16(v));
+    ShowLookup();
+}
+
+void Grid::VChange()
+{
+    if (s.mEditing)
+        dropEdit(*this);
+    const int16_t newTop = ui.scrVertical.Value();
+    const int16_t delta = to16(int64_t{s.mTopRow} - newTop);
+    if (isOneStep(delta)) {
+        scrollRowsOneStep(*this, delta, newTop);
+    } else {
+        s.mTopRow = newTop;
+        RedrawAllCells(false);
+    }
+    SetSizers();
+}
+
+void Grid::HChange()
+{
+    if (s.mEditing)
+        commitEdit(*this);
+    const int16_t newLeft = ui.scrHorizontal.Value();
+    const int16_t delta = to16(int64_t{s.mLeftCol} - newLeft);
+    if (isOneStep(delta)) {
+        scrollColumnsOneStep(*this, delta, newLeft);
+    } else {
+        s.mLeftCol = newLeft;
+        RedrawAllCells(true);
+    }
+    SetSizers();
+}
+
+void Grid::scrVertical_Change()
+{
+    VChange();
+    afterScrollBarChange(*this);
+}
+
+void Grid::scrHorizontal_Change()
+{
+    HChange();
+    afterScrollBarChange(*this);
+}
+
+void Grid::scrollBar_GotFocus() { ui.picGrid.SetFocus(); }
+
+}  // namespace TabulaControl::detail
