@@ -13,6 +13,17 @@ OleColor surroundColour(int16_t borderStyle, OleColor backColorBkg)
     return borderStyle != 0 ? BorderedBackColor : backColorBkg;
 }
 
+// Stores a setting and repaints; a saved setting is also reported to the
+// host under its name.
+template <class T, class V>
+void restyle(Grid& grid, T& field, V&& value, const char* savedAs)
+{
+    field = std::forward<V>(value);
+    grid.Refresh();
+    if (savedAs)
+        grid.PropertyChanged(savedAs);
+}
+
 FontRef requireFont(FontRef font)
 {
     if (!font)
@@ -22,38 +33,15 @@ FontRef requireFont(FontRef font)
 
 }  // namespace
 
-void Grid::setColHeader(bool value)
-{
-    s.mColHeader = value;
-    Refresh();
-    PropertyChanged("ColHeader");
-}
+void Grid::setColHeader(bool value) { restyle(*this, s.mColHeader, value, "ColHeader"); }
 
-void Grid::setRowHeader(bool value)
-{
-    s.mRowHeader = value;
-    Refresh();
-    PropertyChanged("RowHeader");
-}
+void Grid::setRowHeader(bool value) { restyle(*this, s.mRowHeader, value, "RowHeader"); }
 
-void Grid::setShowGrid(bool value)
-{
-    s.mShowGrid = value;
-    Refresh();
-}
+void Grid::setShowGrid(bool value) { restyle(*this, s.mShowGrid, value, nullptr); }
 
-void Grid::setGridSolid(bool value)
-{
-    s.mGridSolid = value;
-    Refresh();
-}
+void Grid::setGridSolid(bool value) { restyle(*this, s.mGridSolid, value, nullptr); }
 
-void Grid::setGridLineColor(OleColor value)
-{
-    s.mGridLineColor = value;
-    Refresh();
-    PropertyChanged("GridLineColor");
-}
+void Grid::setGridLineColor(OleColor value) { restyle(*this, s.mGridLineColor, value, "GridLineColor"); }
 
 void Grid::setBorderStyle(int32_t value)
 {
@@ -71,12 +59,7 @@ void Grid::setMousePointer(int16_t value)
     PropertyChanged("MousePointer");
 }
 
-void Grid::setUseBackColorAlt(bool value)
-{
-    s.mUseBackColorAlt = value;
-    Refresh();
-    PropertyChanged("UseBackColorAlt");
-}
+void Grid::setUseBackColorAlt(bool value) { restyle(*this, s.mUseBackColorAlt, value, "UseBackColorAlt"); }
 
 void Grid::setBackColor(OleColor value)
 {
@@ -86,19 +69,9 @@ void Grid::setBackColor(OleColor value)
     PropertyChanged("BackColor");
 }
 
-void Grid::setBackColorAlt(OleColor value)
-{
-    s.mBackColorAlt = value;
-    Refresh();
-    PropertyChanged("BackColorAlt");
-}
+void Grid::setBackColorAlt(OleColor value) { restyle(*this, s.mBackColorAlt, value, "BackColorAlt"); }
 
-void Grid::setBackColorFixed(OleColor value)
-{
-    s.mBackColorFixed = value;
-    Refresh();
-    PropertyChanged("BackColorFixed");
-}
+void Grid::setBackColorFixed(OleColor value) { restyle(*this, s.mBackColorFixed, value, "BackColorFixed"); }
 
 // The new text colour shows at the next repaint.
 void Grid::setForeColor(OleColor value)
@@ -107,12 +80,7 @@ void Grid::setForeColor(OleColor value)
     PropertyChanged("ForeColor");
 }
 
-void Grid::setForeColorFixed(OleColor value)
-{
-    s.mForeColorFixed = value;
-    Refresh();
-    PropertyChanged("ForeColorFixed");
-}
+void Grid::setForeColorFixed(OleColor value) { restyle(*this, s.mForeColorFixed, value, "ForeColorFixed"); }
 
 void Grid::setFixedStyle(int32_t value)
 {
@@ -124,26 +92,11 @@ void Grid::setFixedStyle(int32_t value)
 
 // The fonts are kept by reference: changes made through the object later
 // show at the next repaint.
-void Grid::setFont(FontRef value)
-{
-    s.mFont = requireFont(std::move(value));
-    Refresh();
-    PropertyChanged("Font");
-}
+void Grid::setFont(FontRef value) { restyle(*this, s.mFont, requireFont(std::move(value)), "Font"); }
 
-void Grid::setFontEdit(FontRef value)
-{
-    s.mFontEdit = requireFont(std::move(value));
-    Refresh();
-    PropertyChanged("FontEdit");
-}
+void Grid::setFontEdit(FontRef value) { restyle(*this, s.mFontEdit, requireFont(std::move(value)), "FontEdit"); }
 
-void Grid::setFontFixed(FontRef value)
-{
-    s.mFontFixed = requireFont(std::move(value));
-    Refresh();
-    PropertyChanged("FontFixed");
-}
+void Grid::setFontFixed(FontRef value) { restyle(*this, s.mFontFixed, requireFont(std::move(value)), "FontFixed"); }
 
 void Grid::setBackColorBkg(OleColor value)
 {
