@@ -38,6 +38,8 @@ public:
     void UserControl_InitProperties();
     void UserControl_Resize();
     void UserControl_Terminate();
+    void UserControl_ReadProperties(const PropertyBag& bag);
+    void UserControl_WriteProperties(PropertyBag& bag) const;
     void PropertyChanged(const char* name);
 
     // Rows, columns and cell access

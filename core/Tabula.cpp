@@ -15,6 +15,24 @@ Tabula::Tabula(QWidget* parent)
     call("UserControl_InitProperties", [&] { grid_->UserControl_InitProperties(); });
 }
 
+Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
+    : QWidget(parent), events_(new TabulaEvents(this)), grid_(std::make_unique<detail::Grid>(*this, *events_))
+{
+    grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
+    wireChildren();
+    wireEditor();
+    call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
+    call("UserControl_ReadProperties", [&] { grid_->UserControl_ReadProperties(saved); });
+}
+
+void Tabula::WriteProperties(PropertyBag& store) const
+{
+    call("UserControl_WriteProperties", [&] { grid_->UserControl_WriteProperties(store); });
+}
+
+bool Tabula::UserMode() const { return grid_->ui.window.UserMode(); }
+void Tabula::setUserMode(bool value) { grid_->ui.window.setUserMode(value); }
+
 Tabula::~Tabula()
 {
     notify("UserControl_Terminate", [&] { grid_->UserControl_Terminate(); });

@@ -147,7 +147,8 @@ public:
     FontRef AmbientFont() const;
     // Width in pixels of s in the control's own font, at 96 DPI.
     double TextWidth(const QString& s) const;
-    bool UserMode() const { return true; }
+    bool UserMode() const { return userMode_; }
+    void setUserMode(bool value) { userMode_ = value; }
     // Paints the control's own surface; called from its paint notification.
     void paint() const;
 
@@ -156,6 +157,7 @@ private:
     int16_t mousePointer_ = 0;
     OleColor backColor_ = 0xC0C0C0;
     int16_t border_ = 1;
+    bool userMode_ = true;
 };
 
 // The child controls of one grid, by their names.

@@ -64,6 +64,26 @@ public:
 };
 using FontRef = std::shared_ptr<StdFont>;
 
+// The host's store of a control's saved settings: named values, each read
+// and written with a default. Writing a value equal to its default stores
+// nothing; reading a missing name gives the default.
+class PropertyBag {
+public:
+    virtual ~PropertyBag() = default;
+    virtual QVariant ReadProperty(const QString& name, const QVariant& defaultValue = QVariant()) const = 0;
+    virtual void WriteProperty(const QString& name, const QVariant& value,
+                               const QVariant& defaultValue = QVariant()) = 0;
+};
+
+// A property store in memory.
+class MemoryPropertyBag : public PropertyBag {
+public:
+    QVariant ReadProperty(const QString& name, const QVariant& defaultValue = QVariant()) const override;
+    void WriteProperty(const QString& name, const QVariant& value,
+                       const QVariant& defaultValue = QVariant()) override;
+    QVariantMap values;
+};
+
 // The events a grid raises. By-reference arguments may be changed by a
 // directly connected handler; the grid reads them back afterwards.
 class TabulaEvents : public QObject {
@@ -96,7 +116,16 @@ class Tabula : public QWidget {
     Q_OBJECT
 public:
     explicit Tabula(QWidget* parent = nullptr);
+    // A control loaded from the settings a host saved.
+    explicit Tabula(const PropertyBag& saved, QWidget* parent = nullptr);
     ~Tabula() override;
+
+    // Saves the settings into the host's store.
+    void WriteProperties(PropertyBag& store) const;
+    // Whether the host runs its form (user mode) or designs it; lookup values
+    // are saved only at design time.
+    bool UserMode() const;
+    void setUserMode(bool value);
 
     TabulaEvents* events() const { return events_; }
 
@@ -268,3 +297,5 @@ private:
 };
 
 }  // namespace TabulaControl
+
+Q_DECLARE_METATYPE(TabulaControl::StdFont)

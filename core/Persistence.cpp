@@ -1,0 +1,185 @@
+#include "core/Grid.h"
+
+#include <cmath>
+
+namespace TabulaControl {
+
+QVariant MemoryPropertyBag::ReadProperty(const QString& name, const QVariant& defaultValue) const
+{
+    return values.value(name, defaultValue);
+}
+
+void MemoryPropertyBag::WriteProperty(const QString& name, const QVariant& value, const QVariant& defaultValue)
+{
+    if (defaultValue.isValid() && value == defaultValue) {
+        values.remove(name);
+        return;
+    }
+    values.insert(name, value);
+}
+
+}  // namespace TabulaControl
+
+namespace TabulaControl::detail {
+
+namespace {
+
+constexpr OleColor ButtonFace = 0x8000000F;
+constexpr OleColor ButtonText = 0x80000012;
+
+double numberOf(const QVariant& value)
+{
+    bool ok = false;
+    const double number = value.typeId() == QMetaType::Bool ? (value.toBool() ? -1.0 : 0.0) : value.toDouble(&ok);
+    if (value.typeId() != QMetaType::Bool && !ok)
+        raise(RuntimeError::TypeMismatch);
+    return number;
+}
+
+// Reads saved values by name, converting each as an assignment would.
+class Reader {
+public:
+    explicit Reader(const PropertyBag& bag) : bag_(bag) {}
+
+    int16_t int16(const char* name, QVariant fallback = {}) const
+    {
+        return to16(roundTo32(numberOf(read(name, std::move(fallback)))));
+    }
+    OleColor colour(const char* name, OleColor fallback) const
+    {
+        const double number = numberOf(read(name, fallback));
+        if (number < INT32_MIN || number > UINT32_MAX)
+            raise(RuntimeError::Overflow);
+        return static_cast<OleColor>(static_cast<int64_t>(std::nearbyint(number)));
+    }
+    bool boolean(const char* name, bool fallback) const
+    {
+        const QVariant value = read(name, fallback);
+        if (value.typeId() == QMetaType::QString) {
+            const QString text = value.toString().trimmed().toLower();
+            if (text == QLatin1String("true") || text == QLatin1String("false"))
+                return text == QLatin1String("true");
+        }
+        return numberOf(value) != 0;
+    }
+    QString text(const char* name, QVariant fallback = {}) const
+    {
+        const QVariant value = read(name, std::move(fallback));
+        if (!value.isValid() || !value.canConvert<QString>())
+            raise(RuntimeError::TypeMismatch);
+        return value.toString();
+    }
+    FontRef font(const char* name, const FontRef& fallback) const
+    {
+        const QVariant value = read(name, QVariant::fromValue(*fallback));
+        if (!value.canConvert<StdFont>())
+            raise(RuntimeError::TypeMismatch);
+        return std::make_shared<StdFont>(value.value<StdFont>());
+    }
+
+private:
+    QVariant read(const char* name, QVariant fallback) const
+    {
+        return bag_.ReadProperty(QLatin1String(name), std::move(fallback));
+    }
+    const PropertyBag& bag_;
+};
+
+}  // namespace
+
+void Grid::UserControl_ReadProperties(const PropertyBag& bag)
+{
+    const Reader in(bag);
+    s.mAutoRedraw = false;
+    s.mFont = in.font("Font", ui.window.AmbientFont());
+    s.mFontFixed = in.font("FontFixed", ui.window.AmbientFont());
+    setRows(in.int16("Rows", 10));
+    setCols(in.int16("Cols", 10));
+    setRow(in.int16("Row", 1));
+    setCol(in.int16("Col", 1));
+    s.mShowGrid = in.boolean("ShowGrid", true);
+    s.mGridSolid = in.boolean("GridSolid", true);
+    s.mGridLineColor = in.colour("GridLineColor", ButtonFace);
+    s.mAutoRedraw = in.boolean("Redraw", true);
+    s.mBorderStyle = in.int16("BorderStyle", 1);
+    ui.window.setMousePointer(in.int16("MousePointer", 0));
+    s.mAllowSelection = in.boolean("AllowSelection", true);
+    SharedBackColor = in.colour("BackColor", 0xFFFFFF);
+    s.mBackColorAlt = in.colour("BackColorAlt", 0xFFFFFF);
+    s.mUseBackColorAlt = in.boolean("UseBackColorAlt", false);
+    s.mBackColorFixed = in.colour("BackColorFixed", ButtonFace);
+    SharedForeColor = in.colour("ForeColor", ButtonText);
+    s.mForeColorFixed = in.colour("ForeColorFixed", ButtonText);
+    s.mFixedStyle = in.int16("FixedStyle", 1);
+    s.mColHeader = in.boolean("ColHeader", true);
+    s.mRowHeader = in.boolean("RowHeader", true);
+    s.mSelectionMode = in.int16("SelectionMode", 0);
+    s.mFontEdit = in.font("FontEdit", ui.window.AmbientFont());
+    s.mBackColorBkg = in.colour("BackColorBkg", 0x808080);
+    s.mAllowUserResizing = in.boolean("AllowUserResizing", true);
+    s.mFormatString = in.text("FormatString", QString());
+    s.mAutoNewRow = in.boolean("AutoNewRow", false);
+    s.mListBoxRows = in.int16("ListBoxRows", 6);
+    s.mUseItemData = in.boolean("UseItemData", false);
+    s.mSelectText = in.boolean("SelectText", false);
+    ui.picGrid.setToolTipText(ui.window.ToolTipText());
+    const int16_t count = in.int16("Count", 0);
+    for (int32_t n = 1; n <= count; ++n) {
+        const QByteArray column = QByteArray::number(n) + "Column";
+        const QByteArray value = QByteArray::number(n) + "Value";
+        const int16_t col = in.int16(column.constData());
+        AddLookup(col, in.text(value.constData()), QVariant());
+    }
+    UpdateHeader();
+    Refresh();
+}
+
+void Grid::UserControl_WriteProperties(PropertyBag& bag) const
+{
+    auto write = [&bag](const char* name, const QVariant& value, const QVariant& fallback = {}) {
+        bag.WriteProperty(QLatin1String(name), value, fallback);
+    };
+    auto font = [](const FontRef& f) { return QVariant::fromValue(*f); };
+    const FontRef ambient = ui.window.AmbientFont();
+    write("Rows", s.mRows, 10);
+    write("Cols", s.mCols, 10);
+    write("Row", s.mRow, 1);
+    write("Col", s.mCol, 1);
+    write("Redraw", s.mAutoRedraw);
+    write("ShowGrid", s.mShowGrid);
+    write("GridSolid", s.mGridSolid);
+    write("GridLineColor", s.mGridLineColor);
+    write("BorderStyle", s.mBorderStyle, int16_t{1});
+    write("MousePointer", ui.window.MousePointer(), int16_t{0});
+    write("AllowSelection", s.mAllowSelection, true);
+    write("BackColor", SharedBackColor, OleColor{0xFFFFFF});
+    write("BackColorAlt", s.mBackColorAlt, OleColor{0xFFFFFF});
+    write("UseBackColorAlt", s.mUseBackColorAlt, false);
+    write("BackColorFixed", s.mBackColorFixed, ButtonFace);
+    write("ForeColor", SharedForeColor, ButtonText);
+    write("ForeColorFixed", s.mForeColorFixed, ButtonText);
+    write("FixedStyle", s.mFixedStyle, int16_t{1});
+    write("ColHeader", s.mColHeader, true);
+    write("RowHeader", s.mRowHeader, true);
+    write("SelectionMode", s.mSelectionMode, int16_t{0});
+    write("Font", font(s.mFont), font(ambient));
+    write("FontFixed", font(s.mFontFixed), font(ambient));
+    write("FontEdit", font(s.mFontEdit), font(ambient));
+    write("BackColorBkg", s.mBackColorBkg, OleColor{0x808080});
+    write("AllowUserResizing", s.mAllowUserResizing, true);
+    write("FormatString", s.mFormatString, QString());
+    write("AutoNewRow", s.mAutoNewRow, false);
+    write("ListBoxRows", s.mListBoxRows, int16_t{6});
+    write("UseItemData", s.mUseItemData, false);
+    write("SelectText", s.mSelectText, false);
+    if (ui.window.UserMode())
+        return;
+    write("Count", static_cast<int32_t>(s.mLookups.size()), 0);
+    for (size_t i = 0; i < s.mLookups.size(); ++i) {
+        const QByteArray n = QByteArray::number(static_cast<qulonglong>(i + 1));
+        write((n + "Column").constData(), s.mLookups[i].Column);
+        write((n + "Value").constData(), s.mLookups[i].Value);
+    }
+}
+
+}  // namespace TabulaControl::detail
