@@ -1,4 +1,5 @@
 #include "core/Grid.h"
+#include "editing/DateMask.h"
 
 namespace TabulaControl::detail {
 
@@ -155,6 +156,12 @@ void Grid::txtEdit_KeyPress(int16_t& keyAscii)
         const bool accepted = (keyAscii >= '0' && keyAscii <= '9') || keyAscii == '-' || keyAscii == '.' || keyAscii == 8;
         if (!accepted)
             keyAscii = 0;
+        return;
+    }
+    case DateOnly: {
+        const QString text = DateMask().Mask(keyAscii, ui.txtEdit.Text());
+        ui.txtEdit.setText(text);
+        ui.txtEdit.setSelection(static_cast<int32_t>(text.size()), 0);
         return;
     }
     default:

@@ -164,11 +164,16 @@ TEST_F(Editor, HideEditCommitsAndReportsTheStoredText)
     EXPECT_EQ(log, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,k)"}));
 }
 
-TEST_F(Editor, DateColumnsStoreNormalisedDatesOrNothing)
+TEST_F(Editor, DateColumnsAreMaskedWhileTypedAndStoreNormalisedDatesOrNothing)
 {
     s().mColMask(1) = TabulaControl::DateOnly;
     g().GridEdit(32);
-    QTest::keyClicks(edit(), "13/45/2000");
+    QTest::keyClicks(edit(), "3/7/24/");
+    EXPECT_EQ(edit()->text(), "03/07/2024");
+    press(Qt::Key_Return);
+    EXPECT_EQ(s().mCells.Text(1, 1), "03/07/2024");
+    g().GridEdit(32);
+    edit()->setText("13/45/2000");
     press(Qt::Key_Return);
     EXPECT_EQ(s().mCells.Text(1, 1), "");
 }
