@@ -1,4 +1,5 @@
 #include "core/Facade.h"
+#include "platform/AboutBox.h"
 
 #include <QDebug>
 #include <QResizeEvent>
@@ -141,6 +142,11 @@ void Tabula::setEnabled(bool value)
 }
 
 QImage Tabula::Picture() const { return grid_->surface.image(); }
+
+void Tabula::ShowAboutBox()
+{
+    call("ShowAboutBox", [&] { platform::showAboutBox(this); });
+}
 
 }  // namespace TabulaControl
 

@@ -197,6 +197,7 @@ public:
 
     // The drawing surface as drawn.
     QImage Picture() const;
+    void ShowAboutBox();
 
     // Painting and appearance
     void Refresh();

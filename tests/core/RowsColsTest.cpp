@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QRegularExpression>
 #include <QScrollBar>
+#include <QTimer>
 
 using TabulaControl::ComponentError;
 using TabulaTest::errorOf;
@@ -226,4 +227,17 @@ TEST_F(RowsCols, ResizeLaysOutScrollBarsAndSurface)
     EXPECT_EQ(grid().findChild<QWidget*>("picGrid")->geometry(), QRect(2, 2, 295, 195));
     EXPECT_EQ(picture().size(), QSize(295, 195));
     EXPECT_EQ(log().only({"Resize"}), QStringList({"Resize"}));
+}
+
+TEST_F(RowsCols, AboutBoxIsModalAndClosesWithOk)
+{
+    QString shown;
+    QTimer::singleShot(0, [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        ASSERT_NE(box, nullptr);
+        shown = box->objectName();
+        box->close();
+    });
+    grid().ShowAboutBox();
+    EXPECT_EQ(shown, "AboutBox");
 }
