@@ -3,11 +3,12 @@
 #include "tests/support/GridFixture.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QMouseEvent>
-#include <QPoint>
-#include <QRect>
 #include <QScrollBar>
 #include <QTest>
+
+#include <memory>
 
 namespace TabulaTest {
 
@@ -22,18 +23,18 @@ protected:
     void SetUp() override
     {
         GridFixture::SetUp();
-        surface_ = grid().findChild<QWidget*>("picGrid");
         vertical_ = grid().findChild<QScrollBar*>("scrVertical");
         horizontal_ = grid().findChild<QScrollBar*>("scrHorizontal");
-        ASSERT_NE(surface_, nullptr);
+        ASSERT_NE(surface(), nullptr);
         ASSERT_NE(vertical_, nullptr);
         ASSERT_NE(horizontal_, nullptr);
     }
 
-    QWidget* surface() { return surface_; }
+    QWidget* child(const char* name) { return grid().findChild<QWidget*>(name); }
+    QWidget* surface() { return child("picGrid"); }
     QScrollBar* vertical() { return vertical_; }
     QScrollBar* horizontal() { return horizontal_; }
-    QWidget* child(const char* name) { return grid().findChild<QWidget*>(name); }
+    QLineEdit* editor() { return grid().findChild<QLineEdit*>("txtEdit"); }
 
     QRect cell(int32_t row, int32_t col)
     {
@@ -43,35 +44,45 @@ protected:
         int y = grid().ColHeader() ? grid().RowHeight(0) + 2 : 1;
         for (int32_t r = grid().TopRow(); r < row; ++r)
             y += grid().RowHeight(r) + 1;
-        if (row == 0)
-            y = 1;
-        if (col == 0)
-            x = 1;
-        return QRect(x, y, grid().ColWidth(col), grid().RowHeight(row));
+        return QRect(col == 0 ? 1 : x, row == 0 ? 1 : y, grid().ColWidth(col), grid().RowHeight(row));
     }
     QPoint centre(int32_t row, int32_t col) { return cell(row, col).center(); }
-    uint32_t centrePixel(int32_t row, int32_t col)
+    // 'W' or 'B' for the centre pixel of each cell, '?' for any other colour.
+    QString shades(std::initializer_list<std::pair<int32_t, int32_t>> cells)
     {
-        const QPoint p = centre(row, col);
-        return pixel(p.x(), p.y());
+        QString result;
+        for (auto [row, col] : cells) {
+            const QPoint p = centre(row, col);
+            const uint32_t c = pixel(p.x(), p.y());
+            result += c == White ? 'W' : c == Black ? 'B' : '?';
+        }
+        return result;
     }
-    // Pixels of the cell's top edge that differ from fill: the focus mark.
-    int markedTopEdge(int32_t row, int32_t col, uint32_t fill = White)
+    // Pixels of the cell's top edge that differ from white: the focus mark.
+    int markedTopEdge(int32_t row, int32_t col)
     {
         const QRect r = cell(row, col);
         int count = 0;
         for (int x = r.left() + 1; x < r.right(); ++x)
-            count += pixel(x, r.top()) != fill;
+            count += pixel(x, r.top()) != White;
         return count;
     }
+    // "row,col" of the current cell; where() adds " in row1,col1:row2,col2".
+    QString current() { return QString("%1,%2").arg(grid().Row()).arg(grid().Col()); }
+    QString where()
+    {
+        return current() + QString(" in %1,%2:%3,%4").arg(grid().Row1()).arg(grid().Col1()).arg(grid().Row2()).arg(
+                               grid().Col2());
+    }
+    int scrolls() { return static_cast<int>(log().only({"Scroll"}).size()); }
 
     void press(QPoint at, Qt::KeyboardModifiers keys = {}, Qt::MouseButton button = Qt::LeftButton)
     {
-        QTest::mousePress(surface_, button, keys, at);
+        QTest::mousePress(surface(), button, keys, at);
     }
     void release(QPoint at, Qt::KeyboardModifiers keys = {}, Qt::MouseButton button = Qt::LeftButton)
     {
-        QTest::mouseRelease(surface_, button, keys, at);
+        QTest::mouseRelease(surface(), button, keys, at);
     }
     void click(QPoint at, Qt::KeyboardModifiers keys = {}, Qt::MouseButton button = Qt::LeftButton)
     {
@@ -79,27 +90,76 @@ protected:
         release(at, keys, button);
     }
     void clickCell(int32_t row, int32_t col, Qt::KeyboardModifiers keys = {}) { click(centre(row, col), keys); }
+    // Makes the cell current and forgets the events that took.
+    void startAt(int32_t row, int32_t col)
+    {
+        clickCell(row, col);
+        log().clear();
+    }
     // A move with the buttons of the last press still held.
-    void dragTo(QPoint at) { QTest::mouseMove(surface_, at); }
-    // A move with no button held, delivered even when the pointer is
-    // already there.
+    void dragTo(QPoint at) { QTest::mouseMove(surface(), at); }
+    // A move with no button held, delivered even when the pointer is already there.
     void hover(QPoint at)
     {
-        QMouseEvent move(QEvent::MouseMove, at, surface_->mapToGlobal(at), Qt::NoButton, Qt::NoButton, {});
-        QApplication::sendEvent(surface_, &move);
+        QMouseEvent move(QEvent::MouseMove, at, surface()->mapToGlobal(at), Qt::NoButton, Qt::NoButton, {});
+        QApplication::sendEvent(surface(), &move);
+    }
+    void settle(int rounds)
+    {
+        for (int i = 0; i < rounds; ++i)
+            QApplication::processEvents();
     }
 
-    void key(Qt::Key k, Qt::KeyboardModifiers keys = {}) { QTest::keyClick(surface_, k, keys); }
+    void key(Qt::Key k, Qt::KeyboardModifiers keys = {}) { QTest::keyClick(surface(), k, keys); }
+    void openEditorWith(Qt::Key k)
+    {
+        key(k);
+        QApplication::processEvents();
+        ASSERT_TRUE(editor()->isVisible());
+        log().clear();
+    }
+    // Gives column 1 a lookup list, types k into cell (1, 1) and returns the open list.
+    QWidget* openDropDown(Qt::Key k, const QStringList& items)
+    {
+        for (const QString& item : items)
+            grid().AddLookup(1, item);
+        clickCell(1, 1);
+        key(k);
+        EXPECT_TRUE(child("ListForm")->isVisible());
+        log().clear();
+        return child("ListForm");
+    }
+    // The sources of the errors the grid reports from now on.
+    std::shared_ptr<QStringList> errorSources()
+    {
+        auto sources = std::make_shared<QStringList>();
+        QObject::connect(&grid(), &TabulaControl::Tabula::errorOccurred,
+                         [sources](const TabulaControl::ComponentError& e) { sources->append(e.Source); });
+        return sources;
+    }
 
     QString mouse(const char* name, int button, int shift, QPoint at)
     {
         return QString("%1(%2,%3,%4,%5)").arg(name).arg(button).arg(shift).arg(at.x()).arg(at.y());
     }
+    QStringList clickEvents(QPoint at) { return {mouse("MouseDown", 1, 0, at), mouse("MouseUp", 1, 0, at), "Click"}; }
 
 private:
-    QWidget* surface_ = nullptr;
     QScrollBar* vertical_ = nullptr;
     QScrollBar* horizontal_ = nullptr;
+};
+
+// Fifty rows and twenty columns: both scroll bars shown, the last shown row
+// and column cut off.
+class WideGrid : public NavigationFixture {
+protected:
+    void SetUp() override
+    {
+        NavigationFixture::SetUp();
+        grid().setCols(20);
+        grid().setRows(50);
+        log().clear();
+    }
 };
 
 }  // namespace TabulaTest

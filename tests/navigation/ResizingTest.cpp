@@ -8,45 +8,38 @@ using TabulaTest::White;
 
 namespace {
 
-// ---- The sizer list ------------------------------------------------------
-
-class Sizers : public TabulaTest::EngineFixture {
-protected:
-    std::vector<int32_t> sizers()
-    {
-        g().SetSizers();
-        return s().mColSizers;
-    }
-};
+class Sizers : public TabulaTest::EngineFixture {};
 
 }  // namespace
 
-TEST_F(Sizers, StartAtTheHeaderColumnAndStopAtTheControlsWidth)
+TEST_F(Sizers, MarkEveryShownColumnBorderWithinTheControlsWidth)
 {
-    EXPECT_EQ(sizers(), (std::vector<int32_t>{32, 97, 162, 227, 292, 357}));
-    g().setCols(20);
-    EXPECT_EQ(sizers(), (std::vector<int32_t>{32, 97, 162, 227, 292, 357})) << "422 lies past 400";
-    EXPECT_TRUE(s().mRowSizers.empty());
-}
-
-TEST_F(Sizers, WithoutHeaderColumnStartAtTheFirstColumnsBorder)
-{
-    s().mRowHeader = false;
-    EXPECT_EQ(sizers(), (std::vector<int32_t>{65, 130, 195, 260, 325}));
-    g().setCols(7);
-    EXPECT_EQ(sizers(), (std::vector<int32_t>{65, 130, 195, 260, 325, 390})) << "455 lies past 400";
-}
-
-TEST_F(Sizers, FollowTheFirstShownColumn)
-{
-    s().mColWidth(3) = 10;
-    s().mLeftCol = 3;
-    EXPECT_EQ(sizers(), (std::vector<int32_t>{32, 43, 108, 173}));
+    // Columns of 64 on a 400 pixel wide host.
+    const struct {
+        bool rowHeader;
+        int32_t cols, leftCol, colThreeWidth;
+        std::vector<int32_t> expected;
+    } cases[] = {
+        {true, 5, 1, 64, {32, 97, 162, 227, 292, 357}},
+        {true, 20, 1, 64, {32, 97, 162, 227, 292, 357}},
+        {false, 5, 1, 64, {65, 130, 195, 260, 325}},
+        {false, 7, 1, 64, {65, 130, 195, 260, 325, 390}},
+        {true, 5, 3, 10, {32, 43, 108, 173}},
+    };
+    for (const auto& c : cases) {
+        s().mRowHeader = c.rowHeader;
+        g().setCols(c.cols);
+        s().mColWidth(3) = c.colThreeWidth;
+        s().mLeftCol = c.leftCol;
+        g().SetSizers();
+        EXPECT_EQ(s().mColSizers, c.expected) << c.rowHeader << " " << c.cols << " " << c.leftCol;
+        EXPECT_TRUE(s().mRowSizers.empty());
+    }
 }
 
 TEST_F(Sizers, AreKeptWhileResizingIsNotAllowed)
 {
-    sizers();
+    g().SetSizers();
     s().mAllowUserResizing = false;
     s().mColWidth(1) = 10;
     s().mColSizers.push_back(999);
@@ -55,8 +48,6 @@ TEST_F(Sizers, AreKeptWhileResizingIsNotAllowed)
 }
 
 namespace {
-
-// ---- The drag on the real surface ----------------------------------------
 
 class Resizing : public TabulaTest::NavigationFixture {
 protected:
@@ -73,38 +64,28 @@ protected:
         return grid().MousePointer();
     }
     QWidget* sizer() { return child("picSizer"); }
-
-    // Grabs the border under from on the header row and lets go at x.
-    void dragBorder(int from, int to)
+    // Presses the border under x on the header row.
+    void grabBorder(int x)
     {
-        ASSERT_EQ(pointerAt(from), 9);
+        ASSERT_EQ(pointerAt(x), 9);
         log().clear();
-        press(QPoint(from, 8));
-        dragTo(QPoint(to, 8));
-        release(QPoint(to, 8));
+        press(QPoint(x, 8));
     }
-};
-
-struct ZoneCase {
-    int x;
-    int y;
-    int16_t pointer;
 };
 
 }  // namespace
 
-TEST_F(Resizing, TheSizingPointerShowsWithinTwoPixelsOfABorderOnTheHeaderRow)
+TEST_F(Resizing, TheSizingPointerShowsWithinTwoPixelsOfABorderOnTheHeaderRowOnly)
 {
-    const ZoneCase cases[] = {
-        {97, 8, 9}, {96, 8, 9}, {98, 8, 9}, {95, 8, 0}, {99, 8, 0}, {31, 8, 9}, {30, 8, 0},
-        {357, 8, 9}, {97, 25, 0}, {97, 1, 9}, {60, 8, 0},
+    struct {
+        int x, y;
+        int16_t pointer;
+    } const cases[] = {
+        {97, 8, 9}, {96, 8, 9}, {98, 8, 9}, {95, 8, 0}, {99, 8, 0}, {31, 8, 9},
+        {30, 8, 0}, {357, 8, 9}, {97, 25, 0}, {97, 1, 9}, {60, 8, 0},
     };
-    for (const ZoneCase& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(pointerAt(c.x, c.y), c.pointer) << c.x << "," << c.y;
-}
-
-TEST_F(Resizing, WithoutTheHeaderRowNoSizingPointerAppears)
-{
     grid().setColHeader(false);
     EXPECT_EQ(pointerAt(97, 1), 0);
     EXPECT_EQ(pointerAt(97, 8), 0);
@@ -112,9 +93,7 @@ TEST_F(Resizing, WithoutTheHeaderRowNoSizingPointerAppears)
 
 TEST_F(Resizing, DraggingABorderSetsTheColumnWidthOnRelease)
 {
-    ASSERT_EQ(pointerAt(97), 9);
-    log().clear();
-    press(QPoint(97, 8));
+    grabBorder(97);
     ASSERT_TRUE(sizer()->isVisible());
     EXPECT_EQ(sizer()->geometry(), QRect(97, 0, 2, 300));
     dragTo(QPoint(150, 8));
@@ -125,52 +104,60 @@ TEST_F(Resizing, DraggingABorderSetsTheColumnWidthOnRelease)
     EXPECT_EQ(grid().ColWidth(1), 118);
     EXPECT_EQ(pixel(152, 40), Face) << "the grid line moved with the border";
     EXPECT_EQ(pixel(151, 40), White);
-    EXPECT_EQ(log().entries,
-              QStringList({"MouseMove(1,0,150,8)", "MouseUp(1,0,150,8)", "Click"}))
+    EXPECT_EQ(log().entries, QStringList({"MouseMove(1,0,150,8)", "MouseUp(1,0,150,8)", "Click"}))
         << "no MouseDown for a press that starts a drag";
-    EXPECT_EQ(grid().Row(), 1);
-    EXPECT_EQ(grid().Col(), 1);
+    EXPECT_EQ(current(), "1,1");
 }
 
-TEST_F(Resizing, TheFirstSizerResizesTheColumnLeftOfTheFirstShown)
-{
-    dragBorder(32, 50);
-    EXPECT_EQ(grid().ColWidth(0), 50);
+namespace {
 
+struct BorderCase {
+    const char* name;
+    bool rowHeader;
+    int32_t leftCol, colTwoWidth;
+    int from, to;
+    int32_t col, width;
+};
+
+// Twenty columns of 64 behind a header column of 32.
+const BorderCase borderCases[] = {
+    {"header_column_border", true, 1, 64, 32, 50, 0, 50},
+    {"first_sizer_resizes_the_column_left_of_the_first_shown", true, 3, 64, 32, 40, 2, 40},
+    {"without_header_column_the_first_columns_border", false, 1, 64, 65, 80, 1, 80},
+    {"left_of_the_columns_own_border_gives_zero", true, 1, 64, 162, 60, 2, 0},
+    {"of_two_close_borders_the_left_one_wins", true, 1, 1, 98, 120, 1, 88},
+};
+
+class BorderDrag : public Resizing, public ::testing::WithParamInterface<BorderCase> {};
+
+}  // namespace
+
+TEST_P(BorderDrag, ResizesOnlyTheColumnOfTheGrabbedBorder)
+{
+    const BorderCase& c = GetParam();
     grid().setCols(20);
-    grid().setLeftCol(3);
-    dragBorder(50, 40);
-    EXPECT_EQ(grid().ColWidth(2), 40) << "the bar's left edge is the width";
-    EXPECT_EQ(grid().ColWidth(0), 50);
+    grid().setRowHeader(c.rowHeader);
+    grid().setColWidth(2, c.colTwoWidth);
+    grid().setLeftCol(c.leftCol);
+    std::vector<int32_t> widths;
+    for (int32_t col = 0; col <= 20; ++col)
+        widths.push_back(grid().ColWidth(col));
+    widths[static_cast<size_t>(c.col)] = c.width;
+    grabBorder(c.from);
+    dragTo(QPoint(c.to, 8));
+    release(QPoint(c.to, 8));
+    for (int32_t col = 0; col <= 20; ++col)
+        EXPECT_EQ(grid().ColWidth(col), widths[static_cast<size_t>(col)]) << "column " << col;
 }
 
-TEST_F(Resizing, WithoutHeaderColumnTheFirstSizerIsTheFirstColumnsBorder)
-{
-    grid().setRowHeader(false);
-    dragBorder(65, 80);
-    EXPECT_EQ(grid().ColWidth(1), 80);
-}
-
-TEST_F(Resizing, DraggingLeftOfTheColumnsOwnBorderGivesWidthZero)
-{
-    dragBorder(162, 60);
-    EXPECT_EQ(grid().ColWidth(2), 0);
-}
-
-TEST_F(Resizing, OfTwoCloseBordersTheLeftOneWins)
-{
-    grid().setColWidth(2, 1);
-    dragBorder(98, 120);
-    EXPECT_EQ(grid().ColWidth(1), 88);
-    EXPECT_EQ(grid().ColWidth(2), 1);
-}
+INSTANTIATE_TEST_SUITE_P(Resizing, BorderDrag, ::testing::ValuesIn(borderCases),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(Resizing, TheBarStopsBeforeTheVerticalScrollBar)
 {
     grid().setRows(50);
     ASSERT_TRUE(vertical()->isVisible());
-    ASSERT_EQ(pointerAt(97), 9);
-    press(QPoint(97, 8));
+    grabBorder(97);
     dragTo(QPoint(300, 8));
     dragTo(QPoint(390, 8));
     EXPECT_EQ(sizer()->x(), 300);
@@ -183,8 +170,7 @@ TEST_F(Resizing, TheBarStopsBeforeTheVerticalScrollBar)
 TEST_F(Resizing, WithoutScrollBarTheBarStopsAtTheSurfaceWidth)
 {
     ASSERT_FALSE(vertical()->isVisible());
-    ASSERT_EQ(pointerAt(97), 9);
-    press(QPoint(97, 8));
+    grabBorder(97);
     dragTo(QPoint(395, 8));
     dragTo(QPoint(396, 8));
     EXPECT_EQ(sizer()->x(), 395);
@@ -233,6 +219,6 @@ TEST_F(Resizing, RowSizingIsAStateThatAppliesNothing)
     EXPECT_FALSE(sizer()->isVisible());
     for (int32_t r = 0; r <= 10; ++r)
         EXPECT_EQ(grid().RowHeight(r), 15);
-    EXPECT_EQ(grid().Row(), 1);
+    EXPECT_EQ(current(), "1,1");
     EXPECT_EQ(log().only({"MouseDown", "RowColChange"}), QStringList());
 }

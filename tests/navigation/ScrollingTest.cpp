@@ -1,8 +1,5 @@
 #include "tests/navigation/NavigationFixture.h"
 
-#include <QLineEdit>
-
-using TabulaControl::ComponentError;
 using TabulaControl::SelectionByCol;
 using TabulaControl::SelectionByRow;
 
@@ -58,37 +55,35 @@ protected:
             ++x;
         }
     }
-
-    QLineEdit* editor() { return grid().findChild<QLineEdit*>("txtEdit"); }
-
-    void openEditorWith(Qt::Key k)
-    {
-        key(k);
-        QApplication::processEvents();
-        ASSERT_TRUE(editor()->isVisible());
-        log().clear();
-    }
 };
 
 }  // namespace
 
-TEST_F(Scrolling, OneStepDownMovesTheRowsUpByOneRow)
+TEST_F(Scrolling, OneStepMovesThePixelsByOneLineAndRaisesOneScroll)
 {
-    expectRowsFrom(1);
-    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_EQ(grid().TopRow(), 2);
-    expectRowsFrom(2);
-    EXPECT_EQ(log().entries, QStringList({"Scroll"}));
-}
-
-TEST_F(Scrolling, OneStepUpMovesTheRowsDownByOneRow)
-{
-    vertical()->setValue(6);
-    log().clear();
-    vertical()->triggerAction(QAbstractSlider::SliderSingleStepSub);
-    EXPECT_EQ(grid().TopRow(), 5);
-    expectRowsFrom(5);
-    EXPECT_EQ(log().entries, QStringList({"Scroll"}));
+    const struct {
+        bool vertical;
+        int32_t from;
+        QAbstractSlider::SliderAction action;
+        int32_t to;
+    } cases[] = {
+        {false, 1, QAbstractSlider::SliderSingleStepAdd, 2},
+        {false, 4, QAbstractSlider::SliderSingleStepSub, 3},
+        {true, 1, QAbstractSlider::SliderSingleStepAdd, 2},
+        {true, 6, QAbstractSlider::SliderSingleStepSub, 5},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << (c.vertical ? "rows " : "columns ") << c.from << " to " << c.to);
+        const auto expectFrom = [&](int32_t first) { c.vertical ? expectRowsFrom(first) : expectColumnsFrom(first); };
+        QScrollBar* bar = c.vertical ? vertical() : horizontal();
+        bar->setValue(c.from);
+        expectFrom(c.from);
+        log().clear();
+        bar->triggerAction(c.action);
+        EXPECT_EQ(c.vertical ? grid().TopRow() : grid().LeftCol(), c.to);
+        expectFrom(c.to);
+        EXPECT_EQ(log().entries, QStringList({"Scroll"}));
+    }
 }
 
 TEST_F(Scrolling, ChangesOfSeveralRowsJumpAndRaiseOneScroll)
@@ -102,26 +97,7 @@ TEST_F(Scrolling, ChangesOfSeveralRowsJumpAndRaiseOneScroll)
     EXPECT_EQ(log().entries, QStringList({"Scroll", "Scroll"}));
 }
 
-TEST_F(Scrolling, OneStepRightMovesTheColumnsLeftByOneColumn)
-{
-    expectColumnsFrom(1);
-    horizontal()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_EQ(grid().LeftCol(), 2);
-    expectColumnsFrom(2);
-    EXPECT_EQ(log().entries, QStringList({"Scroll"}));
-}
-
-TEST_F(Scrolling, OneStepLeftMovesTheColumnsRightByOneColumn)
-{
-    horizontal()->setValue(4);
-    expectColumnsFrom(4);
-    horizontal()->triggerAction(QAbstractSlider::SliderSingleStepSub);
-    EXPECT_EQ(grid().LeftCol(), 3);
-    expectColumnsFrom(3);
-    EXPECT_EQ(log().entries, QStringList({"Scroll", "Scroll"}));
-}
-
-TEST_F(Scrolling, TopRowIsABareStore)
+TEST_F(Scrolling, TopRowIsABareStoreUntilTheBarTakesTheSameValue)
 {
     const QImage before = picture();
     for (int32_t value : {0, -3, 7, 999}) {
@@ -131,10 +107,7 @@ TEST_F(Scrolling, TopRowIsABareStore)
     EXPECT_EQ(vertical()->value(), 1);
     EXPECT_EQ(picture(), before);
     EXPECT_TRUE(log().entries.isEmpty());
-}
 
-TEST_F(Scrolling, ABarValueThatMatchesAStoredTopRowRepaintsInFull)
-{
     grid().setTopRow(5);
     vertical()->setValue(5);
     EXPECT_EQ(grid().TopRow(), 5);
@@ -142,8 +115,19 @@ TEST_F(Scrolling, ABarValueThatMatchesAStoredTopRowRepaintsInFull)
     EXPECT_EQ(log().entries, QStringList({"Scroll"}));
 }
 
-TEST_F(Scrolling, LeftColClampsToTheBarMaximumAndMovesTheCurrentColumn)
+TEST_F(Scrolling, LeftColMovesTheCurrentColumnAndClampsOnlyAboveTheBarMaximum)
 {
+    grid().setLeftCol(0);
+    EXPECT_EQ(grid().LeftCol(), 0);
+    EXPECT_EQ(grid().Col(), 0);
+    EXPECT_EQ(horizontal()->value(), 1);
+
+    grid().setLeftCol(4);
+    EXPECT_EQ(grid().LeftCol(), 4);
+    EXPECT_EQ(grid().Col(), 4);
+    expectColumnsFrom(4);
+    EXPECT_EQ(log().entries, QStringList({"Scroll"}));
+
     grid().setRow(3);
     log().clear();
     grid().setLeftCol(99);
@@ -152,23 +136,6 @@ TEST_F(Scrolling, LeftColClampsToTheBarMaximumAndMovesTheCurrentColumn)
     EXPECT_EQ(grid().Row(), 3);
     EXPECT_EQ(horizontal()->value(), ColCount);
     EXPECT_EQ(log().entries, QStringList({"Scroll"})) << "no RowColChange";
-}
-
-TEST_F(Scrolling, LeftColBelowOneIsStoredAsGiven)
-{
-    grid().setLeftCol(0);
-    EXPECT_EQ(grid().LeftCol(), 0);
-    EXPECT_EQ(grid().Col(), 0);
-    EXPECT_EQ(horizontal()->value(), 1);
-}
-
-TEST_F(Scrolling, LeftColWithinRangeScrollsThere)
-{
-    grid().setLeftCol(4);
-    EXPECT_EQ(grid().LeftCol(), 4);
-    EXPECT_EQ(grid().Col(), 4);
-    expectColumnsFrom(4);
-    EXPECT_EQ(log().entries, QStringList({"Scroll"}));
 }
 
 TEST_F(Scrolling, VerticalScrollDropsTheTypedTextAndRaisesOnlyAfterEdit)
@@ -182,17 +149,15 @@ TEST_F(Scrolling, VerticalScrollDropsTheTypedTextAndRaisesOnlyAfterEdit)
     EXPECT_EQ(log().entries.size(), 2) << "nothing commits the dropped text later";
 }
 
-TEST_F(Scrolling, HorizontalScrollCommitsTheTypedText)
+TEST_F(Scrolling, HorizontalScrollCommitsTheTypedTextUnlessTheHostCancels)
 {
     openEditorWith(Qt::Key_A);
     horizontal()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     EXPECT_FALSE(editor()->isVisible());
     EXPECT_EQ(grid().TextMatrix(1, 1), "a");
     EXPECT_EQ(log().entries, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,a)", "Scroll"}));
-}
 
-TEST_F(Scrolling, HorizontalScrollKeepsTheOldTextWhenTheHostCancels)
-{
+    horizontal()->setValue(1);
     grid().setTextMatrix(1, 1, "old");
     openEditorWith(Qt::Key_X);
     log().onBeforeEdit = [](int32_t, int32_t, bool& cancel) { cancel = true; };
@@ -201,37 +166,21 @@ TEST_F(Scrolling, HorizontalScrollKeepsTheOldTextWhenTheHostCancels)
     EXPECT_EQ(log().entries, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,old)", "Scroll"}));
 }
 
-TEST_F(Scrolling, OneStepInRowModeSelectsTheCurrentRowAgain)
-{
-    grid().setSelectionMode(SelectionByRow);
-    clickCell(3, 2);
-    grid().setRow1(7);
-    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_EQ(grid().Row1(), 3);
-    EXPECT_EQ(grid().Row2(), 3);
-    EXPECT_EQ(grid().Col1(), 0);
-    EXPECT_EQ(grid().Col2(), ColCount);
-}
-
-TEST_F(Scrolling, OneStepInColumnModeSelectsTheCurrentColumnAgain)
+TEST_F(Scrolling, InLineModesAOneStepReselectsTheCurrentLineButAJumpDoesNot)
 {
     grid().setSelectionMode(SelectionByCol);
     clickCell(3, 2);
     grid().setCol1(7);
     horizontal()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_EQ(grid().Col1(), 2);
-    EXPECT_EQ(grid().Col2(), 2);
-    EXPECT_EQ(grid().Row1(), 0);
-    EXPECT_EQ(grid().Row2(), RowCount);
-}
+    EXPECT_EQ(where(), "3,2 in 0,2:50,2");
 
-TEST_F(Scrolling, AJumpLeavesTheSelectionCornersAlone)
-{
     grid().setSelectionMode(SelectionByRow);
     clickCell(3, 2);
     grid().setRow1(7);
     vertical()->setValue(4);
     EXPECT_EQ(grid().Row1(), 7);
+    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(where(), "3,2 in 3,0:3,20");
 }
 
 TEST_F(Scrolling, TheResizeZonesFollowTheScroll)
@@ -249,33 +198,25 @@ TEST_F(Scrolling, AScrollBarHandsTheFocusBackToTheSurface)
 {
     grid().activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&grid()));
-    vertical()->setFocus();
-    QApplication::processEvents();
-    EXPECT_TRUE(surface()->hasFocus());
-    horizontal()->setFocus();
-    QApplication::processEvents();
-    EXPECT_TRUE(surface()->hasFocus());
+    for (QScrollBar* bar : {vertical(), horizontal()}) {
+        bar->setFocus();
+        QApplication::processEvents();
+        EXPECT_TRUE(surface()->hasFocus());
+    }
 }
 
 TEST_F(Scrolling, AnOverflowingStepIsReportedAndRaisesNoScroll)
 {
-    QStringList sources;
-    QObject::connect(&grid(), &TabulaControl::Tabula::errorOccurred,
-                     [&](const ComponentError& e) { sources.append(e.Source); });
+    const auto sources = errorSources();
     grid().setTopRow(100000);
     vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_EQ(sources, QStringList({"TabulaControl.Tabula.scrVertical_Change"}));
+    EXPECT_EQ(*sources, QStringList({"TabulaControl.Tabula.scrVertical_Change"}));
     EXPECT_TRUE(log().entries.isEmpty());
 }
 
 TEST_F(Scrolling, AScrollClosesAnOpenDropDownList)
 {
-    grid().AddLookup(1, "Apple");
-    clickCell(1, 1);
-    key(Qt::Key_A);
-    QWidget* list = child("ListForm");
-    ASSERT_TRUE(list->isVisible());
-    log().clear();
+    QWidget* list = openDropDown(Qt::Key_A, {"Apple"});
     vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     EXPECT_FALSE(list->isVisible());
     EXPECT_EQ(log().entries, QStringList({"Scroll"}));

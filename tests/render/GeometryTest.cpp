@@ -1,4 +1,4 @@
-#include "tests/support/EngineFixture.h"
+#include "tests/render/RenderSupport.h"
 
 #include "render/Geometry.h"
 
@@ -6,14 +6,12 @@
 #include <ostream>
 
 using TabulaControl::detail::RuntimeError;
-using TabulaControl::detail::render::MakeRect;
-using TabulaControl::platform::Rect;
+using TabulaTest::errorCodeOf;
 
 namespace {
 
 struct Position {
-    int32_t x = 0;
-    int32_t y = 0;
+    int32_t x = 0, y = 0;
     bool beyond = false;
     friend bool operator==(const Position&, const Position&) = default;
 };
@@ -30,7 +28,6 @@ protected:
         g().setCols(50);
         g().setRows(100);
     }
-
     Position at(int32_t row, int32_t col)
     {
         Position p;
@@ -42,18 +39,7 @@ protected:
 struct LayoutCase {
     const char* name;
     bool showGrid, colHeader, rowHeader;
-    int32_t row, col;
-    int32_t x, y;
-};
-
-const LayoutCase layoutCases[] = {
-    {"FirstCell", true, true, true, 1, 1, 34, 17},
-    {"InnerCell", true, true, true, 2, 3, 164, 33},
-    {"FirstCellWithoutGrid", false, true, true, 1, 1, 33, 16},
-    {"InnerCellWithoutGrid", false, true, true, 2, 3, 161, 31},
-    {"WithoutHeaderRow", true, false, true, 1, 1, 34, 1},
-    {"WithoutHeaderColumn", true, true, false, 2, 3, 131, 33},
-    {"WithoutHeadersOrGrid", false, false, false, 3, 2, 65, 31},
+    int32_t row, col, x, y;
 };
 
 class Layout : public Geometry, public ::testing::WithParamInterface<LayoutCase> {};
@@ -70,8 +56,15 @@ TEST_P(Layout, CellStartsAfterHeadersAndGridLines)
     EXPECT_EQ(at(c.row, c.col), (Position{c.x, c.y, false}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Geometry, Layout, ::testing::ValuesIn(layoutCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Geometry, Layout,
+                         ::testing::Values(LayoutCase{"FirstCell", true, true, true, 1, 1, 34, 17},
+                                           LayoutCase{"InnerCell", true, true, true, 2, 3, 164, 33},
+                                           LayoutCase{"FirstCellWithoutGrid", false, true, true, 1, 1, 33, 16},
+                                           LayoutCase{"InnerCellWithoutGrid", false, true, true, 2, 3, 161, 31},
+                                           LayoutCase{"WithoutHeaderRow", true, false, true, 1, 1, 34, 1},
+                                           LayoutCase{"WithoutHeaderColumn", true, true, false, 2, 3, 131, 33},
+                                           LayoutCase{"WithoutHeadersOrGrid", false, false, false, 3, 2, 65, 31}),
+                         TabulaTest::caseName<LayoutCase>);
 
 TEST_F(Geometry, HeaderOffsetsUseTheLineWidthLeftByThePreviousPainter)
 {
@@ -80,8 +73,11 @@ TEST_F(Geometry, HeaderOffsetsUseTheLineWidthLeftByThePreviousPainter)
     EXPECT_EQ(at(1, 1), (Position{33, 16, false}));
 }
 
-TEST_F(Geometry, CellStartingOnTheLastPixelIsVisible)
+TEST_F(Geometry, CellStartingOnTheLastPixelIsVisibleAndTheWalkStopsAtTheFirstPastIt)
 {
+    // Column 7 (x = 424) and row 19 (y = 305) are the first past the surface.
+    EXPECT_EQ(at(1, 40), (Position{424, 17, true}));
+    EXPECT_EQ(at(90, 1), (Position{34, 305, true}));
     s().mColWidth(1) = 359;   // column 2 starts at 34 + 359 + 1 = 394 = SW - 1
     s().mRowHeight(1) = 276;  // row 2 starts at 17 + 276 + 1 = 294 = SH - 1
     EXPECT_EQ(at(2, 2), (Position{394, 294, false}));
@@ -89,13 +85,6 @@ TEST_F(Geometry, CellStartingOnTheLastPixelIsVisible)
     EXPECT_EQ(at(1, 2), (Position{395, 17, true}));
     s().mRowHeight(1) = 277;
     EXPECT_EQ(at(2, 1), (Position{34, 295, true}));
-}
-
-TEST_F(Geometry, WalkStopsAtTheFirstStartPastTheSurface)
-{
-    // Column 7 (x = 424) and row 19 (y = 305) are the first past the surface.
-    EXPECT_EQ(at(1, 40), (Position{424, 17, true}));
-    EXPECT_EQ(at(90, 1), (Position{34, 305, true}));
 }
 
 TEST_F(Geometry, RowsAndColumnsBeforeTheScrolledStartAreNotWalked)
@@ -112,21 +101,12 @@ TEST_F(Geometry, IndexPastTheSizeArraysFailsWithTheSubscriptError)
     for (int32_t c = 1; c <= 50; ++c)
         s().mColWidth(c) = 1;
     int32_t x = 0, y = 0;
-    try {
-        g().GetCellCoordinates(1, 52, x, y);
-        FAIL() << "no error";
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.code(), RuntimeError::Subscript);
-    }
+    EXPECT_EQ(errorCodeOf([&] { g().GetCellCoordinates(1, 52, x, y); }), RuntimeError::Subscript);
 }
 
 TEST(MakeRectTest, RightAndBottomAreExclusiveAndOverflowFails)
 {
-    EXPECT_EQ(MakeRect(10, 20, 15, 15), (Rect{10, 20, 25, 35}));
-    try {
-        MakeRect(INT32_MAX - 1, 0, 2, 1);
-        FAIL() << "no error";
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.code(), RuntimeError::Overflow);
-    }
+    using TabulaControl::detail::render::MakeRect;
+    EXPECT_EQ(MakeRect(10, 20, 15, 15), (TabulaControl::platform::Rect{10, 20, 25, 35}));
+    EXPECT_EQ(errorCodeOf([] { MakeRect(INT32_MAX - 1, 0, 2, 1); }), RuntimeError::Overflow);
 }

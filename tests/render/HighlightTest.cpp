@@ -1,69 +1,40 @@
-#include "tests/support/EngineFixture.h"
+#include "tests/render/RenderSupport.h"
 
-#include <QRect>
-
-using TabulaControl::OleColor;
-using TabulaControl::SelectionByCol;
-using TabulaControl::SelectionByRow;
+#include <array>
 
 namespace {
 
-constexpr uint32_t White = 0xFFFFFF;
-constexpr uint32_t Black = 0x000000;
-constexpr uint32_t Face = 0xC0C0C0;
-constexpr uint32_t InvertedGridLine = 0x3F3F3F;
+constexpr uint32_t White = 0xFFFFFF, Black = 0x000000, Face = 0xC0C0C0, InvertedGridLine = 0x3F3F3F;
 
-// Ten rows of the default 64 x 15 cells on the 395 x 295 surface; cell
-// (r, c) starts at (34 + 65 (c - 1), 17 + 16 (r - 1)).
-class Highlight : public TabulaTest::EngineFixture {
+// Ten rows of 64 x 15 cells; cell (r, c) starts at (34 + 65 (c - 1), 17 + 16 (r - 1)).
+class Highlight : public TabulaTest::PaintFixture {
 protected:
     void SetUp() override
     {
         EngineFixture::SetUp();
         g().setRows(10);
     }
-
-    QRect cell(int32_t row, int32_t col)
-    {
-        int32_t x = 0, y = 0;
-        g().GetCellCoordinates(row, col, x, y);
-        return QRect(x, y, s().mColWidth(col), s().mRowHeight(row));
-    }
-
-    uint32_t centreOf(int32_t row, int32_t col)
-    {
-        const QPoint c = cell(row, col).center();
-        return pixel(c.x(), c.y());
-    }
-
-    void select(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
+    uint32_t centreOf(int32_t row, int32_t col) { return pixel(cell(row, col).center().x(), cell(row, col).center().y()); }
+    void refreshSelecting(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
     {
         s().mRow1 = row1;
         s().mCol1 = col1;
         s().mRow2 = row2;
         s().mCol2 = col2;
+        g().Refresh();
     }
-
-    QImage image() { return g().surface.image(); }
 };
 
 }  // namespace
 
-TEST_F(Highlight, RefreshInvertsTheBlockAndShowsTheAnchorInNormalColours)
+TEST_F(Highlight, RefreshInvertsTheBlockReachingTwoPixelsPastItAndShowsTheAnchorInNormalColours)
 {
-    select(1, 1, 3, 2);
-    g().Refresh();
+    refreshSelecting(1, 1, 3, 2);
     EXPECT_EQ(centreOf(1, 1), White);
     for (auto [r, c] : {std::pair{1, 2}, {2, 1}, {2, 2}, {3, 1}, {3, 2}})
         EXPECT_EQ(centreOf(r, c), Black) << r << "," << c;
     EXPECT_EQ(centreOf(4, 1), White);
     EXPECT_EQ(centreOf(1, 3), White);
-}
-
-TEST_F(Highlight, WithGridTheInversionReachesTwoPixelsPastTheBlock)
-{
-    select(1, 1, 3, 2);
-    g().Refresh();
     const int y = cell(2, 1).center().y();
     EXPECT_EQ(pixel(163, y), InvertedGridLine);
     EXPECT_EQ(pixel(164, y), Black);
@@ -77,10 +48,8 @@ TEST_F(Highlight, WithGridTheInversionReachesTwoPixelsPastTheBlock)
 TEST_F(Highlight, WithoutGridTheInversionEndsAtTheLastCell)
 {
     s().mShowGrid = false;
-    select(1, 1, 2, 2);
-    g().Refresh();
-    // Columns of 64 from 33, rows of 15 from 16: column 2 ends at 160, row 2
-    // at 45.
+    refreshSelecting(1, 1, 2, 2);
+    // Columns of 64 from 33, rows of 15 from 16: column 2 ends at 160, row 2 at 45.
     EXPECT_EQ(pixel(160, 40), Black);
     EXPECT_EQ(pixel(161, 40), White);
     EXPECT_EQ(pixel(120, 45), Black);
@@ -96,7 +65,7 @@ TEST_F(Highlight, SelectionDrawnTwiceLeavesTheSurfaceAsItWas)
     EXPECT_EQ(image(), before);
 }
 
-TEST_F(Highlight, BlockScrolledOffTheTopIsNotInverted)
+TEST_F(Highlight, OnlyTheVisiblePartOfABlockScrolledOffTheTopIsInverted)
 {
     g().setRows(30);
     s().mTopRow = 5;
@@ -104,7 +73,6 @@ TEST_F(Highlight, BlockScrolledOffTheTopIsNotInverted)
     const QImage before = image();
     g().HilightSelection(1, 1, 4, 2);
     EXPECT_EQ(image(), before);
-
     g().HilightSelection(2, 1, 6, 1);
     EXPECT_EQ(centreOf(5, 1), Black);
     EXPECT_EQ(centreOf(6, 1), Black);
@@ -152,37 +120,26 @@ TEST_F(Highlight, MarkPlacesTheHiddenEditorOverTheCell)
     EXPECT_EQ(editor.Height(), 15);
     EXPECT_EQ(editor.MaxLength(), 12);
     EXPECT_FALSE(editor.Visible());
-
     s().mColWidth(2) = 2;
     g().HilightCell(2, 2);
     EXPECT_EQ(editor.Width(), 0);
 }
 
-TEST_F(Highlight, SelectionByRowWidensToTheWholeCurrentRow)
+TEST_F(Highlight, SelectionModesWidenToTheWholeCurrentRowOrColumn)
 {
-    s().mSelectionMode = SelectionByRow;
+    s().mSelectionMode = TabulaControl::SelectionByRow;
     s().mRow = 4;
     s().mCol = 3;
     g().Refresh();
-    EXPECT_EQ(s().mRow1, 4);
-    EXPECT_EQ(s().mRow2, 4);
-    EXPECT_EQ(s().mCol1, 0);
-    EXPECT_EQ(s().mCol2, 5);
+    EXPECT_EQ((std::array{s().mRow1, s().mRow2, s().mCol1, s().mCol2}), (std::array{4, 4, 0, 5}));
     EXPECT_TRUE(s().mRowsSelected);
     for (int32_t c = 1; c <= 5; ++c)
         EXPECT_EQ(centreOf(4, c), Black) << c;
     EXPECT_EQ(centreOf(3, 3), White);
-}
 
-TEST_F(Highlight, SelectionByColumnWidensToTheWholeCurrentColumn)
-{
-    s().mSelectionMode = SelectionByCol;
+    s().mSelectionMode = TabulaControl::SelectionByCol;
     s().mCol = 2;
     g().CheckHighlight();
-    EXPECT_EQ(s().mRow1, 0);
-    EXPECT_EQ(s().mRow2, 10);
-    EXPECT_EQ(s().mCol1, 2);
-    EXPECT_EQ(s().mCol2, 2);
+    EXPECT_EQ((std::array{s().mRow1, s().mRow2, s().mCol1, s().mCol2}), (std::array{0, 10, 2, 2}));
     EXPECT_TRUE(s().mColumnsSelected);
 }
-

@@ -2,39 +2,9 @@
 #include "tests/support/GridFixture.h"
 
 using TabulaControl::TabulaEvents;
-using TabulaTest::errorOf;
-
-namespace {
 
 class RefreshFacade : public TabulaTest::GridFixture {};
-
-// The engine with an open editor; edit events are recorded in order.
-class RefreshWhileEditing : public TabulaTest::EngineFixture {
-protected:
-    void SetUp() override
-    {
-        EngineFixture::SetUp();
-        g().setRows(3);
-        QObject::connect(&events_, &TabulaEvents::BeforeEdit, [this](int32_t r, int32_t c, bool&) {
-            log.append(QString("BeforeEdit(%1,%2)").arg(r).arg(c));
-        });
-        QObject::connect(&events_, &TabulaEvents::AfterEdit, [this](int32_t r, int32_t c, QString v) {
-            log.append(QString("AfterEdit(%1,%2,%3)").arg(r).arg(c).arg(v));
-        });
-    }
-
-    void openEditorWith(const QString& text)
-    {
-        g().GridEdit(0);
-        ASSERT_TRUE(s().mEditing);
-        g().ui.txtEdit.setText(text);
-        log.clear();
-    }
-
-    QStringList log;
-};
-
-}  // namespace
+class RefreshEngine : public TabulaTest::EngineFixture {};
 
 TEST_F(RefreshFacade, RepaintsWhatChangedWithoutAutoRedraw)
 {
@@ -58,15 +28,25 @@ TEST_F(RefreshFacade, RepaintsWhatChangedWithoutAutoRedraw)
 TEST_F(RefreshFacade, FailureIsReportedAsTheRefreshComponentError)
 {
     grid().setTopRow(-4);
-    const auto error = errorOf([&] { grid().Refresh(); });
+    const auto error = TabulaTest::errorOf([&] { grid().Refresh(); });
     EXPECT_EQ(error.Number, TabulaControl::ComponentError::ErrorNumber);
     EXPECT_EQ(error.Source, "TabulaControl.Tabula.Refresh");
     EXPECT_TRUE(error.Description.startsWith("Tabula component failureat line "));
 }
 
-TEST_F(RefreshWhileEditing, OpenEditIsCommittedFirst)
+TEST_F(RefreshEngine, OpenEditIsCommittedFirst)
 {
-    openEditorWith("typed");
+    g().setRows(3);
+    QStringList log;
+    QObject::connect(&events_, &TabulaEvents::BeforeEdit,
+                     [&](int32_t r, int32_t c, bool&) { log.append(QString("BeforeEdit(%1,%2)").arg(r).arg(c)); });
+    QObject::connect(&events_, &TabulaEvents::AfterEdit, [&](int32_t r, int32_t c, QString v) {
+        log.append(QString("AfterEdit(%1,%2,%3)").arg(r).arg(c).arg(v));
+    });
+    g().GridEdit(0);
+    ASSERT_TRUE(s().mEditing);
+    g().ui.txtEdit.setText("typed");
+    log.clear();
     g().Refresh();
     EXPECT_EQ(log, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,typed)"}));
     EXPECT_FALSE(s().mEditing);
