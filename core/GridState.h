@@ -87,4 +87,22 @@ struct GridState {
     bool mVScrollNeeded = false, mHScrollNeeded = false;
 };
 
+// Makes the selection the whole of one row (header column included) or the
+// whole of one column (header row included).
+inline void selectWholeRow(GridState& s, int32_t row)
+{
+    s.mRow1 = s.mRow2 = row;
+    s.mCol1 = 0;
+    s.mCol2 = s.mCols;
+    s.mRowsSelected = true;
+}
+
+inline void selectWholeColumn(GridState& s, int32_t col)
+{
+    s.mCol1 = s.mCol2 = col;
+    s.mRow1 = 0;
+    s.mRow2 = s.mRows;
+    s.mColumnsSelected = true;
+}
+
 }  // namespace TabulaControl::detail

@@ -16,10 +16,7 @@ void selectCurrentRow(Grid& g)
     if (!s.mAllowSelection || s.mSelectionMode != SelectionByRow)
         return;
     g.HilightSelection();
-    s.mRow1 = s.mRow2 = s.mRow;
-    s.mCol1 = 0;
-    s.mCol2 = s.mCols;
-    s.mRowsSelected = true;
+    selectWholeRow(s, s.mRow);
     g.HilightSelection();
 }
 
@@ -29,10 +26,7 @@ void selectCurrentColumn(Grid& g)
     if (!s.mAllowSelection || s.mSelectionMode != SelectionByCol)
         return;
     g.HilightSelection();
-    s.mCol1 = s.mCol2 = s.mCol;
-    s.mRow1 = 0;
-    s.mRow2 = s.mRows;
-    s.mColumnsSelected = true;
+    selectWholeColumn(s, s.mCol);
     g.HilightSelection();
 }
 

@@ -89,16 +89,10 @@ void selectHeaderLine(Grid& g, CellIndex pressed)
         return;
     if (pressed.row == 0 && pressed.col >= 1 && s.mSelectionMode == SelectionByCol) {
         drawHeaderCell(g, 0, pressed.col);
-        s.mCol1 = s.mCol2 = pressed.col;
-        s.mRow1 = 0;
-        s.mRow2 = s.mRows;
-        s.mColumnsSelected = true;
+        selectWholeColumn(s, pressed.col);
     } else if (pressed.row >= 1 && pressed.col == 0 && s.mSelectionMode == SelectionByRow) {
         drawHeaderCell(g, pressed.row, 0);
-        s.mRow1 = s.mRow2 = pressed.row;
-        s.mCol1 = 0;
-        s.mCol2 = s.mCols;
-        s.mRowsSelected = true;
+        selectWholeRow(s, pressed.row);
     }
 }
 
@@ -182,15 +176,10 @@ void anchorSelectionAt(Grid& g, CellIndex pressed)
     s.mCol1 = s.mCol2 = pressed.col;
     if (!selectsLines(s))
         return;
-    if (s.mSelectionMode == SelectionByRow) {
-        s.mCol1 = 0;
-        s.mCol2 = s.mCols;
-        s.mRowsSelected = true;
-    } else if (s.mSelectionMode == SelectionByCol) {
-        s.mRow1 = 0;
-        s.mRow2 = s.mRows;
-        s.mColumnsSelected = true;
-    }
+    if (s.mSelectionMode == SelectionByRow)
+        selectWholeRow(s, pressed.row);
+    else if (s.mSelectionMode == SelectionByCol)
+        selectWholeColumn(s, pressed.col);
     if (s.mSelectionMode == SelectionByRow || s.mSelectionMode == SelectionByCol)
         toggleSelectionMarks(g);
 }

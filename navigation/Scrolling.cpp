@@ -54,15 +54,9 @@ void moveLineSelectionAfterStep(Grid& g)
         return;
     if (s.mSelectionMode == SelectionByRow) {
         g.HilightSelection();
-        s.mRow1 = s.mRow2 = s.mRow;
-        s.mCol1 = 0;
-        s.mCol2 = s.mCols;
-        s.mRowsSelected = true;
+        selectWholeRow(s, s.mRow);
     } else if (s.mSelectionMode == SelectionByCol) {
-        s.mCol1 = s.mCol2 = s.mCol;
-        s.mRow1 = 0;
-        s.mRow2 = s.mRows;
-        s.mColumnsSelected = true;
+        selectWholeColumn(s, s.mCol);
     }
 }
 

@@ -82,19 +82,13 @@ void Grid::CheckHighlight()
         return;
     if (s.mSelectionMode == SelectionByRow) {
         HilightSelection();
-        s.mCol1 = 0;
-        s.mCol2 = s.mCols;
-        s.mRow1 = s.mRow2 = s.mRow;
-        s.mRowsSelected = true;
+        selectWholeRow(s, s.mRow);
         HilightSelection();
         return;
     }
     if (s.mSelectionMode == SelectionByCol) {
         HilightSelection();
-        s.mRow1 = 0;
-        s.mRow2 = s.mRows;
-        s.mCol1 = s.mCol2 = s.mCol;
-        s.mColumnsSelected = true;
+        selectWholeColumn(s, s.mCol);
         HilightSelection();
     }
 }
