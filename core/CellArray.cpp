@@ -11,6 +11,16 @@ namespace TabulaControl::detail {
 namespace {
 
 constexpr uint32_t PlainFormat = 0;
+
+// The most cells the store takes on: beyond it a resize fails as memory
+// exhaustion instead of driving the process out of memory.
+constexpr int64_t MaxCells = 100'000'000;
+
+void ensureRoomFor(int64_t rows, int64_t cols)
+{
+    if ((rows + 1) * (cols + 1) > MaxCells)
+        raise(RuntimeError::OutOfMemory);
+}
 constexpr uint32_t HeaderFormat = 1;
 
 template <class F>
@@ -95,6 +105,7 @@ void CellArray::setRows(int16_t n)
             return;
         if (n < 0)
             raise(RuntimeError::Subscript);
+        ensureRoomFor(n, colCount_);
         rows_.resize(static_cast<size_t>(n) + 1);
         for (int32_t r = rowCount_ + 1; r <= n; ++r)
             rows_[static_cast<size_t>(r)] = newRow(static_cast<int16_t>(r), colCount_);
@@ -109,6 +120,7 @@ void CellArray::setCols(int16_t n)
             return;
         if (n < 0)
             raise(RuntimeError::Subscript);
+        ensureRoomFor(rowCount_, n);
         for (size_t r = 0; r < rows_.size(); ++r) {
             auto& cells = rows_[r];
             cells.resize(static_cast<size_t>(n) + 1);

@@ -10,6 +10,7 @@ const char* RuntimeError::what() const noexcept
     switch (code_) {
     case InvalidCall: return "Invalid procedure call or argument";
     case Overflow: return "Overflow";
+    case OutOfMemory: return "Out of memory";
     case Subscript: return "Subscript out of range";
     case TypeMismatch: return "Type mismatch";
     }

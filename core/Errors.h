@@ -17,6 +17,7 @@ public:
     enum Code : int32_t {
         InvalidCall = 5,
         Overflow = 6,
+        OutOfMemory = 7,
         Subscript = 9,
         TypeMismatch = 13,
     };

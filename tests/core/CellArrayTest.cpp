@@ -161,6 +161,14 @@ TEST(CellArray, OutOfRangeAccessFailsWithItsOwnSource)
     EXPECT_EQ(store.Text(2, 2), "2,2");
 }
 
+TEST(CellArray, AResizeBeyondTheCellLimitFailsAndKeepsTheStore)
+{
+    CellArray store = filledStore(20000, 4);
+    EXPECT_EQ(storeError([&] { store.setCols(32767); }).Source, "TabulaControl.clsCellArray.Cols");
+    EXPECT_EQ(store.Cols(), 4);
+    EXPECT_EQ(store.Text(20000, 4), "20000,4");
+}
+
 TEST(CellArray, FormatsAreSharedUntilACellChangesOne)
 {
     CellArray store = filledStore(2, 2);
