@@ -286,34 +286,38 @@ void extendSelectionByDrag(Grid& g, float x, float y)
 
 }  // namespace navigation
 
+namespace {
+
+// The row (column) whose span, its lower (right) grid line included, holds
+// pos: 0 in the header band (also left of the first pixel when the header is
+// hidden), -1 when none does.
+int32_t lineAt(double pos, bool headerShown, const VbArray<int16_t>& sizes, int32_t first, int32_t last,
+               int32_t line)
+{
+    int32_t start = headerShown ? to32(int64_t{sizes(0)} + line + 1) : 1;
+    if (pos > 0 && pos <= start)
+        return 0;
+    for (int32_t i = first; i <= last; ++i) {
+        const int32_t end = to32(int64_t{start} + sizes(i));
+        if (start <= pos && pos <= end)
+            return i;
+        start = to32(int64_t{end} + line);
+    }
+    return -1;
+}
+
+}  // namespace
+
 int32_t Grid::RowFromPoint(float, float y)
 {
     s.mGridLineWidth = s.mShowGrid ? 1 : 0;
-    int32_t top = s.mColHeader ? to32(int64_t{s.mRowHeight(0)} + s.mGridLineWidth + 1) : 1;
-    if (y > 0 && double{y} <= top)
-        return 0;
-    for (int32_t r = s.mTopRow; r <= s.mRows; ++r) {
-        const int32_t bottom = to32(int64_t{top} + s.mRowHeight(r));
-        if (top <= double{y} && double{y} <= bottom)
-            return r;
-        top = to32(int64_t{bottom} + s.mGridLineWidth);
-    }
-    return -1;
+    return lineAt(y, s.mColHeader, s.mRowHeight, s.mTopRow, s.mRows, s.mGridLineWidth);
 }
 
 int32_t Grid::ColFromPoint(float x, float)
 {
     s.mGridLineWidth = s.mShowGrid ? 1 : 0;
-    int32_t left = s.mRowHeader ? to32(int64_t{s.mColWidth(0)} + s.mGridLineWidth + 1) : 1;
-    if (x > 0 && double{x} <= left)
-        return 0;
-    for (int32_t c = s.mLeftCol; c <= s.mCols; ++c) {
-        const int32_t right = to32(int64_t{left} + s.mColWidth(c));
-        if (left <= double{x} && double{x} <= right)
-            return c;
-        left = to32(int64_t{right} + s.mGridLineWidth);
-    }
-    return -1;
+    return lineAt(x, s.mRowHeader, s.mColWidth, s.mLeftCol, s.mCols, s.mGridLineWidth);
 }
 
 void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
