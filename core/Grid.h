@@ -180,6 +180,9 @@ public:
 
     // The cell editor
     void EditKeyDown(int16_t keyCode, int16_t shift);
+    // Raises BeforeEdit and, unless it is cancelled, stores the validated
+    // editor text in the current cell.
+    void storeEditorText();
     void txtEdit_KeyPress(int16_t& keyAscii);
     void txtEdit_LostFocus();
     void setColEditWidth(int32_t col, int32_t value);
@@ -192,7 +195,6 @@ public:
 
 private:
     void redrawIfAuto();
-    void storeEditorText();
     void closeEditor();
     void repaintEditedCell(bool highlight);
     void commitAndRepaint();

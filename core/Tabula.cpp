@@ -153,7 +153,7 @@ void Tabula::ShowAboutBox()
 namespace TabulaControl {
 
 int32_t Tabula::TopRow() const { return grid_->s.mTopRow; }
-void Tabula::setTopRow(int32_t value) { grid_->s.mTopRow = value; }
+void Tabula::setTopRow(int32_t value) { grid_->setTopRow(value); }
 int32_t Tabula::Row1() const { return grid_->s.mRow1; }
 void Tabula::setRow1(int32_t value) { grid_->s.mRow1 = value; }
 int32_t Tabula::Col1() const { return grid_->s.mCol1; }

@@ -36,12 +36,8 @@ void dropEdit(Grid& g)
 // A horizontal scroll stores the typed text unless BeforeEdit cancels.
 void commitEdit(Grid& g)
 {
-    GridState& s = g.s;
-    s.mEditCancel = false;
-    g.events.BeforeEdit(s.mRow, s.mCol, s.mEditCancel);
-    if (!s.mEditCancel)
-        s.mCells.setText(to16(s.mRow), to16(s.mCol), g.Validate(g.ui.txtEdit.Text(), s.mCol));
-    s.mEditing = false;
+    g.storeEditorText();
+    g.s.mEditing = false;
     finishEditAfterScroll(g);
 }
 
