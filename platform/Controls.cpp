@@ -325,8 +325,13 @@ void ScrollBar::setValue(int32_t value) { bar()->setValue(value); }
 void ScrollBar::setMax(int16_t max)
 {
     max_ = max;
-    QSignalBlocker quiet(bar());
-    bar()->setRange(std::min<int>(1, max), std::max<int>(1, max));
+    const int before = bar()->value();
+    {
+        QSignalBlocker quiet(bar());
+        bar()->setRange(1, std::max<int>(1, max));
+    }
+    if (bar()->value() != before && onChange)
+        onChange();
 }
 
 void ScrollBar::setLargeChange(int16_t pageStep) { bar()->setPageStep(std::max<int>(1, pageStep)); }

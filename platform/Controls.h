@@ -63,7 +63,8 @@ public:
     // values outside 1..Max are brought inside.
     void setValue(int32_t value);
     int16_t Max() const { return max_; }
-    // A new range raises no change notification.
+    // A new range raises the change notification only when it moves the
+    // value, as the view follows its bar.
     void setMax(int16_t max);
     void setLargeChange(int16_t pageStep);
 
