@@ -82,6 +82,7 @@ public:
 
     QString Text() const;
     void setText(const QString& text);
+    // Limits what the user types; text set or already longer is never cut.
     void setMaxLength(int32_t length);  // 0: no limit
     int32_t MaxLength() const;
     int32_t SelStart() const;
@@ -100,6 +101,10 @@ public:
 
 private:
     QLineEdit* edit() const;
+    // Lets the line edit hold at least its current text.
+    void applyMaxLength(qsizetype textLength);
+
+    int32_t maxLength_ = 0;
 };
 
 class Button : public Child {
