@@ -135,8 +135,6 @@ private:
             notifyFocus();
             checkSelectionLater();
         });
-        for (auto signal : {&TabulaEvents::Click, &TabulaEvents::DblClick, &TabulaEvents::Scroll})
-            connect(events, signal, this, &AccessibilityNotifier::checkSelectionLater);
         for (auto signal : {&TabulaEvents::MouseDown, &TabulaEvents::MouseMove, &TabulaEvents::MouseUp})
             connect(events, signal, this, &AccessibilityNotifier::checkSelectionLater);
         for (auto signal : {&TabulaEvents::KeyDown, &TabulaEvents::KeyUp})

@@ -97,7 +97,7 @@ protected:
         case QEvent::KeyPress:
             return handlePress(static_cast<QKeyEvent*>(event));
         case QEvent::KeyRelease:
-            return static_cast<QKeyEvent*>(event)->key() == swallowedKey_;
+            return swallowRelease(static_cast<QKeyEvent*>(event));
         default:
             return false;
         }
@@ -118,6 +118,15 @@ private:
             qWarning().noquote() << error.Source << error.Description;
             emit grid_.errorOccurred(error);
         }
+        return true;
+    }
+
+    bool swallowRelease(QKeyEvent* e)
+    {
+        if (swallowedKey_ == 0 || e->key() != swallowedKey_)
+            return false;
+        if (!e->isAutoRepeat())
+            swallowedKey_ = 0;
         return true;
     }
 

@@ -279,15 +279,17 @@ public:
     // tab-separated text and as an HTML table.
     void copySelection() const;
     // Pastes tab-separated text from the clipboard into the grid from the
-    // current cell, each value passing the column's mask and validation as an
-    // edit does. Returns the number of cells that lay beyond the grid and
-    // were not pasted (pasteClipped reports them too).
+    // current cell, each value stored as a committed edit would be
+    // (ColAllowEdit, BeforeEdit, the column's mask and edit width, Validate,
+    // AfterEdit). Returns the number of cells that lay beyond the grid and
+    // were not pasted; pasteClipped reports them too.
     int32_t paste();
     // Whether Ctrl+C and Ctrl+V on the surface copy and paste; off by
     // default, since those keys otherwise reach KeyPress and open the editor.
     bool clipboardShortcuts() const;
     void setClipboardShortcuts(bool enabled);
-    // The cell's rectangle in the control's pixels; empty when it is not shown.
+    // A data cell's rectangle in the control's pixels; empty when it is not
+    // scrolled into view.
     QRect cellRect(int32_t Row, int32_t Col) const;
 
 signals:
