@@ -11,9 +11,6 @@
 #include <functional>
 #include <memory>
 
-// Lets failures show texts rather than bytes.
-inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
-
 namespace TabulaTest {
 
 // Records every event of a grid, in order, as text such as
