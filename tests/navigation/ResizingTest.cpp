@@ -1,51 +1,9 @@
 #include "tests/navigation/NavigationFixture.h"
-#include "tests/support/EngineFixture.h"
 
 #include <vector>
 
 using TabulaTest::Face;
 using TabulaTest::White;
-
-namespace {
-
-class Sizers : public TabulaTest::EngineFixture {};
-
-}  // namespace
-
-TEST_F(Sizers, MarkEveryShownColumnBorderWithinTheControlsWidth)
-{
-    // Columns of 64 on a 400 pixel wide host.
-    const struct {
-        bool rowHeader;
-        int32_t cols, leftCol, colThreeWidth;
-        std::vector<int32_t> expected;
-    } cases[] = {
-        {true, 5, 1, 64, {32, 97, 162, 227, 292, 357}},
-        {true, 20, 1, 64, {32, 97, 162, 227, 292, 357}},
-        {false, 5, 1, 64, {65, 130, 195, 260, 325}},
-        {false, 7, 1, 64, {65, 130, 195, 260, 325, 390}},
-        {true, 5, 3, 10, {32, 43, 108, 173}},
-    };
-    for (const auto& c : cases) {
-        s().mRowHeader = c.rowHeader;
-        g().setCols(c.cols);
-        s().mColWidth(3) = c.colThreeWidth;
-        s().mLeftCol = c.leftCol;
-        g().SetSizers();
-        EXPECT_EQ(s().mColSizers, c.expected) << c.rowHeader << " " << c.cols << " " << c.leftCol;
-        EXPECT_TRUE(s().mRowSizers.empty());
-    }
-}
-
-TEST_F(Sizers, AreKeptWhileResizingIsNotAllowed)
-{
-    g().SetSizers();
-    s().mAllowUserResizing = false;
-    s().mColWidth(1) = 10;
-    s().mColSizers.push_back(999);
-    g().SetSizers();
-    EXPECT_EQ(s().mColSizers, (std::vector<int32_t>{32, 97, 162, 227, 292, 357, 999}));
-}
 
 namespace {
 
@@ -86,9 +44,14 @@ TEST_F(Resizing, TheSizingPointerShowsWithinTwoPixelsOfABorderOnTheHeaderRowOnly
     };
     for (const auto& c : cases)
         EXPECT_EQ(pointerAt(c.x, c.y), c.pointer) << c.x << "," << c.y;
+    grid().setRowHeader(false);
+    grid().setCols(7);
+    EXPECT_EQ(pointerAt(65), 9);
+    EXPECT_EQ(pointerAt(390), 9) << "a border past the surface but inside the control";
+    EXPECT_EQ(pointerAt(97), 0);
     grid().setColHeader(false);
-    EXPECT_EQ(pointerAt(97, 1), 0);
-    EXPECT_EQ(pointerAt(97, 8), 0);
+    EXPECT_EQ(pointerAt(65, 1), 0);
+    EXPECT_EQ(pointerAt(65, 8), 0);
 }
 
 TEST_F(Resizing, DraggingABorderSetsTheColumnWidthOnRelease)
