@@ -78,6 +78,11 @@ TEST_F(Editor, AutoNewRowAddsARowBelowAnEmptyLastRowOnce)
 {
     grid().setRows(1);
     grid().setAutoNewRow(true);
+    grid().setTextMatrix(1, 2, "filled");
+    grid().DblClick();
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    EXPECT_EQ(grid().Rows(), 1);
+    grid().setTextMatrix(1, 2, "");
     log().clear();
     grid().DblClick();
     EXPECT_EQ(grid().Rows(), 2);
