@@ -116,28 +116,21 @@ TEST_P(BorderDrag, ResizesOnlyTheColumnOfTheGrabbedBorder)
 INSTANTIATE_TEST_SUITE_P(Resizing, BorderDrag, ::testing::ValuesIn(borderCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(Resizing, TheBarStopsBeforeTheVerticalScrollBar)
+TEST_F(Resizing, TheBarStopsBeforeTheVerticalScrollBarOrAtTheSurfaceWidth)
 {
-    grid().setRows(50);
-    ASSERT_TRUE(vertical()->isVisible());
-    grabBorder(97);
-    dragTo(QPoint(300, 8));
-    dragTo(QPoint(390, 8));
-    EXPECT_EQ(sizer()->x(), 300);
-    dragTo(QPoint(378, 8));
-    EXPECT_EQ(sizer()->x(), 378);
-    release(QPoint(378, 8));
-    EXPECT_EQ(grid().ColWidth(1), 346);
-}
-
-TEST_F(Resizing, WithoutScrollBarTheBarStopsAtTheSurfaceWidth)
-{
-    ASSERT_FALSE(vertical()->isVisible());
-    grabBorder(97);
-    dragTo(QPoint(395, 8));
-    dragTo(QPoint(396, 8));
-    EXPECT_EQ(sizer()->x(), 395);
-    release(QPoint(396, 8));
+    for (auto [rows, limit, width] : {std::tuple{10, 395, 363}, {50, 378, 346}}) {
+        grid().setRows(rows);
+        ASSERT_EQ(vertical()->isVisible(), rows == 50);
+        grabBorder(97);
+        dragTo(QPoint(300, 8));
+        dragTo(QPoint(limit + 1, 8));
+        EXPECT_EQ(sizer()->x(), 300) << "past the limit the bar stays, " << rows << " rows";
+        dragTo(QPoint(limit, 8));
+        EXPECT_EQ(sizer()->x(), limit) << rows << " rows";
+        release(QPoint(limit, 8));
+        EXPECT_EQ(grid().ColWidth(1), width) << rows << " rows";
+        grid().setColWidth(1, 64);
+    }
 }
 
 TEST_F(Resizing, DisallowingResizingTakesEffectAtTheNextRebuild)
