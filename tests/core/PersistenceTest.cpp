@@ -20,6 +20,8 @@ TEST_F(Persistence, AnEmptyStoreGivesTenByTenWithTheCurrentCellAtOneOne)
     EXPECT_EQ(loaded.GridLineColor(), 0x8000000Fu);
     EXPECT_EQ(loaded.BackColorFixed(), 0x8000000Fu);
     EXPECT_TRUE(loaded.AutoRedraw());
+    EXPECT_FALSE(loaded.FontFixed()->Bold) << "a fixed font saved without bold is not made bold";
+    EXPECT_NE(loaded.Font(), loaded.FontFixed());
 }
 
 TEST_F(Persistence, DefaultsAreNotStoredButTheAlwaysWrittenFlagsAre)
@@ -86,14 +88,6 @@ TEST_F(Persistence, LookupValuesAreSavedAtDesignTimeOnly)
     Tabula loaded(atDesignTime);
     EXPECT_TRUE(loaded.ColHasLookup(3));
     EXPECT_FALSE(loaded.LookupItemData(3, "Blue").isValid()) << "item data is not saved";
-}
-
-TEST_F(Persistence, AFontFixedSavedWithoutBoldIsNotMadeBold)
-{
-    MemoryPropertyBag bag;
-    Tabula loaded(bag);
-    EXPECT_FALSE(loaded.FontFixed()->Bold);
-    EXPECT_NE(loaded.Font(), loaded.FontFixed());
 }
 
 TEST_F(Persistence, WrongTypesOrAMissingLookupColumnFailWithTheReadError)

@@ -25,15 +25,10 @@ protected:
 TEST_F(RowsCols, NewControlHasOneRowFiveColumnsAndTheCurrentCellAtOneOne)
 {
     TabulaControl::Tabula fresh;
-    EXPECT_EQ(fresh.Rows(), 1);
-    EXPECT_EQ(fresh.Cols(), 5);
-    EXPECT_EQ(fresh.Row(), 1);
-    EXPECT_EQ(fresh.Col(), 1);
-    EXPECT_EQ(fresh.Row1(), 1);
-    EXPECT_EQ(fresh.Col1(), 1);
-    EXPECT_EQ(fresh.Row2(), 1);
-    EXPECT_EQ(fresh.Col2(), 1);
-    EXPECT_EQ(fresh.Text(), "");
+    EXPECT_EQ(QString("%1x%2 at %3,%4 in %5,%6:%7,%8 '%9'")
+                  .arg(fresh.Rows()).arg(fresh.Cols()).arg(fresh.Row()).arg(fresh.Col())
+                  .arg(fresh.Row1()).arg(fresh.Col1()).arg(fresh.Row2()).arg(fresh.Col2()).arg(fresh.Text()),
+              "1x5 at 1,1 in 1,1:1,1 ''");
     EXPECT_EQ(fresh.ColWidth(0), 32);
     EXPECT_EQ(fresh.ColWidth(5), 64);
     EXPECT_EQ(fresh.RowHeight(1), 15);
