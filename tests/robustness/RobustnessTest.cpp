@@ -109,13 +109,6 @@ TEST_P(RestoreAfter, TheHostCanPutTheGridRightAgain)
 INSTANTIATE_TEST_SUITE_P(Robustness, RestoreAfter, ::testing::ValuesIn(poisons),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(Robustness, TheSettersThatFailStillRaiseTheirErrors)
-{
-    EXPECT_EQ(TabulaTest::errorOf([&] { grid().setRows(-1); }).Source, "TabulaControl.Tabula.Rows");
-    EXPECT_EQ(TabulaTest::errorOf([&] { grid().setCols(40000); }).Source, "TabulaControl.Tabula.Cols");
-    EXPECT_EQ(TabulaTest::errorOf([&] { grid().TextMatrix(99, 1); }).Source, "TabulaControl.Tabula.TextMatrix");
-}
-
 struct PageCase {
     const char* name;
     int32_t rows;
