@@ -109,19 +109,13 @@ TEST_F(Designer, SavesTheGridPropertiesAFormLoaderRestores)
     ASSERT_NE(form, nullptr);
     QWidget* loaded = form->findChild<QWidget*>("grid");
     ASSERT_NE(loaded, nullptr);
-    EXPECT_EQ(loaded->property("Rows").toInt(), 4);
-    EXPECT_EQ(loaded->property("Cols").toInt(), 3);
-    EXPECT_FALSE(loaded->property("ShowGrid").toBool());
-    EXPECT_EQ(loaded->property("BorderStyle").toInt(), 3);
-    EXPECT_EQ(loaded->property("BackColor").toUInt(), 0x80000005u);
-    EXPECT_EQ(loaded->property("ForeColor").toUInt(), 255u);
-    EXPECT_EQ(loaded->property("SelectionMode").toInt(), 1);
-    const QFont font = loaded->property("Font").value<QFont>();
-    EXPECT_EQ(font.family(), "DejaVu Sans");
-    EXPECT_EQ(font.pointSize(), 12);
-    EXPECT_TRUE(font.bold());
-    EXPECT_EQ(loaded->property("FormatString").toString(), "<Name|^Qty|>Price");
-    EXPECT_EQ(loaded->property("ListBoxRows").toInt(), 9);
+    const std::pair<const char*, QString> expected[] = {
+        {"Rows", "4"}, {"Cols", "3"}, {"ShowGrid", "false"}, {"BorderStyle", "ThinInset"},
+        {"BackColor", "2147483653"}, {"ForeColor", "255"}, {"SelectionMode", "SelectionByRow"},
+        {"Font", "DejaVu Sans,12,-1,5,700,0,0,0,0,0,0,0,0,0,0,1"}, {"FormatString", "<Name|^Qty|>Price"},
+        {"ListBoxRows", "9"}};
+    for (const auto& [name, value] : expected)
+        EXPECT_EQ(loaded->property(name).toString(), value) << name;
 }
 
 TEST_F(Designer, TaskMenuEditsTheGridOnTheGeneralPageAndTheFormKeepsIt)
