@@ -13,4 +13,11 @@ auto Tabula::call(const char* member, F&& body, std::source_location where) cons
     return detail::trap("Tabula", member, where.line(), std::forward<F>(body));
 }
 
+template <class F>
+void Tabula::change(const char* member, F&& body, std::source_location where)
+{
+    call(member, std::forward<F>(body), where);
+    emit settingsChanged();
+}
+
 }  // namespace TabulaControl

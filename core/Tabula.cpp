@@ -12,6 +12,7 @@ Tabula::Tabula(QWidget* parent)
 {
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
+    reportSettingsMovedByInput();
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
@@ -23,10 +24,19 @@ Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
 {
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
+    reportSettingsMovedByInput();
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
     call("UserControl_ReadProperties", [&] { grid_->UserControl_ReadProperties(saved); });
+}
+
+// The user moves the current cell and adds or deletes rows without a setter.
+void Tabula::reportSettingsMovedByInput()
+{
+    connect(events_, &TabulaEvents::RowColChange, this, &Tabula::settingsChanged);
+    connect(events_, &TabulaEvents::AfterAddRow, this, &Tabula::settingsChanged);
+    connect(events_, &TabulaEvents::AfterDeleteRow, this, &Tabula::settingsChanged);
 }
 
 void Tabula::WriteProperties(PropertyBag& store) const
@@ -60,13 +70,13 @@ void Tabula::resizeEvent(QResizeEvent*)
 void Tabula::paintEvent(QPaintEvent*) { grid_->ui.window.paint(); }
 
 int32_t Tabula::Rows() const { return grid_->s.mRows; }
-void Tabula::setRows(int32_t value) { call("Rows", [&] { grid_->setRows(value); }); }
+void Tabula::setRows(int32_t value) { change("Rows", [&] { grid_->setRows(value); }); }
 int32_t Tabula::Cols() const { return grid_->s.mCols; }
-void Tabula::setCols(int32_t value) { call("Cols", [&] { grid_->setCols(value); }); }
+void Tabula::setCols(int32_t value) { change("Cols", [&] { grid_->setCols(value); }); }
 int32_t Tabula::Row() const { return grid_->s.mRow; }
-void Tabula::setRow(int32_t value) { call("Row", [&] { grid_->setRow(value); }); }
+void Tabula::setRow(int32_t value) { change("Row", [&] { grid_->setRow(value); }); }
 int32_t Tabula::Col() const { return grid_->s.mCol; }
-void Tabula::setCol(int32_t value) { call("Col", [&] { grid_->setCol(value); }); }
+void Tabula::setCol(int32_t value) { change("Col", [&] { grid_->setCol(value); }); }
 
 QString Tabula::Text() const { return call("Text", [&] { return grid_->Text(); }); }
 void Tabula::setText(const QString& value) { call("Text", [&] { grid_->setText(value); }); }
@@ -90,7 +100,7 @@ void Tabula::setCellTag(int32_t Row, int32_t Col, const QString& value)
 }
 
 bool Tabula::AutoRedraw() const { return grid_->s.mAutoRedraw; }
-void Tabula::setAutoRedraw(bool value) { call("AutoRedraw", [&] { grid_->setAutoRedraw(value); }); }
+void Tabula::setAutoRedraw(bool value) { change("AutoRedraw", [&] { grid_->setAutoRedraw(value); }); }
 
 int32_t Tabula::RowHeight(int32_t Row) const
 {
@@ -132,10 +142,10 @@ QVariant Tabula::RowEmpty(int32_t Row) const
 
 void Tabula::AddItem(const QString& RowData, const QVariant& BackColor, const QVariant& ForeColor)
 {
-    call("AddItem", [&] { grid_->AddItem(RowData, BackColor, ForeColor); });
+    change("AddItem", [&] { grid_->AddItem(RowData, BackColor, ForeColor); });
 }
-void Tabula::RemoveItem(int32_t Row) { call("RemoveItem", [&] { grid_->RemoveItem(Row); }); }
-void Tabula::Clear() { call("Clear", [&] { grid_->Clear(); }); }
+void Tabula::RemoveItem(int32_t Row) { change("RemoveItem", [&] { grid_->RemoveItem(Row); }); }
+void Tabula::Clear() { change("Clear", [&] { grid_->Clear(); }); }
 
 bool Tabula::Enabled() const { return isEnabled(); }
 void Tabula::setEnabled(bool value)
@@ -174,7 +184,7 @@ bool Tabula::BlockSelected() const
 SelectModes Tabula::SelectionMode() const { return static_cast<SelectModes>(grid_->s.mSelectionMode); }
 void Tabula::setSelectionMode(SelectModes value)
 {
-    call("SelectionMode", [&] {
+    change("SelectionMode", [&] {
         grid_->s.mSelectionMode = detail::to16(value);
         grid_->PropertyChanged("SelectionMode");
     });
@@ -185,6 +195,7 @@ void Tabula::setAllowSelection(bool value)
 {
     grid_->s.mAllowSelection = value;
     grid_->PropertyChanged("AllowSelection");
+    emit settingsChanged();
 }
 
 bool Tabula::AllowUserResizing() const { return grid_->s.mAllowUserResizing; }
@@ -192,6 +203,7 @@ void Tabula::setAllowUserResizing(bool value)
 {
     grid_->s.mAllowUserResizing = value;
     grid_->PropertyChanged("AllowUserResizing");
+    emit settingsChanged();
 }
 
 }  // namespace TabulaControl

@@ -50,6 +50,7 @@ void Tabula::setSelectText(bool value)
 {
     grid_->s.mSelectText = value;
     grid_->PropertyChanged("SelectText");
+    emit settingsChanged();
 }
 
 bool Tabula::AutoNewRow() const { return grid_->s.mAutoNewRow; }
@@ -57,6 +58,7 @@ void Tabula::setAutoNewRow(bool value)
 {
     grid_->s.mAutoNewRow = value;
     grid_->PropertyChanged("AutoNewRow");
+    emit settingsChanged();
 }
 
 }  // namespace TabulaControl

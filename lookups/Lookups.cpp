@@ -89,6 +89,7 @@ void Tabula::setUseItemData(bool value)
 {
     grid_->s.mUseItemData = value;
     grid_->PropertyChanged("UseItemData");
+    emit settingsChanged();
 }
 
 int16_t Tabula::ListBoxRows() const { return grid_->s.mListBoxRows; }
@@ -96,6 +97,7 @@ void Tabula::setListBoxRows(int16_t value)
 {
     grid_->s.mListBoxRows = value;
     grid_->PropertyChanged("ListBoxRows");
+    emit settingsChanged();
 }
 
 }  // namespace TabulaControl

@@ -28,6 +28,17 @@ std::shared_ptr<StdFont> StdFont::fromQFont(const QFont& font)
     return result;
 }
 
+QFont StdFont::toQFont() const
+{
+    QFont font(Name);
+    font.setPointSizeF(Size > 0 ? Size : 8.25);
+    font.setBold(Bold);
+    font.setItalic(Italic);
+    font.setUnderline(Underline);
+    font.setStrikeOut(Strikethrough);
+    return font;
+}
+
 }  // namespace TabulaControl
 
 namespace TabulaControl::platform {
@@ -458,13 +469,7 @@ void Editor::setSelection(int32_t start, int32_t length)
 
 void Editor::setFont(const StdFont& font)
 {
-    QFont qfont(font.Name);
-    qfont.setPointSizeF(font.Size > 0 ? font.Size : 8.25);
-    qfont.setBold(font.Bold);
-    qfont.setItalic(font.Italic);
-    qfont.setUnderline(font.Underline);
-    qfont.setStrikeOut(font.Strikethrough);
-    edit()->setFont(qfont);
+    edit()->setFont(font.toQFont());
 }
 
 void Editor::setColors(OleColor back, OleColor fore)

@@ -148,24 +148,6 @@ protected:
     }
 };
 
-TEST_F(AppearanceEngine, SurroundingColourIsTheBackgroundWithoutBorderAndGreyWithOne)
-{
-    g().ui.window.setBackColor(Marker);
-    g().setBorderStyle(1);
-    EXPECT_EQ(g().ui.window.BackColor(), Marker) << "an unchanged border style does nothing";
-    EXPECT_TRUE(notified.isEmpty());
-    s().mBackColorBkg = 0xFF0000;
-    g().setBorderStyle(0);
-    EXPECT_EQ(g().ui.window.BackColor(), 0xFF0000u);
-    g().setBackColorBkg(0x00FF00);
-    EXPECT_EQ(g().ui.window.BackColor(), 0x00FF00u);
-    g().setBorderStyle(2);
-    EXPECT_EQ(g().ui.window.BackColor(), LightGrey);
-    g().setBackColorBkg(0x0000FF);
-    EXPECT_EQ(g().ui.window.BackColor(), LightGrey);
-    EXPECT_EQ(notified, QStringList({"BorderStyle", "BackColorBkg", "BorderStyle", "BackColorBkg"}));
-}
-
 TEST_F(AppearanceEngine, BackColorSetsTheSharedColourAndReinitialisesOnlyAnEmptyGridsHeaderRow)
 {
     g().Clear();

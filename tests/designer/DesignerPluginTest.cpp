@@ -1,0 +1,148 @@
+#include <QAction>
+#include <QApplication>
+#include <QBuffer>
+#include <QCheckBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QPluginLoader>
+#include <QPushButton>
+#include <QUiLoader>
+#include <QtDesigner/QDesignerComponents>
+#include <QtDesigner/QDesignerFormEditorInterface>
+#include <QtDesigner/QDesignerFormWindowInterface>
+#include <QtDesigner/QDesignerFormWindowManagerInterface>
+#include <QtDesigner/QDesignerIntegration>
+#include <QtDesigner/QDesignerTaskMenuExtension>
+#include <QtDesigner/QExtensionManager>
+#include <QtUiPlugin/QDesignerCustomWidgetInterface>
+
+#include <gtest/gtest.h>
+
+// The plugin as Designer and QUiLoader load it. Its grids come from the
+// plugin's own copy of the library, so they are examined by property name.
+namespace {
+
+const QString pluginFile = QStringLiteral(TABULA_DESIGNER_PLUGIN);
+
+QDesignerCustomWidgetInterface* plugin()
+{
+    static QPluginLoader loader(pluginFile);
+    return qobject_cast<QDesignerCustomWidgetInterface*>(loader.instance());
+}
+
+std::unique_ptr<QWidget> loadForm(QByteArray ui)
+{
+    QUiLoader loader;
+    loader.clearPluginPaths();
+    loader.addPluginPath(QFileInfo(pluginFile).path());
+    QBuffer buffer(&ui);
+    std::unique_ptr<QWidget> form(loader.load(&buffer));
+    EXPECT_NE(form, nullptr) << qPrintable(loader.errorString());
+    return form;
+}
+
+// Designer's form editor, headless, with the test form open in it.
+class Designer : public ::testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        QCoreApplication::addLibraryPath(QFileInfo(pluginFile).path() + "/..");
+        core = QDesignerComponents::createFormEditor(nullptr);
+        QDesignerComponents::initializePlugins(core);
+        new QDesignerIntegration(core, core);
+    }
+    static void TearDownTestSuite() { delete core; }
+    void SetUp() override
+    {
+        window = core->formWindowManager()->createFormWindow();
+        QFile file(QStringLiteral(TABULA_TEST_DATA "/designer/form.ui"));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        QString error;
+        ASSERT_TRUE(window->setContents(&file, &error)) << qPrintable(error);
+        grid = window->mainContainer()->findChild<QWidget*>("grid");
+        ASSERT_NE(grid, nullptr);
+    }
+    void TearDown() override { delete window; }
+
+    static inline QDesignerFormEditorInterface* core = nullptr;
+    QDesignerFormWindowInterface* window = nullptr;
+    QWidget* grid = nullptr;
+};
+
+QDialog* openDialog()
+{
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (widget->objectName() == "tabulaGeneralDialog" && widget->isVisible())
+            return static_cast<QDialog*>(widget);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+TEST(DesignerPlugin, PutsTabulaIntoItsOwnGroupOfTheWidgetBox)
+{
+    ASSERT_NE(plugin(), nullptr);
+    EXPECT_EQ(plugin()->name(), "TabulaControl::Tabula");
+    EXPECT_EQ(plugin()->group(), "Tabula");
+    EXPECT_EQ(plugin()->includeFile(), "TabulaControl/Tabula.h");
+    EXPECT_FALSE(plugin()->isContainer());
+    EXPECT_FALSE(plugin()->icon().pixmap(32).isNull());
+
+    QWidget parent;
+    QWidget* created = plugin()->createWidget(&parent);
+    EXPECT_STREQ(created->metaObject()->className(), "TabulaControl::Tabula");
+    EXPECT_EQ(created->parentWidget(), &parent);
+
+    const auto dropped = loadForm(plugin()->domXml().toUtf8());
+    ASSERT_NE(dropped, nullptr);
+    EXPECT_STREQ(dropped->metaObject()->className(), "TabulaControl::Tabula");
+    EXPECT_EQ(dropped->size(), QSize(320, 200));
+}
+
+TEST_F(Designer, SavesTheGridPropertiesAFormLoaderRestores)
+{
+    const auto form = loadForm(window->contents().toUtf8());
+    ASSERT_NE(form, nullptr);
+    QWidget* loaded = form->findChild<QWidget*>("grid");
+    ASSERT_NE(loaded, nullptr);
+    const std::pair<const char*, QString> expected[] = {
+        {"Rows", "4"}, {"Cols", "3"}, {"ShowGrid", "false"}, {"BorderStyle", "ThinInset"},
+        {"BackColor", "2147483653"}, {"ForeColor", "255"}, {"SelectionMode", "SelectionByRow"},
+        {"Font", "DejaVu Sans,12,-1,5,700,0,0,0,0,0,0,0,0,0,0,1"}, {"FormatString", "<Name|^Qty|>Price"},
+        {"ListBoxRows", "9"}};
+    for (const auto& [name, value] : expected)
+        EXPECT_EQ(loaded->property(name).toString(), value) << name;
+}
+
+TEST_F(Designer, TaskMenuEditsTheGridOnTheGeneralPageAndTheFormKeepsIt)
+{
+    auto* menu = qt_extension<QDesignerTaskMenuExtension*>(core->extensionManager(), grid);
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->taskActions().size(), 1);
+    EXPECT_EQ(menu->preferredEditAction(), menu->taskActions().first());
+
+    menu->preferredEditAction()->trigger();
+    QDialog* dialog = openDialog();
+    ASSERT_NE(dialog, nullptr);
+    auto* rows = dialog->findChild<QLineEdit*>("txtRows");
+    ASSERT_NE(rows, nullptr);
+    EXPECT_EQ(rows->text(), "4");
+    rows->setText("7");
+    dialog->findChild<QCheckBox*>("chkShowGrid")->click();
+    dialog->findChild<QCheckBox*>("chkAutoNewRow")->click();
+    EXPECT_EQ(grid->property("Rows").toInt(), 4);
+    dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+
+    EXPECT_EQ(openDialog(), nullptr);
+    EXPECT_EQ(grid->property("Rows").toInt(), 7);
+    EXPECT_TRUE(grid->property("ShowGrid").toBool());
+    const auto form = loadForm(window->contents().toUtf8());
+    ASSERT_NE(form, nullptr);
+    EXPECT_EQ(form->findChild<QWidget*>("grid")->property("Rows").toInt(), 7);
+    EXPECT_TRUE(form->findChild<QWidget*>("grid")->property("ShowGrid").toBool());
+    EXPECT_TRUE(form->findChild<QWidget*>("grid")->property("AutoNewRow").toBool());
+}

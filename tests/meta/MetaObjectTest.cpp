@@ -1,0 +1,156 @@
+#include <TabulaControl/Tabula.h>
+
+#include <QFile>
+#include <QMetaEnum>
+#include <QMetaMethod>
+#include <QRegularExpression>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+using TabulaControl::Tabula;
+
+namespace {
+
+// One published member as tests/meta/interface.txt lists it.
+struct Member {
+    QString kind, name, type, flags, help;
+    QString baseName() const { return name.section('(', 0, 0); }
+    QStringList parameters() const
+    {
+        const QString list = name.section('(', 1).chopped(1);
+        return list.isEmpty() ? QStringList() : list.split(',');
+    }
+};
+
+std::vector<Member> publishedInterface()
+{
+    QFile file(QStringLiteral(TABULA_TEST_DATA "/meta/interface.txt"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Text));
+    static const QRegularExpression row(R"(^(\w+)\s+(\S+)\s+(\S+)\s+(\S+)\s*(.*)$)");
+    std::vector<Member> members;
+    for (const QString& line : QString::fromUtf8(file.readAll()).split('\n')) {
+        const auto match = row.match(line);
+        if (!line.startsWith('#') && match.hasMatch())
+            members.push_back({match.captured(1), match.captured(2), match.captured(3), match.captured(4),
+                               match.captured(5)});
+    }
+    return members;
+}
+
+const QMetaObject& meta = Tabula::staticMetaObject;
+
+QString helpText(const QString& name)
+{
+    const int index = meta.indexOfClassInfo(name.toLatin1().constData());
+    return index < 0 ? QStringLiteral("<none>") : QString::fromUtf8(meta.classInfo(index).value());
+}
+
+QStringList parameterTypes(const QMetaMethod& method)
+{
+    QStringList types;
+    for (int i = 0; i < method.parameterCount(); ++i)
+        types << QString::fromLatin1(method.parameterMetaType(i).name());
+    return types;
+}
+
+// The invokable method of that name and parameter count, if parameters is
+// empty any count.
+std::optional<QMetaMethod> invokable(const QString& name, std::optional<QStringList> parameters = {})
+{
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        if (method.methodType() == QMetaMethod::Method && QString::fromLatin1(method.name()) == name
+            && (!parameters || parameterTypes(method) == *parameters))
+            return method;
+    }
+    return std::nullopt;
+}
+
+void expectProperty(const Member& member)
+{
+    const int index = meta.indexOfProperty(member.name.toLatin1().constData());
+    ASSERT_GE(index, meta.propertyOffset());
+    const QMetaProperty property = meta.property(index);
+    EXPECT_EQ(QString::fromLatin1(property.metaType().name()), member.type);
+    EXPECT_EQ(property.isWritable(), member.flags.contains('W'));
+    EXPECT_EQ(property.isDesignable(), member.flags.contains('D'));
+    EXPECT_EQ(property.hasNotifySignal(), member.flags.contains('N'));
+    if (property.hasNotifySignal()) {
+        EXPECT_EQ(property.notifySignal().name(), "settingsChanged");
+    }
+}
+
+void expectMethod(const Member& member)
+{
+    const auto method = invokable(member.baseName(), member.parameters());
+    ASSERT_TRUE(method) << "no invokable " << qPrintable(member.name);
+    EXPECT_EQ(QString::fromLatin1(method->returnMetaType().name()), member.type);
+    if (member.flags.contains('W')) {
+        const auto setter = invokable("set" + member.baseName());
+        ASSERT_TRUE(setter) << "no invokable setter of " << qPrintable(member.name);
+        EXPECT_EQ(parameterTypes(*setter).mid(0, member.parameters().size()), member.parameters());
+    }
+}
+
+}  // namespace
+
+TEST(MetaObject, PublishesEveryMemberWithItsTypeDesignabilityAndHelpText)
+{
+    const auto members = publishedInterface();
+    ASSERT_EQ(members.size(), 72u);
+    for (const Member& member : members) {
+        SCOPED_TRACE(member.name.toStdString());
+        EXPECT_EQ(helpText(member.baseName()).toStdString(), member.help.toStdString());
+        if (member.kind == "property")
+            expectProperty(member);
+        else
+            expectMethod(member);
+    }
+    const auto properties = std::count_if(members.begin(), members.end(),
+                                          [](const Member& m) { return m.kind == "property"; });
+    EXPECT_EQ(meta.propertyCount() - meta.propertyOffset(), properties);
+    EXPECT_EQ(meta.classInfoCount() - meta.classInfoOffset(), static_cast<int>(members.size()));
+}
+
+TEST(MetaObject, PublishesTheEnumerationsWithTheirValues)
+{
+    const std::pair<const char*, QStringList> enumerations[] = {
+        {"BorderStyles", {"NoBorder", "Single", "ThinRaised", "ThinInset"}},
+        {"FixedStyles", {"Flat", "ThreeD"}},
+        {"SelectModes", {"SelectionFree", "SelectionByRow", "SelectionByCol"}},
+        {"EditMasks", {"NoMask", "Uppercase", "NumericOnly", "DateOnly", "checkmark"}},
+    };
+    const QMetaObject& scope = TabulaControl::staticMetaObject;
+    for (const auto& [name, keys] : enumerations) {
+        const QMetaEnum enumeration = scope.enumerator(scope.indexOfEnumerator(name));
+        ASSERT_TRUE(enumeration.isValid()) << name;
+        ASSERT_EQ(enumeration.keyCount(), keys.size()) << name;
+        for (int value = 0; value < keys.size(); ++value)
+            EXPECT_EQ(enumeration.keyToValue(keys[value].toLatin1().constData()), value) << name;
+    }
+    EXPECT_STREQ(meta.property(meta.indexOfProperty("BorderStyle")).enumerator().name(), "BorderStyles");
+}
+
+TEST(MetaObject, PropertiesAndMethodsWorkByName)
+{
+    Tabula grid;
+    QSignalSpy changes(&grid, &Tabula::settingsChanged);
+    ASSERT_TRUE(grid.setProperty("Rows", 4));
+    ASSERT_TRUE(grid.setProperty("BorderStyle", "ThinInset"));
+    QFont font(QStringLiteral("DejaVu Sans"), 12);
+    font.setBold(true);
+    ASSERT_TRUE(grid.setProperty("FontFixed", font));
+    EXPECT_EQ(grid.Rows(), 4);
+    EXPECT_EQ(grid.BorderStyle(), TabulaControl::ThinInset);
+    EXPECT_EQ(*grid.FontFixed(), *TabulaControl::StdFont::fromQFont(font));
+    EXPECT_EQ(grid.property("FontFixed").value<QFont>(), font);
+    EXPECT_EQ(changes.count(), 3);
+
+    ASSERT_TRUE(QMetaObject::invokeMethod(&grid, "setTextMatrix", Q_ARG(int32_t, 2), Q_ARG(int32_t, 1),
+                                          Q_ARG(QString, "b1")));
+    QString text;
+    ASSERT_TRUE(QMetaObject::invokeMethod(&grid, "TextMatrix", Q_RETURN_ARG(QString, text), Q_ARG(int32_t, 2),
+                                          Q_ARG(int32_t, 1)));
+    EXPECT_EQ(text, "b1");
+}
