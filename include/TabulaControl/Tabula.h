@@ -287,9 +287,17 @@ private:
     template <class F>
     auto call(const char* member, F&& body,
               std::source_location where = std::source_location::current()) const;
+    // The same for a member that ends in a full repaint: its pixels are made
+    // when the surface is next shown or read, once for any number of such
+    // members in a row.
+    template <class F>
+    void repaintingCall(const char* member, F&& body,
+                        std::source_location where = std::source_location::current()) const;
     // Runs a child control's notification; a failure has no caller there and
     // is reported through errorOccurred instead.
     void notify(const char* procedure, const std::function<void()>& body);
+    // A deferred repaint failed when its pixels were made.
+    void reportPaintFailure();
     void wireChildren();
     void wireEditor();
 
