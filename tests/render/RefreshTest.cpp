@@ -1,19 +1,8 @@
 #include "tests/support/EngineFixture.h"
-#include "tests/support/GridFixture.h"
 
 using TabulaControl::TabulaEvents;
 
-class RefreshFacade : public TabulaTest::GridFixture {};
 class RefreshEngine : public TabulaTest::EngineFixture {};
-
-TEST_F(RefreshFacade, FailureIsReportedAsTheRefreshComponentError)
-{
-    grid().setTopRow(-4);
-    const auto error = TabulaTest::errorOf([&] { grid().Refresh(); });
-    EXPECT_EQ(error.Number, TabulaControl::ComponentError::ErrorNumber);
-    EXPECT_EQ(error.Source, "TabulaControl.Tabula.Refresh");
-    EXPECT_TRUE(error.Description.startsWith("Tabula component failureat line "));
-}
 
 TEST_F(RefreshEngine, OpenEditIsCommittedFirst)
 {
