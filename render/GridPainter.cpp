@@ -238,6 +238,9 @@ void Grid::DrawCol(int32_t col, int32_t x, bool header)
 
 void Grid::DrawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 {
+    // Lines and outline change nothing but pixels.
+    if (surface.discarding())
+        return;
     row1 = argOr(row1, s.mTopRow);
     col1 = argOr(col1, s.mLeftCol);
     row2 = argOr(row2, s.mRows);

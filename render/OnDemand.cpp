@@ -1,6 +1,7 @@
 #include "core/Grid.h"
 #include "render/GridPainter.h"
 
+#include <cassert>
 #include <tuple>
 
 namespace TabulaControl::detail {
@@ -137,7 +138,7 @@ void Grid::flushPaint()
     try {
         const InputsRestored restored(*this, inputs);
         paintAll();
-        Q_ASSERT(settledFields(s) == settled);
+        assert(settledFields(s) == settled);
     } catch (...) {
         if (onPaintFailure)
             onPaintFailure();
