@@ -17,6 +17,7 @@ auto Tabula::call(const char* member, F&& body, std::source_location where) cons
         // as they were; reading members leave owed pixels owed.
         if constexpr (std::is_void_v<decltype(body())>)
             grid_->flushPaint();
+        const detail::HostCall running(*grid_);
         return body();
     });
 }

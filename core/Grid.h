@@ -228,19 +228,46 @@ private:
     std::optional<RepaintInputs> owedRepaint_;
     std::optional<RowWalk> measuredRow_;
     std::optional<bool> barsShownOverride_;
+    int hostCalls_ = 0;
     friend class InputsRestored;
+    friend class HostCall;
+    friend class RepaintsDeferred;
 };
 
-// Defers the grid's full repaints for its lifetime.
+// Marks a member of the host's interface as running on the grid.
+class HostCall {
+public:
+    explicit HostCall(Grid& grid) : grid_(grid) { ++grid_.hostCalls_; }
+    ~HostCall() { --grid_.hostCalls_; }
+    HostCall(const HostCall&) = delete;
+    HostCall& operator=(const HostCall&) = delete;
+
+private:
+    Grid& grid_;
+};
+
+// A host call that ends in a full repaint. Only an outermost one defers
+// repaints: one made from an event inside another member must leave
+// finished pixels to the code that goes on drawing after it.
 class RepaintsDeferred {
 public:
-    explicit RepaintsDeferred(Grid& grid) : grid_(grid) { grid_.deferRepaints(); }
-    ~RepaintsDeferred() { grid_.endDeferredRepaints(); }
+    explicit RepaintsDeferred(Grid& grid) : grid_(grid), defers_(grid.hostCalls_ == 0), call_(grid)
+    {
+        if (defers_)
+            grid_.deferRepaints();
+    }
+    ~RepaintsDeferred()
+    {
+        if (defers_)
+            grid_.endDeferredRepaints();
+    }
     RepaintsDeferred(const RepaintsDeferred&) = delete;
     RepaintsDeferred& operator=(const RepaintsDeferred&) = delete;
 
 private:
     Grid& grid_;
+    bool defers_;
+    HostCall call_;
 };
 
 }  // namespace TabulaControl::detail

@@ -243,6 +243,12 @@ const GoldenCase cases[] = {
          t.fill(4, 3), t.g().setFont(f), f->Bold = true, t.g().setForeColor(0x0000FF);
      }},
     {"back_colour_changed_by_another_grid", [](T t) { t.fill(4, 3), Tabula().setBackColor(0x00FFFF); }},
+    {"host_repaints_from_a_key_event",
+     [](T t) {
+         t.fill(6, 3);
+         QObject::connect(t.g().events(), &TabulaEvents::KeyDown, [&g = t.g()] { g.setTextMatrix(1, 1, "key"); });
+         t.keys({down, down});
+     }},
 };
 
 INSTANTIATE_TEST_SUITE_P(Golden, Golden, ::testing::ValuesIn(cases), caseName<GoldenCase>);
