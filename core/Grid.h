@@ -5,6 +5,7 @@
 #include "core/GridState.h"
 #include "platform/Controls.h"
 #include "platform/Surface.h"
+#include "render/OnDemand.h"
 
 #include <QVariant>
 
@@ -64,6 +65,8 @@ public:
     void InitializeRows(int32_t n, std::optional<int32_t> backColor = {}, std::optional<int32_t> foreColor = {});
     void InitializeCols(int32_t n);
     void AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor);
+    // Whether AddItem can store every field of rowData.
+    bool itemFits(const QString& rowData) const;
     void RemoveItem(int32_t row);
     void Clear();
 
@@ -88,6 +91,8 @@ public:
     void DrawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
     void UserControl_Paint();
     void ShowScrollBars();
+    // Whether both scroll bars are shown, as the painters see it.
+    bool barsShown() const;
 
     // Highlighting
     void HilightCell(int32_t row = Omitted, int32_t col = Omitted);
@@ -193,7 +198,20 @@ public:
     // Tells the host that a saved property changed.
     std::function<void(const QString&)> onPropertyChanged;
 
+    // Painting on demand. While repaints are deferred, a full repaint
+    // settles at once everything the host can observe and leaves the pixels
+    // owed to the surface, which makes them when it is next read or drawn
+    // on. Scopes nest.
+    void deferRepaints();
+    void endDeferredRepaints();
+    // Makes owed pixels now; a failure goes to onPaintFailure.
+    void flushPaint();
+    std::function<void()> onPaintFailure;
+
 private:
+    void paintAll();
+    void layoutAll();
+    void measureRow(int32_t row);
     void redrawIfAuto();
     void closeEditor();
     void repaintEditedCell(bool highlight);
@@ -205,6 +223,51 @@ private:
     int32_t listHeightTwips() const;
     void selectListItem(const QString& text, int32_t length);
     void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
+
+    int deferDepth_ = 0;
+    std::optional<RepaintInputs> owedRepaint_;
+    std::optional<RowWalk> measuredRow_;
+    std::optional<bool> barsShownOverride_;
+    int hostCalls_ = 0;
+    friend class InputsRestored;
+    friend class HostCall;
+    friend class RepaintsDeferred;
+};
+
+// Marks a member of the host's interface as running on the grid.
+class HostCall {
+public:
+    explicit HostCall(Grid& grid) : grid_(grid) { ++grid_.hostCalls_; }
+    ~HostCall() { --grid_.hostCalls_; }
+    HostCall(const HostCall&) = delete;
+    HostCall& operator=(const HostCall&) = delete;
+
+private:
+    Grid& grid_;
+};
+
+// A host call that ends in a full repaint. Only an outermost one defers
+// repaints: one made from an event inside another member must leave
+// finished pixels to the code that goes on drawing after it.
+class RepaintsDeferred {
+public:
+    explicit RepaintsDeferred(Grid& grid) : grid_(grid), defers_(grid.hostCalls_ == 0), call_(grid)
+    {
+        if (defers_)
+            grid_.deferRepaints();
+    }
+    ~RepaintsDeferred()
+    {
+        if (defers_)
+            grid_.endDeferredRepaints();
+    }
+    RepaintsDeferred(const RepaintsDeferred&) = delete;
+    RepaintsDeferred& operator=(const RepaintsDeferred&) = delete;
+
+private:
+    Grid& grid_;
+    bool defers_;
+    HostCall call_;
 };
 
 }  // namespace TabulaControl::detail

@@ -257,6 +257,14 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     events.AfterAddRow(s.mRows);
 }
 
+bool Grid::itemFits(const QString& rowData) const
+{
+    const qsizetype tabs = rowData.count(QLatin1Char('\t'));
+    const bool lastField = !rowData.isEmpty() && !rowData.endsWith(QLatin1Char('\t'));
+    const int64_t fields = tabs + (lastField ? 1 : 0);
+    return fields <= s.mCols && s.mRows < INT16_MAX && s.mCol >= 0 && s.mCol <= s.mCols;
+}
+
 void Grid::RemoveItem(int32_t row)
 {
     if (s.mRows == 0)

@@ -13,6 +13,7 @@ Tabula::Tabula(QWidget* parent)
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
     reportSettingsMovedByInput();
+    grid_->onPaintFailure = [this] { reportPaintFailure(); };
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
@@ -25,6 +26,7 @@ Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
     reportSettingsMovedByInput();
+    grid_->onPaintFailure = [this] { reportPaintFailure(); };
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
@@ -62,6 +64,11 @@ void Tabula::notify(const char* procedure, const std::function<void()>& body)
     }
 }
 
+void Tabula::reportPaintFailure()
+{
+    notify("Refresh", [] { detail::raise(detail::RuntimeError::InvalidCall); });
+}
+
 void Tabula::resizeEvent(QResizeEvent*)
 {
     notify("UserControl_Resize", [&] { grid_->UserControl_Resize(); });
@@ -70,16 +77,16 @@ void Tabula::resizeEvent(QResizeEvent*)
 void Tabula::paintEvent(QPaintEvent*) { grid_->ui.window.paint(); }
 
 int32_t Tabula::Rows() const { return grid_->s.mRows; }
-void Tabula::setRows(int32_t value) { change("Rows", [&] { grid_->setRows(value); }); }
+void Tabula::setRows(int32_t value) { repaintingChange("Rows", [&] { grid_->setRows(value); }); }
 int32_t Tabula::Cols() const { return grid_->s.mCols; }
-void Tabula::setCols(int32_t value) { change("Cols", [&] { grid_->setCols(value); }); }
+void Tabula::setCols(int32_t value) { repaintingChange("Cols", [&] { grid_->setCols(value); }); }
 int32_t Tabula::Row() const { return grid_->s.mRow; }
 void Tabula::setRow(int32_t value) { change("Row", [&] { grid_->setRow(value); }); }
 int32_t Tabula::Col() const { return grid_->s.mCol; }
 void Tabula::setCol(int32_t value) { change("Col", [&] { grid_->setCol(value); }); }
 
 QString Tabula::Text() const { return call("Text", [&] { return grid_->Text(); }); }
-void Tabula::setText(const QString& value) { call("Text", [&] { grid_->setText(value); }); }
+void Tabula::setText(const QString& value) { repaintingCall("Text", [&] { grid_->setText(value); }); }
 
 QString Tabula::TextMatrix(int32_t Row, int32_t Col) const
 {
@@ -87,7 +94,7 @@ QString Tabula::TextMatrix(int32_t Row, int32_t Col) const
 }
 void Tabula::setTextMatrix(int32_t Row, int32_t Col, const QString& value)
 {
-    call("TextMatrix", [&] { grid_->setTextMatrix(Row, Col, value); });
+    repaintingCall("TextMatrix", [&] { grid_->setTextMatrix(Row, Col, value); });
 }
 
 QString Tabula::CellTag(int32_t Row, int32_t Col) const
@@ -100,7 +107,7 @@ void Tabula::setCellTag(int32_t Row, int32_t Col, const QString& value)
 }
 
 bool Tabula::AutoRedraw() const { return grid_->s.mAutoRedraw; }
-void Tabula::setAutoRedraw(bool value) { change("AutoRedraw", [&] { grid_->setAutoRedraw(value); }); }
+void Tabula::setAutoRedraw(bool value) { repaintingChange("AutoRedraw", [&] { grid_->setAutoRedraw(value); }); }
 
 int32_t Tabula::RowHeight(int32_t Row) const
 {
@@ -108,7 +115,7 @@ int32_t Tabula::RowHeight(int32_t Row) const
 }
 void Tabula::setRowHeight(int32_t Row, int32_t value)
 {
-    call("RowHeight", [&] { grid_->setRowHeight(Row, value); });
+    repaintingCall("RowHeight", [&] { grid_->setRowHeight(Row, value); });
 }
 
 QVariant Tabula::RowBookmark(int32_t Row) const
@@ -124,13 +131,13 @@ int32_t Tabula::ColWidth(int32_t Col) const
 {
     return call("ColWidth", [&] { return int32_t{grid_->s.mColWidth(Col)}; });
 }
-void Tabula::setColWidth(int32_t Col, int32_t value) { call("ColWidth", [&] { grid_->setColWidth(Col, value); }); }
+void Tabula::setColWidth(int32_t Col, int32_t value) { repaintingCall("ColWidth", [&] { grid_->setColWidth(Col, value); }); }
 
 int32_t Tabula::ColAlign(int32_t Col) { return call("ColAlign", [&] { return grid_->ColAlign(Col); }); }
-void Tabula::setColAlign(int32_t Col, int32_t value) { call("ColAlign", [&] { grid_->setColAlign(Col, value); }); }
+void Tabula::setColAlign(int32_t Col, int32_t value) { repaintingCall("ColAlign", [&] { grid_->setColAlign(Col, value); }); }
 
 int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->s.mColMask(Col); }); }
-void Tabula::setColMask(int32_t Col, int32_t value) { call("ColMask", [&] { grid_->setColMask(Col, value); }); }
+void Tabula::setColMask(int32_t Col, int32_t value) { repaintingCall("ColMask", [&] { grid_->setColMask(Col, value); }); }
 
 int16_t Tabula::MouseRow() const { return grid_->s.mMouseRow; }
 int16_t Tabula::MouseCol() const { return grid_->s.mMouseCol; }
@@ -142,10 +149,15 @@ QVariant Tabula::RowEmpty(int32_t Row) const
 
 void Tabula::AddItem(const QString& RowData, const QVariant& BackColor, const QVariant& ForeColor)
 {
-    change("AddItem", [&] { grid_->AddItem(RowData, BackColor, ForeColor); });
+    repaintingChange("AddItem", [&] {
+        // A row that fails half-stored must leave the picture as it was.
+        if (!grid_->itemFits(RowData))
+            grid_->flushPaint();
+        grid_->AddItem(RowData, BackColor, ForeColor);
+    });
 }
-void Tabula::RemoveItem(int32_t Row) { change("RemoveItem", [&] { grid_->RemoveItem(Row); }); }
-void Tabula::Clear() { change("Clear", [&] { grid_->Clear(); }); }
+void Tabula::RemoveItem(int32_t Row) { repaintingChange("RemoveItem", [&] { grid_->RemoveItem(Row); }); }
+void Tabula::Clear() { repaintingChange("Clear", [&] { grid_->Clear(); }); }
 
 bool Tabula::Enabled() const { return isEnabled(); }
 void Tabula::setEnabled(bool value)
@@ -166,15 +178,35 @@ void Tabula::ShowAboutBox()
 namespace TabulaControl {
 
 int32_t Tabula::TopRow() const { return grid_->s.mTopRow; }
-void Tabula::setTopRow(int32_t value) { grid_->setTopRow(value); }
+void Tabula::setTopRow(int32_t value)
+{
+    grid_->flushPaint();
+    grid_->setTopRow(value);
+}
 int32_t Tabula::Row1() const { return grid_->s.mRow1; }
-void Tabula::setRow1(int32_t value) { grid_->s.mRow1 = value; }
+void Tabula::setRow1(int32_t value)
+{
+    grid_->flushPaint();
+    grid_->s.mRow1 = value;
+}
 int32_t Tabula::Col1() const { return grid_->s.mCol1; }
-void Tabula::setCol1(int32_t value) { grid_->s.mCol1 = value; }
+void Tabula::setCol1(int32_t value)
+{
+    grid_->flushPaint();
+    grid_->s.mCol1 = value;
+}
 int32_t Tabula::Row2() const { return grid_->s.mRow2; }
-void Tabula::setRow2(int32_t value) { grid_->s.mRow2 = value; }
+void Tabula::setRow2(int32_t value)
+{
+    grid_->flushPaint();
+    grid_->s.mRow2 = value;
+}
 int32_t Tabula::Col2() const { return grid_->s.mCol2; }
-void Tabula::setCol2(int32_t value) { grid_->s.mCol2 = value; }
+void Tabula::setCol2(int32_t value)
+{
+    grid_->flushPaint();
+    grid_->s.mCol2 = value;
+}
 
 bool Tabula::BlockSelected() const
 {
@@ -193,6 +225,7 @@ void Tabula::setSelectionMode(SelectModes value)
 bool Tabula::AllowSelection() const { return grid_->s.mAllowSelection; }
 void Tabula::setAllowSelection(bool value)
 {
+    grid_->flushPaint();
     grid_->s.mAllowSelection = value;
     grid_->PropertyChanged("AllowSelection");
     emit settingsChanged();

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -196,6 +197,34 @@ Tabula* restoredGrid(QSettings& settings)
     return new Tabula(SettingsPropertyBag(settings, QStringLiteral("grid")));
 }
 
+// Fills 10,000 cells one by one with redrawing on, as a host's loop does,
+// and shows how long that took until the grid was painted.
+QWidget* fillTimer(Tabula& grid)
+{
+    auto* bar = new QWidget;
+    auto* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(4, 2, 4, 2);
+    auto* button = new QPushButton(QStringLiteral("Fill 10,000 cells"));
+    auto* result = new QLabel;
+    QObject::connect(button, &QPushButton::clicked, [&grid, result] {
+        constexpr int Rows = 500, Cols = 20;
+        QElapsedTimer timer;
+        timer.start();
+        grid.setAutoRedraw(true);
+        grid.setCols(Cols);
+        grid.setRows(Rows);
+        for (int r = 1; r <= Rows; ++r)
+            for (int c = 1; c <= Cols; ++c)
+                grid.setTextMatrix(r, c, QStringLiteral("%1,%2").arg(r).arg(c));
+        grid.Picture();
+        result->setText(QStringLiteral("Filled in %1 ms").arg(timer.elapsed()));
+    });
+    layout->addWidget(button);
+    layout->addWidget(result);
+    layout->addStretch();
+    return bar;
+}
+
 // Without a display nobody can click: play a few gestures so the picture
 // shows a selection and the log shows their events.
 void playGestures(Tabula& grid)
@@ -256,6 +285,7 @@ int main(int argc, char** argv)
     splitter->addWidget(log);
     splitter->setSizes({300, 140});
     layout->addWidget(toolBar(*grid, *log));
+    layout->addWidget(fillTimer(*grid));
     layout->addWidget(splitter);
     window.setCentralWidget(central);
     window.resize(574, 480);

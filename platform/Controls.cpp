@@ -128,11 +128,18 @@ public:
         setAttribute(Qt::WA_OpaquePaintEvent);
     }
 
+    bool isPainting() const { return painting_; }
+
 protected:
+    // Reading the image may first render it; a request to show the
+    // surface made by that render is already being answered.
     void paintEvent(QPaintEvent*) override
     {
+        painting_ = true;
+        const QImage& image = surface_.image();
+        painting_ = false;
         QPainter painter(this);
-        painter.drawImage(0, 0, surface_.image());
+        painter.drawImage(0, 0, image);
     }
     bool focusNextPrevChild(bool) override { return false; }
 
@@ -196,6 +203,7 @@ private:
     const Surface& surface_;
     const SurfaceHandlers& handlers_;
     bool pressedLeft_ = false;
+    bool painting_ = false;
     bool afterDoubleClick_ = false;
     Move lastMove_;
 };
@@ -510,7 +518,7 @@ void Editor::applyMaxLength(qsizetype textLength)
 
 void SurfaceChild::Refresh()
 {
-    if (widget())
+    if (widget() && !static_cast<SurfaceView*>(widget())->isPainting())
         widget()->update();
 }
 void SurfaceChild::postKey(int16_t keyCode)

@@ -433,8 +433,32 @@ Surface::Surface(int width, int height)
     clear();
 }
 
+const QImage& Surface::image() const
+{
+    settle();
+    return image_;
+}
+
+void Surface::settle() const
+{
+    if (!pendingRender_)
+        return;
+    const std::function<void()> render = std::move(pendingRender_);
+    pendingRender_ = nullptr;
+    render();
+}
+
+bool Surface::readyToDraw()
+{
+    if (discarding_)
+        return false;
+    settle();
+    return true;
+}
+
 void Surface::resize(int width, int height)
 {
+    settle();
     width = std::max(0, width);
     height = std::max(0, height);
     if (width == image_.width() && height == image_.height())
@@ -448,12 +472,22 @@ void Surface::resize(int width, int height)
     image_ = std::move(resized);
 }
 
-void Surface::clear() { image_.fill(translateColor(backColor_)); }
+void Surface::clear()
+{
+    if (readyToDraw())
+        image_.fill(translateColor(backColor_));
+}
 
-void Surface::fill(Rect r, OleColor colour) { fillBox(image_, toBox(r), translateColor(colour)); }
+void Surface::fill(Rect r, OleColor colour)
+{
+    if (readyToDraw())
+        fillBox(image_, toBox(r), translateColor(colour));
+}
 
 void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 {
+    if (!readyToDraw())
+        return;
     const QRgb pixel = translateColor(penColor_);
     const bool dotted = penStyle_ == PenStyle::Dot;
     if (!dotted && (x1 == x2 || y1 == y2)) {
@@ -466,6 +500,8 @@ void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 
 void Surface::edge(Rect r, unsigned kinds, unsigned sides)
 {
+    if (!readyToDraw())
+        return;
     const auto paletteOf = [sides](EdgeColours colours) {
         return (sides & EdgeMono) ? EdgeColours{systemColour(6), systemColour(6)} : colours;
     };
@@ -480,6 +516,8 @@ void Surface::edge(Rect r, unsigned kinds, unsigned sides)
 
 void Surface::checkBox(Rect r, bool checked)
 {
+    if (!readyToDraw())
+        return;
     const Box bounds = toBox(r);
     const int64_t side = std::min(bounds.width(), bounds.height());
     if (side <= 0)
@@ -510,6 +548,8 @@ void Surface::setFontStrikethrough(bool on) { font_.setStrikeOut(on); }
 
 void Surface::text(const QString& s, Rect r, unsigned flags)
 {
+    if (!readyToDraw())
+        return;
     const Box bounds = toBox(r);
     const Box visible = intersect(bounds, boundsOf(image_));
     if (visible.empty() || s.isEmpty())
@@ -533,6 +573,8 @@ double Surface::textWidth(const QString& s) const
 
 void Surface::focusRect(Rect r)
 {
+    if (!readyToDraw())
+        return;
     const Box b = toBox(r);
     if (b.empty())
         return;
@@ -544,10 +586,16 @@ void Surface::focusRect(Rect r)
         invertEvenPixels(image_, {b.right - 1, b.top + 1, b.right, b.bottom - 1});
 }
 
-void Surface::invert(Rect r) { invertBox(image_, toBox(r)); }
+void Surface::invert(Rect r)
+{
+    if (readyToDraw())
+        invertBox(image_, toBox(r));
+}
 
 Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
 {
+    if (!readyToDraw())
+        return {};
     const Box image = boundsOf(image_);
     const Box source = toBox(scroll);
     const Box target = intersect(toBox(clip), image);

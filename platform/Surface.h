@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 
 namespace TabulaControl::platform {
 
@@ -68,7 +69,18 @@ public:
     void resize(int width, int height);
     int width() const { return image_.width(); }
     int height() const { return image_.height(); }
-    const QImage& image() const { return image_; }
+    // The pixels, after any pending render has been made.
+    const QImage& image() const;
+
+    // A render that is owed to the image: made before the image is read or
+    // drawn on, and then forgotten. An empty function cancels it.
+    void setPendingRender(std::function<void()> render) { pendingRender_ = std::move(render); }
+    bool renderPending() const { return bool(pendingRender_); }
+    // While discarding, drawing leaves the pixels and any pending render
+    // alone; layout code runs the painters this way to learn what they
+    // measure.
+    void setDiscarding(bool on) { discarding_ = on; }
+    bool discarding() const { return discarding_; }
 
     OleColor backColor() const { return backColor_; }
     void setBackColor(OleColor colour) { backColor_ = colour; }
@@ -119,7 +131,13 @@ public:
     Rect scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip);
 
 private:
+    // Makes a pending render; true when drawing is to go ahead.
+    bool readyToDraw();
+    void settle() const;
+
     QImage image_;
+    mutable std::function<void()> pendingRender_;
+    bool discarding_ = false;
     OleColor backColor_ = 0x8000000F;
     OleColor penColor_ = 0;
     OleColor textColor_ = 0;

@@ -3,21 +3,21 @@
 namespace TabulaControl {
 
 bool Tabula::ColHeader() const { return grid_->s.mColHeader; }
-void Tabula::setColHeader(bool value) { change("ColHeader", [&] { grid_->setColHeader(value); }); }
+void Tabula::setColHeader(bool value) { repaintingChange("ColHeader", [&] { grid_->setColHeader(value); }); }
 
 bool Tabula::RowHeader() const { return grid_->s.mRowHeader; }
-void Tabula::setRowHeader(bool value) { change("RowHeader", [&] { grid_->setRowHeader(value); }); }
+void Tabula::setRowHeader(bool value) { repaintingChange("RowHeader", [&] { grid_->setRowHeader(value); }); }
 
 bool Tabula::ShowGrid() const { return grid_->s.mShowGrid; }
-void Tabula::setShowGrid(bool value) { change("ShowGrid", [&] { grid_->setShowGrid(value); }); }
+void Tabula::setShowGrid(bool value) { repaintingChange("ShowGrid", [&] { grid_->setShowGrid(value); }); }
 
 bool Tabula::GridSolid() const { return grid_->s.mGridSolid; }
-void Tabula::setGridSolid(bool value) { change("GridSolid", [&] { grid_->setGridSolid(value); }); }
+void Tabula::setGridSolid(bool value) { repaintingChange("GridSolid", [&] { grid_->setGridSolid(value); }); }
 
 OleColor Tabula::GridLineColor() const { return grid_->s.mGridLineColor; }
 void Tabula::setGridLineColor(OleColor value)
 {
-    change("GridLineColor", [&] { grid_->setGridLineColor(value); });
+    repaintingChange("GridLineColor", [&] { grid_->setGridLineColor(value); });
 }
 
 BorderStyles Tabula::BorderStyle() const { return static_cast<BorderStyles>(grid_->s.mBorderStyle); }
@@ -29,19 +29,19 @@ void Tabula::setMousePointer(int16_t value) { change("MousePointer", [&] { grid_
 bool Tabula::UseBackColorAlt() const { return grid_->s.mUseBackColorAlt; }
 void Tabula::setUseBackColorAlt(bool value)
 {
-    change("UseBackColorAlt", [&] { grid_->setUseBackColorAlt(value); });
+    repaintingChange("UseBackColorAlt", [&] { grid_->setUseBackColorAlt(value); });
 }
 
 OleColor Tabula::BackColor() const { return detail::SharedBackColor; }
-void Tabula::setBackColor(OleColor value) { change("BackColor", [&] { grid_->setBackColor(value); }); }
+void Tabula::setBackColor(OleColor value) { repaintingChange("BackColor", [&] { grid_->setBackColor(value); }); }
 
 OleColor Tabula::BackColorAlt() const { return grid_->s.mBackColorAlt; }
-void Tabula::setBackColorAlt(OleColor value) { change("BackColorAlt", [&] { grid_->setBackColorAlt(value); }); }
+void Tabula::setBackColorAlt(OleColor value) { repaintingChange("BackColorAlt", [&] { grid_->setBackColorAlt(value); }); }
 
 OleColor Tabula::BackColorFixed() const { return grid_->s.mBackColorFixed; }
 void Tabula::setBackColorFixed(OleColor value)
 {
-    change("BackColorFixed", [&] { grid_->setBackColorFixed(value); });
+    repaintingChange("BackColorFixed", [&] { grid_->setBackColorFixed(value); });
 }
 
 OleColor Tabula::ForeColor() const { return detail::SharedForeColor; }
@@ -50,20 +50,20 @@ void Tabula::setForeColor(OleColor value) { change("ForeColor", [&] { grid_->set
 OleColor Tabula::ForeColorFixed() const { return grid_->s.mForeColorFixed; }
 void Tabula::setForeColorFixed(OleColor value)
 {
-    change("ForeColorFixed", [&] { grid_->setForeColorFixed(value); });
+    repaintingChange("ForeColorFixed", [&] { grid_->setForeColorFixed(value); });
 }
 
 FixedStyles Tabula::FixedStyle() const { return static_cast<FixedStyles>(grid_->s.mFixedStyle); }
-void Tabula::setFixedStyle(FixedStyles value) { change("FixedStyle", [&] { grid_->setFixedStyle(value); }); }
+void Tabula::setFixedStyle(FixedStyles value) { repaintingChange("FixedStyle", [&] { grid_->setFixedStyle(value); }); }
 
 FontRef Tabula::Font() const { return grid_->s.mFont; }
-void Tabula::setFont(FontRef value) { change("Font", [&] { grid_->setFont(std::move(value)); }); }
+void Tabula::setFont(FontRef value) { repaintingChange("Font", [&] { grid_->setFont(std::move(value)); }); }
 
 FontRef Tabula::FontEdit() const { return grid_->s.mFontEdit; }
-void Tabula::setFontEdit(FontRef value) { change("FontEdit", [&] { grid_->setFontEdit(std::move(value)); }); }
+void Tabula::setFontEdit(FontRef value) { repaintingChange("FontEdit", [&] { grid_->setFontEdit(std::move(value)); }); }
 
 FontRef Tabula::FontFixed() const { return grid_->s.mFontFixed; }
-void Tabula::setFontFixed(FontRef value) { change("FontFixed", [&] { grid_->setFontFixed(std::move(value)); }); }
+void Tabula::setFontFixed(FontRef value) { repaintingChange("FontFixed", [&] { grid_->setFontFixed(std::move(value)); }); }
 
 QFont Tabula::fontValue() const { return Font()->toQFont(); }
 void Tabula::setFontValue(const QFont& value) { setFont(StdFont::fromQFont(value)); }
@@ -73,18 +73,25 @@ QFont Tabula::fontFixedValue() const { return FontFixed()->toQFont(); }
 void Tabula::setFontFixedValue(const QFont& value) { setFontFixed(StdFont::fromQFont(value)); }
 
 OleColor Tabula::BackColorBkg() const { return grid_->s.mBackColorBkg; }
-void Tabula::setBackColorBkg(OleColor value) { change("BackColorBkg", [&] { grid_->setBackColorBkg(value); }); }
+void Tabula::setBackColorBkg(OleColor value) { repaintingChange("BackColorBkg", [&] { grid_->setBackColorBkg(value); }); }
 
 QString Tabula::FormatString() const { return grid_->s.mFormatString; }
 void Tabula::setFormatString(const QString& value)
 {
-    change("FormatString", [&] { grid_->setFormatString(value); });
+    repaintingChange("FormatString", [&] {
+        // Parsing can fail half-way; the picture must then be the old one.
+        grid_->flushPaint();
+        grid_->setFormatString(value);
+    });
 }
 
 void Tabula::AutoSetup(const QVariant& NRows, const QVariant& NCols, bool vRowHeader, bool vColHeader,
                        const QVariant& vFormatString)
 {
-    change("AutoSetup", [&] { grid_->AutoSetup(NRows, NCols, vRowHeader, vColHeader, vFormatString); });
+    repaintingChange("AutoSetup", [&] {
+        grid_->flushPaint();
+        grid_->AutoSetup(NRows, NCols, vRowHeader, vColHeader, vFormatString);
+    });
 }
 
 }  // namespace TabulaControl

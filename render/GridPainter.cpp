@@ -91,10 +91,35 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
 
 }  // namespace
 
+void walkRow(Grid& g, const std::function<void(int32_t col, int32_t x)>& paintCell)
+{
+    GridState& s = g.s;
+    const int32_t lastX = g.ui.picGrid.ScaleWidth() - 1;
+    int32_t x = 1;
+    if (s.mRowHeader) {
+        paintCell(0, 1);
+        x = advance(1, s.mColWidth(0), s.mGridLineWidth);
+    }
+    s.mHScrollNeeded = s.mLeftCol > 1;
+    for (int32_t c = firstWalked(s.mLeftCol); c <= s.mCols; ++c) {
+        paintCell(c, x);
+        x = advance(x, s.mColWidth(c), s.mGridLineWidth);
+        if (x <= lastX)
+            continue;
+        if (c < s.mCols) {
+            s.mHScrollNeeded = true;
+            if (s.mPageCols == 0)
+                s.mPageCols = saturate32(int64_t{c} - s.mLeftCol);
+            g.ui.scrHorizontal.setLargeChange(s.mPageCols > 0 ? saturate16(s.mPageCols) : int16_t{1});
+        }
+        break;
+    }
+    s.mDrawnRight = std::min(advance(x, -1), lastX);
+}
+
 bool cornerSquareNeeded(const Grid& g)
 {
-    const bool barsShown = g.ui.scrHorizontal.Visible() && g.ui.scrVertical.Visible();
-    return barsShown || (g.s.mHScrollNeeded && g.s.mVScrollNeeded);
+    return g.barsShown() || (g.s.mHScrollNeeded && g.s.mVScrollNeeded);
 }
 
 void paintCornerSquare(platform::Surface& surface, SurfaceSize size)
@@ -122,11 +147,19 @@ void Grid::Refresh()
         if (selection)
             HilightSelection();
     }
-    surface.clear();
     if (s.mRow < 1 && s.mRows >= 1)
         s.mRow = 1;
     if (s.mCol < 1 && s.mCols >= 1)
         s.mCol = 1;
+    if (deferDepth_ > 0)
+        layoutAll();
+    else
+        paintAll();
+}
+
+void Grid::paintAll()
+{
+    surface.clear();
     s.mGridLineWidth = render::gridLineWidthOf(s);
     RedrawAllCells(true);
     ShowScrollBars();
@@ -153,7 +186,7 @@ void Grid::RedrawAllCells(bool full)
         if (s.mPageRows < 1) {
             s.mPageRows = saturate32(int64_t{r} - s.mTopRow - 1);
             if (s.mPageRows > 0)
-                ui.scrVertical.setLargeChange(to16(s.mPageRows));
+                ui.scrVertical.setLargeChange(saturate16(s.mPageRows));
         }
         s.mDrawnBottom = advance(y, -1);
         break;
@@ -172,27 +205,11 @@ void Grid::DrawRow(int32_t row, int32_t y, bool)
 {
     s.mGridLineWidth = render::gridLineWidthOf(s);
     const int32_t height = s.mRowHeight(row);
-    const int32_t lastX = ui.picGrid.ScaleWidth() - 1;
-    int32_t x = 1;
-    if (s.mRowHeader) {
-        DrawCell(row, 0, 1, y, s.mColWidth(0), height);
-        x = advance(1, s.mColWidth(0), s.mGridLineWidth);
+    if (surface.discarding()) {
+        measureRow(row);
+        return;
     }
-    s.mHScrollNeeded = s.mLeftCol > 1;
-    for (int32_t c = firstWalked(s.mLeftCol); c <= s.mCols; ++c) {
-        DrawCell(row, c, x, y, s.mColWidth(c), height);
-        x = advance(x, s.mColWidth(c), s.mGridLineWidth);
-        if (x <= lastX)
-            continue;
-        if (c < s.mCols) {
-            s.mHScrollNeeded = true;
-            if (s.mPageCols == 0)
-                s.mPageCols = saturate32(int64_t{c} - s.mLeftCol);
-            ui.scrHorizontal.setLargeChange(s.mPageCols > 0 ? to16(s.mPageCols) : int16_t{1});
-        }
-        break;
-    }
-    s.mDrawnRight = std::min(advance(x, -1), lastX);
+    render::walkRow(*this, [&](int32_t col, int32_t x) { DrawCell(row, col, x, y, s.mColWidth(col), height); });
 }
 
 void Grid::DrawCol(int32_t col, int32_t x, bool header)
@@ -221,6 +238,9 @@ void Grid::DrawCol(int32_t col, int32_t x, bool header)
 
 void Grid::DrawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 {
+    // Lines and outline change nothing but pixels.
+    if (surface.discarding())
+        return;
     row1 = argOr(row1, s.mTopRow);
     col1 = argOr(col1, s.mLeftCol);
     row2 = argOr(row2, s.mRows);
@@ -310,8 +330,16 @@ void Grid::RedrawCells(Rect cells)
 
 void Grid::UserControl_Paint() { ui.window.setBorder(s.mBorderStyle); }
 
+bool Grid::barsShown() const
+{
+    if (barsShownOverride_)
+        return *barsShownOverride_;
+    return ui.scrHorizontal.Visible() && ui.scrVertical.Visible();
+}
+
 void Grid::ShowScrollBars()
 {
+    barsShownOverride_.reset();
     ui.scrVertical.setVisible(s.mVScrollNeeded);
     ui.scrHorizontal.setVisible(s.mHScrollNeeded);
 }

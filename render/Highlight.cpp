@@ -48,7 +48,8 @@ void Grid::HilightCell(int32_t row, int32_t col)
     const int32_t editorWidth = width < render::EditorLeftInset ? 0 : width - render::EditorLeftInset;
     ui.txtEdit.Move(advance(x, render::EditorLeftInset), advance(y, render::EditorTopInset), editorWidth, height);
     ui.txtEdit.setMaxLength(s.mColEditWidth(col));
-    ui.picGrid.Refresh();
+    if (!surface.discarding())
+        ui.picGrid.Refresh();
 }
 
 void Grid::HilightSelection(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
@@ -73,7 +74,8 @@ void Grid::HilightSelection(int32_t row1, int32_t col1, int32_t row2, int32_t co
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     if (render::cornerSquareNeeded(*this))
         render::paintCornerSquare(surface, size);
-    ui.picGrid.Refresh();
+    if (!surface.discarding())
+        ui.picGrid.Refresh();
 }
 
 void Grid::CheckHighlight()

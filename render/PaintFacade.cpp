@@ -4,7 +4,7 @@ namespace TabulaControl {
 
 void Tabula::Refresh()
 {
-    call("Refresh", [&] { grid_->Refresh(); });
+    repaintingCall("Refresh", [&] { grid_->Refresh(); });
 }
 
 }  // namespace TabulaControl

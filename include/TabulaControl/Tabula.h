@@ -442,6 +442,12 @@ private:
     template <class F>
     auto call(const char* member, F&& body,
               std::source_location where = std::source_location::current()) const;
+    // The same for a member that ends in a full repaint: its pixels are made
+    // when the surface is next shown or read, once for any number of such
+    // members in a row.
+    template <class F>
+    void repaintingCall(const char* member, F&& body,
+                        std::source_location where = std::source_location::current()) const;
     // Runs a child control's notification; a failure has no caller there and
     // is reported through errorOccurred instead.
     void notify(const char* procedure, const std::function<void()>& body);
@@ -449,12 +455,18 @@ private:
     // reports the change.
     template <class F>
     void change(const char* member, F&& body, std::source_location where = std::source_location::current());
+    // The same for a member that ends in a full repaint.
+    template <class F>
+    void repaintingChange(const char* member, F&& body,
+                          std::source_location where = std::source_location::current());
     QFont fontValue() const;
     void setFontValue(const QFont& value);
     QFont fontEditValue() const;
     void setFontEditValue(const QFont& value);
     QFont fontFixedValue() const;
     void setFontFixedValue(const QFont& value);
+    // A deferred repaint failed when its pixels were made.
+    void reportPaintFailure();
     void wireChildren();
     void reportSettingsMovedByInput();
     void wireEditor();

@@ -180,21 +180,6 @@ TEST_F(AppearanceSurface, BackgroundColourShowsAroundTheSurfaceOnlyWithoutBorder
     EXPECT_EQ(grid().grab().toImage().pixel(1, 1) & 0xFFFFFF, 0x0000FFu);
 }
 
-TEST_F(AppearanceSurface, BackColorFillsTheDataCellsAndTheAlternateColourTheOddRows)
-{
-    grid().setRows(2);
-    grid().setBackColor(0x80C0FF);
-    const QRect cell = cellInterior(grid(), 2, 3);
-    EXPECT_EQ(countOf(picture(), cell, rgbOf(0x80C0FF)), cell.width() * cell.height());
-
-    grid().setBackColor(0xFFFFFF);
-    grid().setBackColorAlt(0xFFE0E0);
-    grid().setUseBackColorAlt(true);
-    const QPoint odd = cellOrigin(grid(), 1, 3), even = cellOrigin(grid(), 2, 3);
-    EXPECT_EQ(pixel(odd.x() + 5, odd.y() + 5), rgbOf(0xFFE0E0));
-    EXPECT_EQ(pixel(even.x() + 5, even.y() + 5), rgbOf(0xFFFFFF));
-}
-
 TEST_F(AppearanceSurface, MousePointerIsTheControlsOwnCursor)
 {
     grid().setMousePointer(11);
@@ -265,16 +250,6 @@ TEST_F(AppearanceSurface, ForeColorAndChangesThroughTheFontObjectShowOnlyAtTheNe
     EXPECT_GT(countOf(picture(), cell, 0xFF0000), plain);
 }
 
-TEST_F(AppearanceSurface, FixedFontIsUsedForTheHeaders)
-{
-    grid().setFormatString("WWWW");
-    const QRect caption(cellOrigin(grid(), 0, 1).x() + 2, 3, grid().ColWidth(1) - 4, grid().RowHeight(0) - 4);
-    const int bold = countOf(picture(), caption, 0x000000);
-    FontRef plain = copyOf(grid().FontFixed());
-    plain->Bold = false;
-    grid().setFontFixed(plain);
-    EXPECT_LT(countOf(picture(), caption, 0x000000), bold);
-}
 
 struct NullFontCase {
     const char* name;

@@ -122,35 +122,6 @@ INSTANTIATE_TEST_SUITE_P(CellPainter, CheckBox,
                                            CheckBoxCase{"half_rounds_down_to_even", 63, "1", 58, true}),
                          caseName<CheckBoxCase>);
 
-TEST_F(CellPainter, FlatHeaderGetsAGridColouredFrameAndTheFixedColour)
-{
-    s().mFixedStyle = 0;
-    s().mBackColorFixed = 0xFF0000;
-    s().mGridLineColor = 0x0000FF;
-    const QRect r = draw(0, 1);
-    EXPECT_EQ(pixel(r.left() - 1, r.top() - 1), 0xFF0000u);
-    EXPECT_EQ(pixel(r.right() + 1, r.top() + 5), 0xFF0000u);
-    EXPECT_EQ(pixel(r.left() + 5, r.bottom() + 1), 0xFF0000u);
-    EXPECT_EQ(pixel(r.left(), r.top()), 0x0000FFu);
-    EXPECT_EQ(pixel(r.right(), r.bottom()), 0x0000FFu);
-}
-
-TEST_F(CellPainter, HeaderOfACheckColumnShowsItsCaptionAndNoBox)
-{
-    g().setColMask(1, checkmark);
-    s().mColAlign(1) = 2;
-    setText(0, 1, "Done");
-    const QRect r = draw(0, 1);
-    EXPECT_EQ(pixel(59, r.top() + 1), Face);
-    const QRect caption(r.left() + 2, r.top() + 1, r.width() - 4, r.height() - 2);
-    int firstInk = -1;
-    for (int x = caption.left(); x <= caption.right() && firstInk < 0; ++x)
-        if (count(QRect(x, caption.top(), 1, caption.height()), Face) < caption.height())
-            firstInk = x;
-    ASSERT_GE(firstInk, 0);
-    EXPECT_GT(firstInk, r.left() + r.width() / 3) << "right-aligned caption";
-}
-
 TEST_F(CellPainter, TextColourIsTheCellsOwnThenTheGridsThenTheFixedOne)
 {
     for (auto [r, c] : {std::pair{1, 1}, {1, 2}, {0, 1}})

@@ -6,7 +6,7 @@ using TabulaTest::caseName;
 
 namespace {
 
-constexpr uint32_t White = 0xFFFFFF, Face = 0xC0C0C0, Red = 0xFF0000, Green = 0x00FF00, Magenta = 0xFF00FF;
+constexpr uint32_t Face = 0xC0C0C0, Red = 0xFF0000, Green = 0x00FF00;
 
 // Three rows on the 395 x 295 surface with red grid lines and a green
 // background beyond the cells; cells of 64 x 15 start at (34, 17).
@@ -19,14 +19,9 @@ protected:
         s().mBackColorBkg = 0x00FF00;
         g().setRows(3);
     }
-    int column(int x, int top, int bottom, uint32_t rgb) { return count(QRect(x, top, 1, bottom - top + 1), rgb); }
-    int row(int y, int left, int right, uint32_t rgb) { return count(QRect(left, y, right - left + 1, 1), rgb); }
     int pageStep(TabulaControl::platform::ScrollBar& b) { return static_cast<QScrollBar*>(b.widget())->pageStep(); }
 };
 
-// Pixel column 0 and row 0 take the background colour only without a border;
-// the rest beyond the cells always does.
-class Bands : public GridPainter, public ::testing::WithParamInterface<std::pair<int16_t, uint32_t>> {};
 struct OutlineCase {
     const char* name;
     int16_t fixedStyle;
@@ -41,59 +36,6 @@ struct ExtentCase {
 class Extents : public GridPainter, public ::testing::WithParamInterface<ExtentCase> {};
 
 }  // namespace
-
-TEST_F(GridPainter, SolidGridLinesLieOnThePixelAfterEachCellOverTheRowsOnly)
-{
-    for (int x : {98, 163, 228, 293, 358})
-        EXPECT_EQ(column(x, 17, 63, Red), 47) << x;
-    for (int y : {32, 48, 64})
-        EXPECT_EQ(row(y, 34, 357, Red), 324) << y;
-    EXPECT_NE(pixel(98, 65), Red);
-    EXPECT_EQ(pixel(97, 40), White);
-    EXPECT_EQ(pixel(99, 40), White);
-}
-
-TEST_F(GridPainter, DottedGridLinesAndOutlineThenSolidAgain)
-{
-    s().mGridSolid = false;
-    g().Refresh();
-    for (int x : {98, 358}) {
-        EXPECT_GT(column(x, 17, 63, Red), 10) << x;
-        EXPECT_LT(column(x, 17, 63, Red), 37) << x;
-    }
-    EXPECT_GT(row(64, 34, 357, Red), 100);
-    EXPECT_LT(row(64, 34, 357, Red), 230);
-    EXPECT_EQ(g().surface.penStyle(), TabulaControl::platform::PenStyle::Solid);
-    g().DrawGridBorder();
-    EXPECT_EQ(column(358, 17, 63, Red), 47);
-}
-
-TEST_F(GridPainter, WithoutGridCellsSitEdgeToEdgeInsideTheOutline)
-{
-    s().mShowGrid = false;
-    g().Refresh();
-    EXPECT_EQ(cell(3, 5).topLeft(), QPoint(289, 46));
-    EXPECT_EQ(row(40, 34, 352, White), 319);
-    EXPECT_EQ(column(97, 16, 60, Red), 0);
-    EXPECT_EQ(pixel(353, 30), Red);
-    EXPECT_EQ(pixel(200, 61), Red);
-}
-
-TEST_P(Bands, BackgroundBeyondTheCellsFollowsTheBorderStyle)
-{
-    s().mBorderStyle = GetParam().first;
-    g().Refresh();
-    EXPECT_EQ(s().mDrawnBottom, 64);
-    EXPECT_EQ(s().mDrawnRight, 358);
-    EXPECT_EQ(pixel(0, 100), GetParam().second);
-    EXPECT_EQ(pixel(370, 0), GetParam().second);
-    for (QPoint p : {QPoint(1, 100), QPoint(370, 1), QPoint(200, 65), QPoint(359, 30), QPoint(394, 294)})
-        EXPECT_EQ(pixel(p.x(), p.y()), Green) << p.x() << "," << p.y();
-}
-
-INSTANTIATE_TEST_SUITE_P(GridPainter, Bands,
-                         ::testing::Values(std::pair{int16_t{0}, Green}, std::pair{int16_t{1}, Face},
-                                           std::pair{int16_t{2}, Face}, std::pair{int16_t{3}, Face}));
 
 TEST_P(Outline, TopAndLeftEdgesOnlyWhereNoThreeDimensionalHeaderFramesThem)
 {
@@ -115,19 +57,6 @@ INSTANTIATE_TEST_SUITE_P(GridPainter, Outline,
                                            OutlineCase{"three_d_without_header_row", 1, false, true, true, false},
                                            OutlineCase{"three_d_without_header_column", 1, true, false, false, true}),
                          caseName<OutlineCase>);
-
-TEST_F(GridPainter, HeaderRowIsThreeDimensionalOrFlatWithAGridColouredFrame)
-{
-    s().mBackColorFixed = 0xFF0000;
-    g().Refresh();
-    EXPECT_EQ(pixel(50, 1), White);
-    EXPECT_EQ(pixel(50, 8), Face);
-    s().mFixedStyle = 0;
-    g().Refresh();
-    EXPECT_EQ(pixel(50, 1), 0x0000FFu);
-    EXPECT_EQ(pixel(50, 8), 0x0000FFu);
-    EXPECT_EQ(pixel(50, 0), Red);
-}
 
 TEST_P(Extents, DrawnExtentsAndScrollNeeds)
 {
@@ -176,19 +105,6 @@ TEST_F(GridPainter, PageCountsAreMeasuredOnceAndGivenToTheBars)
     EXPECT_EQ(s().mPageCols, 5);
 }
 
-TEST_F(GridPainter, NoRowsPaintsTheHeaderRowAndBackgroundOnlyAndNoMarks)
-{
-    g().setRows(0);
-    EXPECT_EQ(s().mDrawnBottom, 16);
-    EXPECT_EQ(pixel(50, 8), Face);
-    EXPECT_EQ(column(98, 17, 294, Green), 278);
-    EXPECT_EQ(row(17, 1, 394, Green), 394);
-    const QImage before = image();
-    g().HilightCell();
-    g().HilightSelection();
-    EXPECT_EQ(image(), before);
-}
-
 TEST_F(GridPainter, RefreshBringsTheCurrentCellIntoTheDataAreaWhenThereIsOne)
 {
     s().mRow = -3;
@@ -202,23 +118,3 @@ TEST_F(GridPainter, RefreshBringsTheCurrentCellIntoTheDataAreaWhenThereIsOne)
     EXPECT_EQ(s().mRow, -3);
 }
 
-TEST_F(GridPainter, BottomRowsAndRightColumnsRepaintOnlyTheUncoveredStrip)
-{
-    g().setRows(100);
-    g().setCols(20);
-    g().surface.fill({0, 0, 395, 295}, 0xFF00FF);
-    // The strip of 16 pixels above the last one: rows 17 (273..287) and 18.
-    g().DrawBottomRows(1, 16);
-    EXPECT_EQ(pixel(50, 280), White);
-    EXPECT_EQ(pixel(50, 292), White);
-    EXPECT_EQ(pixel(50, 260), Magenta);
-    EXPECT_EQ(s().mDrawnBottom, 294);
-
-    g().surface.fill({0, 0, 395, 295}, 0xFF00FF);
-    g().DrawRightCols(1, 65);
-    EXPECT_EQ(pixel(300, 20), White);
-    EXPECT_EQ(pixel(380, 20), White);
-    EXPECT_EQ(pixel(300, 8), Face);
-    EXPECT_EQ(pixel(200, 20), Magenta);
-    EXPECT_EQ(s().mDrawnRight, 394);
-}

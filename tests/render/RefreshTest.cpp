@@ -1,29 +1,8 @@
 #include "tests/support/EngineFixture.h"
-#include "tests/support/GridFixture.h"
 
 using TabulaControl::TabulaEvents;
 
-class RefreshFacade : public TabulaTest::GridFixture {};
 class RefreshEngine : public TabulaTest::EngineFixture {};
-
-TEST_F(RefreshFacade, RepaintsWhatChangedWithoutAutoRedraw)
-{
-    grid().setRows(3);
-    grid().setAutoRedraw(false);
-    grid().setTextMatrix(2, 1, QString(20, 'W'));
-    const auto inkInCell = [&] {
-        int ink = 0;
-        for (int y = 34; y < 48; ++y)
-            for (int x = 36; x < 96; ++x)
-                ink += pixel(x, y) != 0xFFFFFFu ? 1 : 0;
-        return ink;
-    };
-    EXPECT_EQ(inkInCell(), 0);
-    grid().Refresh();
-    EXPECT_GT(inkInCell(), 0);
-    EXPECT_EQ(pixel(98, 40), 0xC0C0C0u);
-    EXPECT_EQ(pixel(99, 40), 0xFFFFFFu);
-}
 
 TEST_F(RefreshEngine, OpenEditIsCommittedFirst)
 {

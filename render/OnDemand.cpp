@@ -1,0 +1,169 @@
+#include "core/Grid.h"
+#include "render/GridPainter.h"
+
+#include <cassert>
+#include <tuple>
+
+namespace TabulaControl::detail {
+
+namespace {
+
+// The painters run with the surface discarding what they draw.
+class Discarding {
+public:
+    explicit Discarding(platform::Surface& surface) : surface_(surface) { surface_.setDiscarding(true); }
+    ~Discarding() { surface_.setDiscarding(false); }
+    Discarding(const Discarding&) = delete;
+    Discarding& operator=(const Discarding&) = delete;
+
+private:
+    platform::Surface& surface_;
+};
+
+RepaintInputs inputsOf(const Grid& g)
+{
+    const GridState& s = g.s;
+    return {*s.mFont,  *s.mFontFixed, SharedBackColor, SharedForeColor, s.mRow1,
+            s.mCol1,   s.mRow2,       s.mCol2,         g.barsShown()};
+}
+
+}  // namespace
+
+// Puts back, while owed pixels are made, the inputs their repaint saw, and
+// afterwards the state as the repaint left it: the resize zones follow the
+// window as it was then.
+class InputsRestored {
+public:
+    InputsRestored(Grid& g, const RepaintInputs& then)
+        : g_(g), s_(g.s), now_(inputsOf(g)), colSizers_(s_.mColSizers), rowSizers_(s_.mRowSizers)
+    {
+        font_ = std::exchange(s_.mFont, std::make_shared<StdFont>(then.font));
+        fontFixed_ = std::exchange(s_.mFontFixed, std::make_shared<StdFont>(then.fontFixed));
+        apply(then);
+        g_.barsShownOverride_ = then.barsShown;
+    }
+    ~InputsRestored()
+    {
+        s_.mFont = font_;
+        s_.mFontFixed = fontFixed_;
+        apply(now_);
+        s_.mColSizers = std::move(colSizers_);
+        s_.mRowSizers = std::move(rowSizers_);
+        g_.barsShownOverride_.reset();
+    }
+    InputsRestored(const InputsRestored&) = delete;
+    InputsRestored& operator=(const InputsRestored&) = delete;
+
+private:
+    void apply(const RepaintInputs& in)
+    {
+        SharedBackColor = in.backColor;
+        SharedForeColor = in.foreColor;
+        std::tie(s_.mRow1, s_.mCol1, s_.mRow2, s_.mCol2) = std::tie(in.row1, in.col1, in.row2, in.col2);
+    }
+
+    Grid& g_;
+    GridState& s_;
+    RepaintInputs now_;
+    std::vector<int32_t> colSizers_, rowSizers_;
+    FontRef font_, fontFixed_;
+};
+
+namespace {
+
+// Raises what painting cell (row, col) would raise for a cell outside the
+// store.
+void checkCell(const GridState& s, int32_t row, int32_t col)
+{
+    s.mCells.Style(to16(row), to16(col));
+    s.mColMask(col);
+}
+
+#ifndef NDEBUG
+// The fields a full repaint settles, to check that the layout settled them
+// exactly as painting does.
+auto settledFields(const GridState& s)
+{
+    return std::tuple(s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded, s.mPageRows, s.mPageCols,
+                      s.mRow1, s.mCol1, s.mRow2, s.mCol2, s.mRowsSelected, s.mColumnsSelected);
+}
+#endif
+
+}  // namespace
+
+void Grid::deferRepaints()
+{
+    ++deferDepth_;
+    // Changes that do not repaint, and the edit events a repaint raises,
+    // must meet the pixels as they were.
+    if (!s.mAutoRedraw || s.mEditing)
+        flushPaint();
+}
+
+void Grid::endDeferredRepaints() { --deferDepth_; }
+
+void Grid::layoutAll()
+{
+    const RepaintInputs inputs = inputsOf(*this);
+    owedRepaint_.reset();
+    surface.setPendingRender({});
+    try {
+        Discarding discarding(surface);
+        measuredRow_.reset();
+        s.mGridLineWidth = render::gridLineWidthOf(s);
+        RedrawAllCells(true);
+        ShowScrollBars();
+        CheckHighlight();
+    } catch (...) {
+        measuredRow_.reset();
+        paintAll();
+        throw;
+    }
+    measuredRow_.reset();
+    owedRepaint_ = inputs;
+    surface.setPendingRender([this] { flushPaint(); });
+    ui.picGrid.Refresh();
+}
+
+void Grid::flushPaint()
+{
+    if (!owedRepaint_)
+        return;
+    const RepaintInputs inputs = *owedRepaint_;
+    owedRepaint_.reset();
+    surface.setPendingRender({});
+#ifndef NDEBUG
+    const auto settled = settledFields(s);
+#endif
+    try {
+        const InputsRestored restored(*this, inputs);
+        paintAll();
+        assert(settledFields(s) == settled);
+    } catch (...) {
+        if (onPaintFailure)
+            onPaintFailure();
+    }
+}
+
+// Every row of one layout walks the same columns; the first walk checks
+// the columns, later rows only their own place in the store.
+void Grid::measureRow(int32_t row)
+{
+    if (measuredRow_) {
+        if (measuredRow_->drawsCells)
+            checkCell(s, row, 0);
+        s.mHScrollNeeded = measuredRow_->hScrollNeeded;
+        s.mDrawnRight = measuredRow_->drawnRight;
+        return;
+    }
+    RowWalk walk;
+    render::walkRow(*this, [&](int32_t col, int32_t) {
+        checkCell(s, row, col);
+        walk.drawsCells = true;
+    });
+    walk.hScrollNeeded = s.mHScrollNeeded;
+    walk.drawnRight = s.mDrawnRight;
+    measuredRow_ = walk;
+}
+
+}  // namespace TabulaControl::detail

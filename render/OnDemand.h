@@ -1,0 +1,31 @@
+#pragma once
+
+#include <TabulaControl/Tabula.h>
+
+#include <cstdint>
+
+namespace TabulaControl::detail {
+
+// What a deferred full repaint draws with besides the grid state: values
+// the host can change without a repaint before the pixels are made.
+struct RepaintInputs {
+    StdFont font;
+    StdFont fontFixed;
+    OleColor backColor = 0;
+    OleColor foreColor = 0;
+    // The selection as the marks are drawn, before the selection mode
+    // reshapes it.
+    int32_t row1 = 0, col1 = 0, row2 = 0, col2 = 0;
+    // Whether both scroll bars were shown before the repaint placed them.
+    bool barsShown = false;
+};
+
+// What painting one row across the columns leaves in the state; the same
+// for every row of one repaint.
+struct RowWalk {
+    bool hScrollNeeded = false;
+    int32_t drawnRight = 0;
+    bool drawsCells = false;
+};
+
+}  // namespace TabulaControl::detail
