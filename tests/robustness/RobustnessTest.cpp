@@ -33,6 +33,7 @@ protected:
         EXPECT_EQ(grid().TextMatrix(2, 2), "back");
         key(Qt::Key_Down);
         EXPECT_EQ(current(), "2,1");
+        key(Qt::Key_PageDown);
         EXPECT_EQ(*errors, QStringList());
     }
 };
@@ -50,7 +51,13 @@ void refreshAfter(Tabula& g, const std::function<void()>& change)
 
 const Poison poisons[] = {
     {"left_col_minus_one", [](Tabula& g) { g.setLeftCol(-1); }},
-    {"left_col_int_min", [](Tabula& g) { g.setLeftCol(INT32_MIN); }},
+    {"left_col_int_min_then_a_page_down",
+     [](Tabula& g) {
+         g.setLeftCol(INT32_MIN);
+         g.resize(300, 200);
+         g.setLeftCol(2);
+         QTest::keyClick(g.findChild<QWidget*>("picGrid"), Qt::Key_PageDown);
+     }},
     {"top_row_int_max", [](Tabula& g) { refreshAfter(g, [&] { g.setTopRow(INT32_MAX); }); }},
     {"top_row_int_min", [](Tabula& g) { refreshAfter(g, [&] { g.setTopRow(INT32_MIN); }); }},
     {"row_negative", [](Tabula& g) { g.setRow(-7); }},
