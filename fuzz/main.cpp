@@ -1,23 +1,25 @@
-// Random-operation harness for the grid. Without --worker or --replay it
-// supervises: it runs the sequences in a worker process, so that a crash or a
-// sanitizer report still leaves the steps that led to it, and shrinks such a
-// failure by replaying candidate sequences in fresh processes. Failures of the
-// checks themselves are shrunk inside the worker.
+// Random-operation harness for the grid: runs seeded sequences of public
+// calls and real input, checks the grid after every step, and shrinks a
+// failing sequence to a short reproduction printed as C++.
 
 #include "fuzz/Harness.h"
 #include "fuzz/Shrink.h"
+#include "fuzz/Values.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 #include <cstdio>
 #include <iostream>
+
+#include <poll.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace TabulaFuzz {
 namespace {
@@ -30,8 +32,6 @@ struct Options {
     int64_t iterations = 1000000000;
     double seconds = 60;
     bool keepGoing = false;
-    bool worker = false;
-    QString log;
     QString replayFile;
 };
 
@@ -40,8 +40,12 @@ void usage()
     std::cerr << "tabula_fuzz [--seed N] [--steps N] [--seconds N] [--iterations N] [--keep-going]\n"
                  "  Runs random sequences of public calls and real input on fresh grids, one sequence per\n"
                  "  seed from --seed on, until --iterations sequences ran or --seconds passed.\n"
+                 "  --keep-going reports every distinct failure instead of stopping at the first.\n"
+                 "  --hold-back paging,hostile,tiny,pointer,restore keeps known open failure classes out of\n"
+                 "  the run: Page Up/Down keys, hostile host arguments, windows below 6 px, the host's\n"
+                 "  MousePointer, and a restoring sequence that raises.\n"
                  "tabula_fuzz --replay FILE\n"
-                 "  Replays the steps saved in FILE and reports the first failed check.\n";
+                 "  Replays the steps in FILE (the lines a failure prints under \"steps for --replay\") and shrinks a failure.\n";
 }
 
 std::optional<Options> parse(const QStringList& args)
@@ -59,22 +63,21 @@ std::optional<Options> parse(const QStringList& args)
             o.iterations = value.toLongLong();
         else if (arg == QLatin1String("--seconds"))
             o.seconds = value.toDouble();
-        else if (arg == QLatin1String("--log"))
-            o.log = value;
         else if (arg == QLatin1String("--replay"))
             o.replayFile = value;
+        else if (arg == QLatin1String("--hold-back")) {
+            if (!parseHoldBack(value))
+                return std::nullopt;
+        }
         else
             used = false;
         if (used) {
             ++i;
             continue;
         }
-        if (arg == QLatin1String("--keep-going"))
-            o.keepGoing = true;
-        else if (arg == QLatin1String("--worker"))
-            o.worker = true;
-        else
+        if (arg != QLatin1String("--keep-going"))
             return std::nullopt;
+        o.keepGoing = true;
     }
     return o;
 }
@@ -84,115 +87,208 @@ void say(const QString& text)
     std::cout << text.toStdString() << std::endl;
 }
 
-// ---- Replaying ----------------------------------------------------------
+// ---- Running sequences in child processes ---------------------------------
 
-Verdict replayHere(const Sequence& steps)
+// Each sequence runs in a forked child of a process that never touched a grid,
+// so every sequence starts from the same state, and a crash or a sanitizer
+// report ends the child only: the parent still has the steps, which the child
+// sends it before running each one.
+class Channel {
+public:
+    explicit Channel(int fd) : fd_(fd) {}
+    void send(const QString& line)
+    {
+        const QByteArray bytes = line.toUtf8() + '\n';
+        for (qsizetype done = 0; done < bytes.size();) {
+            const ssize_t n = ::write(fd_, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+            if (n <= 0)
+                return;
+            done += n;
+        }
+    }
+
+private:
+    int fd_;
+};
+
+// Runs steps on a fresh grid, from the list and then, while more is asked
+// for, drawn from rng; reports each step before it runs.
+Verdict runSteps(Channel& channel, const Sequence& given, Rng* rng, int64_t drawn)
 {
     Harness harness;
-    for (size_t i = 0; i < steps.size(); ++i) {
+    const auto total = static_cast<int64_t>(given.size()) + drawn;
+    for (int64_t i = 0; i < total; ++i) {
+        const Operation op = i < static_cast<int64_t>(given.size()) ? given[static_cast<size_t>(i)]
+                             : i + 1 < total                         ? generate(*rng, harness)
+                                                                     : restoreStep(*rng);
+        channel.send(QStringLiteral("op ") + serialize(op));
         try {
-            checkedStep(harness, steps[i]);
+            checkedStep(harness, op);
         } catch (const CheckFailure& failure) {
-            return {QString::fromStdString(failure.what()), i, failure.detail};
+            return {QString::fromStdString(failure.what()), static_cast<size_t>(i), failure.detail};
         }
     }
     return {};
 }
 
-Sequence readSteps(const QString& path, uint64_t* seed)
+struct ChildResult {
+    Sequence steps;
+    Verdict verdict;
+    QString errors;
+};
+
+// A sanitizer report or crash, reduced to what identifies its defect.
+QString crashSignature(const QString& errors, int status)
+{
+    static const QRegularExpression ubsan(QStringLiteral(R"(([\w/.+-]+:\d+):\d+: runtime error: ([^:,]+))"));
+    static const QRegularExpression asan(QStringLiteral(R"(ERROR: AddressSanitizer: ([\w-]+))"));
+    static const QRegularExpression frame(QStringLiteral(
+        R"(#\d+ 0x[0-9a-f]+ in \S+ (/\S+/(?:core|render|navigation|editing|lookups|platform|pages)/[\w.]+:\d+))"));
+    if (auto m = ubsan.match(errors); m.hasMatch())
+        return QStringLiteral("UBSan %1 at %2").arg(m.captured(2), m.captured(1).section(QLatin1Char('/'), -2));
+    if (auto m = asan.match(errors); m.hasMatch()) {
+        const auto f = frame.match(errors, m.capturedEnd());
+        return QStringLiteral("ASan %1 in %2")
+            .arg(m.captured(1), f.hasMatch() ? f.captured(1).section(QLatin1Char('/'), -2) : QStringLiteral("?"));
+    }
+    if (WIFSIGNALED(status))
+        return QStringLiteral("crash: signal %1").arg(WTERMSIG(status));
+    return QStringLiteral("crash: exit code %1").arg(WEXITSTATUS(status));
+}
+
+// Reads the child's report and its error output until both close or the
+// deadline passes; returns false on timeout.
+bool drain(int out, int err, QByteArray& report, QByteArray& errors, int timeoutSeconds)
+{
+    QElapsedTimer clock;
+    clock.start();
+    pollfd fds[2] = {{out, POLLIN, 0}, {err, POLLIN, 0}};
+    QByteArray* sinks[2] = {&report, &errors};
+    int open = 2;
+    char buffer[65536];
+    while (open > 0) {
+        const qint64 left = timeoutSeconds * 1000LL - clock.elapsed();
+        if (left <= 0 || ::poll(fds, 2, static_cast<int>(left)) < 0)
+            return false;
+        for (int i = 0; i < 2; ++i) {
+            if (fds[i].fd < 0 || !(fds[i].revents & (POLLIN | POLLHUP | POLLERR)))
+                continue;
+            const ssize_t n = ::read(fds[i].fd, buffer, sizeof buffer);
+            if (n > 0) {
+                sinks[i]->append(buffer, n);
+                continue;
+            }
+            fds[i].fd = -1;
+            --open;
+        }
+    }
+    return true;
+}
+
+ChildResult parseReport(const QByteArray& report)
+{
+    ChildResult result;
+    for (const QByteArray& raw : report.split('\n')) {
+        const QString line = QString::fromUtf8(raw);
+        if (line.startsWith(QLatin1String("op "))) {
+            if (auto op = deserialize(line.mid(3)))
+                result.steps.push_back(*op);
+        } else if (line.startsWith(QLatin1String("fail\t"))) {
+            const QStringList parts = line.split(QLatin1Char('\t'));
+            result.verdict = {parts.value(2), parts.value(1).toULongLong(), parts.value(3)};
+        }
+    }
+    return result;
+}
+
+ChildResult inChild(const Sequence& given, uint64_t seed, int64_t drawn, int timeoutSeconds)
+{
+    int out[2];
+    int err[2];
+    if (::pipe(out) != 0 || ::pipe(err) != 0)
+        std::abort();
+    std::cout.flush();
+    std::fflush(nullptr);
+    const pid_t pid = ::fork();
+    if (pid == 0) {
+        ::close(out[0]);
+        ::close(err[0]);
+        ::dup2(err[1], STDERR_FILENO);
+        Channel channel(out[1]);
+        Rng rng(seed);
+        const Verdict verdict = runSteps(channel, given, &rng, drawn);
+        if (verdict.failed())
+            channel.send(QStringLiteral("fail\t%1\t%2\t%3").arg(verdict.failedAt).arg(verdict.signature, verdict.detail));
+        ::_exit(0);
+    }
+    ::close(out[1]);
+    ::close(err[1]);
+    QByteArray report;
+    QByteArray errors;
+    const bool finished = drain(out[0], err[0], report, errors, timeoutSeconds);
+    if (!finished)
+        ::kill(pid, SIGKILL);
+    int status = 0;
+    ::waitpid(pid, &status, 0);
+    ::close(out[0]);
+    ::close(err[0]);
+    ChildResult result = parseReport(report);
+    result.errors = QString::fromUtf8(errors);
+    const bool clean = WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    if (!finished)
+        result.verdict = {QStringLiteral("hang: no end after %1 s").arg(timeoutSeconds), result.steps.size() - 1, QString()};
+    else if (!clean)
+        result.verdict = {crashSignature(result.errors, status), result.steps.size() - 1, QString()};
+    return result;
+}
+
+Verdict replay(const Sequence& steps) { return inChild(steps, 0, 0, 120).verdict; }
+
+// ---- Reporting ------------------------------------------------------------
+
+void report(const ChildResult& failed, uint64_t seed)
+{
+    const QString& signature = failed.verdict.signature;
+    say(QStringLiteral("FAILED seed %1 at step %2: %3").arg(seed).arg(failed.steps.size()).arg(signature));
+    if (!failed.errors.isEmpty())
+        say(failed.errors.left(4000));
+    const Sequence shrunk = shrink(failed.steps, signature, replay, 1500);
+    Verdict verdict = replay(shrunk);
+    if (verdict.signature != signature)
+        verdict = {signature, shrunk.size() - 1, QString()};
+    say(QStringLiteral("---- reproduction ----\n%1\n---- steps for --replay ----")
+            .arg(reproduction(shrunk, verdict, seed, failed.steps.size())));
+    for (const Operation& op : shrunk)
+        say(serialize(op));
+    say(QStringLiteral("----------------------"));
+}
+
+Sequence readSteps(const QString& path)
 {
     QFile file(path);
     Sequence steps;
     if (!file.open(QIODevice::ReadOnly))
         return steps;
     QTextStream in(&file);
-    while (!in.atEnd()) {
-        const QString line = in.readLine();
-        if (line.startsWith(QLatin1String("seed ")) && seed)
-            *seed = line.mid(5).toULongLong();
-        else if (auto op = deserialize(line))
+    while (!in.atEnd())
+        if (auto op = deserialize(in.readLine()))
             steps.push_back(*op);
-    }
     return steps;
-}
-
-bool writeSteps(const QString& path, const Sequence& steps)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return false;
-    QTextStream out(&file);
-    for (const Operation& op : steps)
-        out << serialize(op) << '\n';
-    return true;
 }
 
 int replayMain(const Options& o)
 {
-    const Verdict verdict = replayHere(readSteps(o.replayFile, nullptr));
-    if (!verdict.failed())
+    const ChildResult result = inChild(readSteps(o.replayFile), 0, 0, 600);
+    if (!result.verdict.failed()) {
+        say(QStringLiteral("all %1 steps passed").arg(result.steps.size()));
         return 0;
-    say(QStringLiteral("FAIL %1 %2").arg(verdict.failedAt).arg(verdict.signature));
+    }
+    report(result, 0);
     return CheckFailed;
 }
 
-// ---- The worker -----------------------------------------------------------
-
-// Keeps the steps of the running sequence in a file, written before each step
-// runs, so that they survive a crash.
-class StepLog {
-public:
-    explicit StepLog(const QString& path) : file_(path) {}
-    void begin(uint64_t seed)
-    {
-        if (file_.fileName().isEmpty())
-            return;
-        file_.close();
-        file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
-        file_.write(QStringLiteral("seed %1\n").arg(seed).toUtf8());
-    }
-    void add(const Operation& op)
-    {
-        if (file_.isOpen())
-            file_.write((serialize(op) + QLatin1Char('\n')).toUtf8());
-    }
-
-private:
-    QFile file_;
-};
-
-void report(const Sequence& steps, const QString& signature, uint64_t seed, const Replay& replay, int budget)
+int fuzzMain(const Options& o)
 {
-    say(QStringLiteral("FAILED seed %1 at step %2: %3").arg(seed).arg(steps.size()).arg(signature));
-    const Sequence shrunk = shrink(steps, signature, replay, budget);
-    Verdict verdict = replay(shrunk);
-    if (verdict.signature != signature)
-        verdict = {signature, shrunk.size() - 1, QString()};
-    say(QStringLiteral("---- reproduction ----\n%1\n----------------------").arg(reproduction(shrunk, verdict, seed, steps.size())));
-}
-
-// Runs one sequence; returns the failed check, if any, with the steps so far.
-Verdict runSequence(uint64_t seed, int64_t length, StepLog& log, Sequence& steps, int64_t& done)
-{
-    Harness harness;
-    Rng rng(seed);
-    log.begin(seed);
-    for (int64_t i = 0; i <= length; ++i) {
-        steps.push_back(i < length ? generate(rng, harness) : restoreStep(rng));
-        log.add(steps.back());
-        ++done;
-        try {
-            checkedStep(harness, steps.back());
-        } catch (const CheckFailure& failure) {
-            return {QString::fromStdString(failure.what()), steps.size() - 1, failure.detail};
-        }
-    }
-    return {};
-}
-
-int workerMain(const Options& o)
-{
-    StepLog log(o.log);
     QElapsedTimer clock;
     clock.start();
     QSet<QString> seen;
@@ -201,15 +297,15 @@ int workerMain(const Options& o)
     int64_t iteration = 0;
     for (; iteration < o.iterations && clock.elapsed() < o.seconds * 1000; ++iteration) {
         const uint64_t seed = o.seed + static_cast<uint64_t>(iteration);
-        Sequence sequence;
-        const Verdict verdict = runSequence(seed, o.steps, log, sequence, steps);
-        if (!verdict.failed() || seen.contains(verdict.signature))
+        const ChildResult result = inChild({}, seed, o.steps + 1, 300);
+        steps += static_cast<int64_t>(result.steps.size());
+        if (!result.verdict.failed() || seen.contains(result.verdict.signature))
             continue;
-        seen.insert(verdict.signature);
+        seen.insert(result.verdict.signature);
         ++failures;
-        report(sequence, verdict.signature, seed, replayHere, 3000);
+        report(result, seed);
         if (!o.keepGoing)
-            return CheckFailed;
+            break;
     }
     say(QStringLiteral("ran %1 sequences (seeds %2..%3), %4 steps in %5 s, %6 distinct failures")
             .arg(iteration)
@@ -219,108 +315,6 @@ int workerMain(const Options& o)
             .arg(clock.elapsed() / 1000.0, 0, 'f', 1)
             .arg(failures));
     return failures ? CheckFailed : 0;
-}
-
-// ---- The supervisor -------------------------------------------------------
-
-// A sanitizer report or crash, reduced to what identifies its defect.
-QString crashSignature(const QString& errors, int exitCode)
-{
-    static const QRegularExpression ubsan(QStringLiteral(R"(([\w/.+-]+:\d+):\d+: runtime error: ([^:,]+))"));
-    static const QRegularExpression asan(QStringLiteral(R"(ERROR: AddressSanitizer: ([\w-]+))"));
-    static const QRegularExpression frame(QStringLiteral(R"(#\d+ 0x[0-9a-f]+ in (\S+) (/\S+/(?:core|render|navigation|editing|lookups|platform|pages)/[\w.]+:\d+))"));
-    if (auto m = ubsan.match(errors); m.hasMatch())
-        return QStringLiteral("UBSan %1 at %2").arg(m.captured(2), m.captured(1).section(QLatin1Char('/'), -2));
-    if (auto m = asan.match(errors); m.hasMatch()) {
-        const auto f = frame.match(errors, m.capturedEnd());
-        return QStringLiteral("ASan %1 in %2").arg(m.captured(1), f.hasMatch() ? f.captured(2).section(QLatin1Char('/'), -2) : QStringLiteral("?"));
-    }
-    return QStringLiteral("crash with exit code %1").arg(exitCode);
-}
-
-struct Outcome {
-    int exitCode = 0;
-    bool crashed = false;
-    QString errors;
-};
-
-Outcome runChild(const QStringList& args, int timeoutSeconds, bool forwardOutput)
-{
-    QProcess child;
-    child.setProcessChannelMode(forwardOutput ? QProcess::ForwardedOutputChannel : QProcess::SeparateChannels);
-    child.start(QCoreApplication::applicationFilePath(), args);
-    const bool finished = child.waitForFinished(timeoutSeconds * 1000);
-    if (!finished) {
-        child.kill();
-        child.waitForFinished();
-        return {-1, true, QStringLiteral("hang: no end after %1 s").arg(timeoutSeconds)};
-    }
-    const QString errors = QString::fromUtf8(child.readAllStandardError());
-    if (!forwardOutput && child.exitCode() == CheckFailed)
-        return {CheckFailed, false, QString::fromUtf8(child.readAllStandardOutput())};
-    const bool crashed = child.exitStatus() == QProcess::CrashExit || (child.exitCode() != 0 && child.exitCode() != CheckFailed);
-    return {child.exitStatus() == QProcess::CrashExit ? -1 : child.exitCode(), crashed, errors};
-}
-
-Verdict replayInChild(const Sequence& steps, const QString& file)
-{
-    writeSteps(file, steps);
-    const Outcome outcome = runChild({QStringLiteral("--replay"), file}, 120, false);
-    if (outcome.exitCode == CheckFailed) {
-        static const QRegularExpression fail(QStringLiteral(R"(FAIL (\d+) (.*))"));
-        const auto m = fail.match(outcome.errors);
-        return {m.captured(2).trimmed(), m.captured(1).toULongLong(), QString()};
-    }
-    if (!outcome.crashed)
-        return {};
-    return {outcome.errors.startsWith(QLatin1String("hang")) ? outcome.errors : crashSignature(outcome.errors, outcome.exitCode),
-            steps.size() - 1, QString()};
-}
-
-QStringList workerArgs(const Options& o, uint64_t seed, int64_t iterations, double seconds, const QString& log)
-{
-    QStringList args{QStringLiteral("--worker"), QStringLiteral("--seed"), QString::number(seed),
-                     QStringLiteral("--steps"), QString::number(o.steps), QStringLiteral("--iterations"),
-                     QString::number(iterations), QStringLiteral("--seconds"), QString::number(seconds),
-                     QStringLiteral("--log"), log};
-    if (o.keepGoing)
-        args << QStringLiteral("--keep-going");
-    return args;
-}
-
-int supervise(const Options& o)
-{
-    QTemporaryDir dir;
-    const QString log = dir.filePath(QStringLiteral("steps.log"));
-    const QString candidate = dir.filePath(QStringLiteral("candidate.log"));
-    QElapsedTimer clock;
-    clock.start();
-    uint64_t seed = o.seed;
-    bool failed = false;
-    QSet<QString> seen;
-    while (true) {
-        const double left = o.seconds - clock.elapsed() / 1000.0;
-        const int64_t iterations = o.iterations - static_cast<int64_t>(seed - o.seed);
-        if (left <= 0 || iterations <= 0)
-            break;
-        const Outcome outcome = runChild(workerArgs(o, seed, iterations, left, log), static_cast<int>(left) + 300, true);
-        failed = failed || outcome.exitCode != 0;
-        if (!outcome.crashed)
-            break;
-        std::cerr << outcome.errors.toStdString();
-        uint64_t crashedSeed = seed;
-        const Sequence steps = readSteps(log, &crashedSeed);
-        const QString signature = outcome.errors.startsWith(QLatin1String("hang")) ? outcome.errors
-                                                                                    : crashSignature(outcome.errors, outcome.exitCode);
-        if (!seen.contains(signature)) {
-            seen.insert(signature);
-            report(steps, signature, crashedSeed, [&](const Sequence& s) { return replayInChild(s, candidate); }, 400);
-        }
-        if (!o.keepGoing)
-            break;
-        seed = crashedSeed + 1;
-    }
-    return failed ? 1 : 0;
 }
 
 void quietMessages(QtMsgType type, const QMessageLogContext&, const QString& message)
@@ -345,13 +339,9 @@ int main(int argc, char** argv)
         usage();
         return 2;
     }
-    if (!options->worker && options->replayFile.isEmpty()) {
-        QCoreApplication app(argc, argv);
-        return supervise(*options);
-    }
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(quietMessages);
     QApplication app(argc, argv);
-    return options->worker ? workerMain(*options) : replayMain(*options);
+    return options->replayFile.isEmpty() ? fuzzMain(*options) : replayMain(*options);
 }
