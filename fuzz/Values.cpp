@@ -223,7 +223,10 @@ QString coordinateLiteral(int64_t bits)
         return QStringLiteral("NAN");
     if (std::isinf(value))
         return value > 0 ? QStringLiteral("INFINITY") : QStringLiteral("-INFINITY");
-    return QString::number(value, 'g', 17) + QStringLiteral("f");
+    QString number = QString::number(value, 'g', 17);
+    if (!number.contains(QLatin1Char('.')) && !number.contains(QLatin1Char('e')))
+        number += QStringLiteral(".0");
+    return number + QStringLiteral("f");
 }
 
 }  // namespace TabulaFuzz
