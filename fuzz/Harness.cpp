@@ -20,8 +20,9 @@ QWidget* Harness::child(const char* name) const { return grid_->findChild<QWidge
 QWidget* Harness::keyboardTarget() const
 {
     QWidget* focus = QApplication::focusWidget();
-    if (focus && (focus == grid_.get() || grid_->isAncestorOf(focus)))
-        return focus;
+    for (QWidget* w = focus; w; w = w->parentWidget())
+        if (w == grid_.get())
+            return focus;
     return child("picGrid");
 }
 

@@ -33,8 +33,8 @@ public:
     TabulaControl::Tabula& grid() { return *grid_; }
     const TabulaControl::Tabula& grid() const { return *grid_; }
     QWidget* child(const char* name) const;
-    // The widget that receives the keyboard: the focus widget inside the
-    // grid, else the surface.
+    // The widget that receives the keyboard: the focus widget when the grid
+    // owns it (the drop-down list included), else the surface.
     QWidget* keyboardTarget() const;
     void replaceGrid(std::unique_ptr<TabulaControl::Tabula> grid);
 

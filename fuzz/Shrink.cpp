@@ -86,7 +86,10 @@ auto watch = [&] {
 watch();
 auto call = [&](auto body) { try { body(); } catch (const TabulaControl::ComponentError&) {} settle(); };
 auto child = [&](const char* name) { return grid->findChild<QWidget*>(name); };
-auto focused = [&] { QWidget* w = QApplication::focusWidget(); return w && (w == grid.get() || grid->isAncestorOf(w)) ? w : child("picGrid"); };
+auto focused = [&] {
+    for (QWidget* w = QApplication::focusWidget(); w; w = w->parentWidget())
+        if (w == grid.get()) return QApplication::focusWidget();
+    return child("picGrid"); };
 auto drag = [](QWidget* w, Qt::MouseButton b, Qt::KeyboardModifiers m, QPoint from, QPoint to) {
     QTest::mousePress(w, b, m, from); QTest::mouseMove(w, (from + to) / 2); QTest::mouseMove(w, to); QTest::mouseRelease(w, b, m, to); };
 auto wheel = [](QWidget* w, QPoint at, QPoint delta) {

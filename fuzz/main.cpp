@@ -201,6 +201,18 @@ ChildResult parseReport(const QByteArray& report)
     return result;
 }
 
+// The child's whole life: run, report, and leave without running exit
+// handlers (the leak checker among them) of a process that forked.
+[[noreturn]] void childMain(int out, const Sequence& given, uint64_t seed, int64_t drawn)
+{
+    Channel channel(out);
+    Rng rng(seed);
+    const Verdict verdict = runSteps(channel, given, &rng, drawn);
+    if (verdict.failed())
+        channel.send(QStringLiteral("fail\t%1\t%2\t%3").arg(verdict.failedAt).arg(verdict.signature, verdict.detail));
+    ::_exit(0);
+}
+
 ChildResult inChild(const Sequence& given, uint64_t seed, int64_t drawn, int timeoutSeconds)
 {
     int out[2];
@@ -214,12 +226,7 @@ ChildResult inChild(const Sequence& given, uint64_t seed, int64_t drawn, int tim
         ::close(out[0]);
         ::close(err[0]);
         ::dup2(err[1], STDERR_FILENO);
-        Channel channel(out[1]);
-        Rng rng(seed);
-        const Verdict verdict = runSteps(channel, given, &rng, drawn);
-        if (verdict.failed())
-            channel.send(QStringLiteral("fail\t%1\t%2\t%3").arg(verdict.failedAt).arg(verdict.signature, verdict.detail));
-        ::_exit(0);
+        childMain(out[1], given, seed, drawn);
     }
     ::close(out[1]);
     ::close(err[1]);
