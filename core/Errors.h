@@ -2,6 +2,7 @@
 
 #include <TabulaControl/Tabula.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <exception>
 #include <limits>
@@ -41,6 +42,10 @@ T narrow(int64_t value)
 inline int16_t to16(int64_t value) { return narrow<int16_t>(value); }
 inline int32_t to32(int64_t value) { return narrow<int32_t>(value); }
 inline uint8_t to8(int64_t value) { return narrow<uint8_t>(value); }
+inline int16_t saturate16(int64_t value)
+{
+    return static_cast<int16_t>(std::clamp<int64_t>(value, INT16_MIN, INT16_MAX));
+}
 
 // Converts a floating value the way a 16- or 32-bit integer assignment does:
 // rounded half to even, overflow-checked.

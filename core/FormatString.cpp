@@ -152,7 +152,11 @@ void Grid::setFormatString(const QString& value)
 {
     s.mFormatString = value;
     ClearAllLookups();
-    UpdateHeader();
+    {
+        // Every caption may grow the columns; the grid is painted once, after.
+        const RedrawDeferred deferred(s);
+        UpdateHeader();
+    }
     Refresh();
     PropertyChanged("FormatString");
 }

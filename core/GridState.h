@@ -87,6 +87,32 @@ struct GridState {
     bool mVScrollNeeded = false, mHScrollNeeded = false;
 };
 
+// Whether (row, col) is a cell of the grid, header cells included. Positions
+// outside it (a host may store any value in the position properties) are
+// drawn nowhere and hit by nothing.
+inline bool hasCell(const GridState& s, int64_t row, int64_t col)
+{
+    return row >= 0 && row <= s.mRows && col >= 0 && col <= s.mCols;
+}
+
+// Where a walk over the scrollable rows or columns starts: rows and columns
+// before the first that exists take no space.
+inline int32_t firstWalked(int32_t first) { return first < 0 ? 0 : first; }
+
+// Turns AutoRedraw off for a scope, so that a run of changes is painted once
+// by the caller afterwards. The host's setting comes back however the scope ends.
+class RedrawDeferred {
+public:
+    explicit RedrawDeferred(GridState& s) : s_(s), autoRedraw_(s.mAutoRedraw) { s.mAutoRedraw = false; }
+    ~RedrawDeferred() { s_.mAutoRedraw = autoRedraw_; }
+    RedrawDeferred(const RedrawDeferred&) = delete;
+    RedrawDeferred& operator=(const RedrawDeferred&) = delete;
+
+private:
+    GridState& s_;
+    bool autoRedraw_;
+};
+
 // Makes the selection the whole of one row (header column included) or the
 // whole of one column (header row included).
 inline void selectWholeRow(GridState& s, int32_t row)

@@ -103,12 +103,12 @@ void Grid::ListBox_LostFocus()
     repaintEditedCell(true);
 }
 
-// Closes the list once the focus has gone elsewhere: quietly when another
+// Closes the list once its focus has come and gone elsewhere: quietly when another
 // window took it, with the grid's repaint when it went back to the grid.
 void Grid::Timer1_Timer()
 {
     auto& form = ui.listForm;
-    if (form.ListHasFocus())
+    if (!form.focusHasLeft())
         return;
     if (!form.GridWindowActive()) {
         form.Hide();

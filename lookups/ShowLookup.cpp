@@ -10,7 +10,8 @@ void Grid::ShowLookup()
 {
     int32_t x = 0, y = 0;
     GetCellCoordinates(s.mRow, s.mCol, x, y);
-    const bool inView = s.mCol > 0 && s.mRow > 0 && s.mLeftCol <= s.mCol && s.mTopRow <= s.mRow;
+    const bool inView =
+        s.mCol > 0 && s.mRow > 0 && s.mLeftCol <= s.mCol && s.mTopRow <= s.mRow && hasCell(s, s.mRow, s.mCol);
     placeCellButton(ui.cmdLookup, inView && ColHasLookup(s.mCol), x, y);
     placeCellButton(ui.cmdButton, inView && ColHasButton(s.mCol), x, y);
 }

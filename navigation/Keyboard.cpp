@@ -111,15 +111,20 @@ void moveByArrow(Grid& g, int16_t keyCode)
     }
 }
 
-// The current row each paging key moves to.
+// The current row each paging key moves to, always a row of the grid (or
+// 0 when it has none). A grid too small to hold one whole page measures a
+// negative page, which moves nothing.
 int32_t pagedRow(const GridState& s, int16_t keyCode)
 {
+    const int64_t page = std::max(s.mPageRows, 0);
+    int64_t row = s.mRows;
     switch (keyCode) {
-    case VkHome: return 1;
-    case VkEnd: return s.mRows;
-    case VkPageUp: return std::max(to32(int64_t{s.mRow} - s.mPageRows), 1);
-    default: return std::min(to32(int64_t{s.mRow} + s.mPageRows), s.mRows);
+    case VkHome: row = 1; break;
+    case VkEnd: row = s.mRows; break;
+    case VkPageUp: row = s.mRow - page; break;
+    default: row = s.mRow + page; break;
     }
+    return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(s.mRows, 1), s.mRows));
 }
 
 bool isPagingKey(int16_t keyCode)

@@ -297,7 +297,7 @@ int32_t lineAt(double pos, bool headerShown, const VbArray<int16_t>& sizes, int3
     int32_t start = headerShown ? to32(int64_t{sizes(0)} + line + 1) : 1;
     if (pos > 0 && pos <= start)
         return 0;
-    for (int32_t i = first; i <= last; ++i) {
+    for (int32_t i = firstWalked(first); i <= last; ++i) {
         const int32_t end = to32(int64_t{start} + sizes(i));
         if (start <= pos && pos <= end)
             return i;

@@ -114,7 +114,7 @@ void Grid::SetSizers()
         s.mColSizers.push_back(pos);
     }
     const int32_t innerWidth = ui.window.ScaleWidth();
-    for (int32_t c = s.mLeftCol; c <= s.mCols; ++c) {
+    for (int32_t c = firstWalked(s.mLeftCol); c <= s.mCols; ++c) {
         pos = to32(int64_t{pos} + s.mColWidth(c) + 1);
         if (pos > innerWidth)
             return;

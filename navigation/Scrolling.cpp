@@ -101,7 +101,20 @@ void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
     finishOneStep(g);
 }
 
-bool isOneStep(int16_t delta) { return delta == 1 || delta == -1; }
+// Moving the pixels needs both the row (column) that leaves and the one that
+// enters to exist; a stale first position takes the full repaint instead.
+// The first row (column) shown is the bar's value. A bar whose range a
+// failed call left longer than the grid shows no row past the last.
+int32_t shownFrom(const platform::ScrollBar& bar, int32_t count)
+{
+    return std::min<int32_t>(bar.Value(), std::max(count, 1));
+}
+
+bool isOneStep(int64_t delta, int32_t from, int32_t to, int32_t count)
+{
+    const auto exists = [count](int32_t i) { return i >= 0 && i <= count; };
+    return (delta == 1 || delta == -1) && exists(from) && exists(to);
+}
 
 void afterScrollBarChange(Grid& g)
 {
@@ -130,10 +143,10 @@ void Grid::VChange()
 {
     if (s.mEditing)
         dropEdit(*this);
-    const int16_t newTop = ui.scrVertical.Value();
-    const int16_t delta = to16(int64_t{s.mTopRow} - newTop);
-    if (isOneStep(delta)) {
-        scrollRowsOneStep(*this, delta, newTop);
+    const int32_t newTop = shownFrom(ui.scrVertical, s.mRows);
+    const int64_t delta = int64_t{s.mTopRow} - newTop;
+    if (isOneStep(delta, s.mTopRow, newTop, s.mRows)) {
+        scrollRowsOneStep(*this, static_cast<int16_t>(delta), newTop);
     } else {
         s.mTopRow = newTop;
         RedrawAllCells(false);
@@ -145,10 +158,10 @@ void Grid::HChange()
 {
     if (s.mEditing)
         commitEdit(*this);
-    const int16_t newLeft = ui.scrHorizontal.Value();
-    const int16_t delta = to16(int64_t{s.mLeftCol} - newLeft);
-    if (isOneStep(delta)) {
-        scrollColumnsOneStep(*this, delta, newLeft);
+    const int32_t newLeft = shownFrom(ui.scrHorizontal, s.mCols);
+    const int64_t delta = int64_t{s.mLeftCol} - newLeft;
+    if (isOneStep(delta, s.mLeftCol, newLeft, s.mCols)) {
+        scrollColumnsOneStep(*this, static_cast<int16_t>(delta), newLeft);
     } else {
         s.mLeftCol = newLeft;
         RedrawAllCells(true);

@@ -325,8 +325,13 @@ void ScrollBar::setValue(int32_t value) { bar()->setValue(value); }
 void ScrollBar::setMax(int16_t max)
 {
     max_ = max;
-    QSignalBlocker quiet(bar());
-    bar()->setRange(std::min<int>(1, max), std::max<int>(1, max));
+    const int before = bar()->value();
+    {
+        QSignalBlocker quiet(bar());
+        bar()->setRange(1, std::max<int>(1, max));
+    }
+    if (bar()->value() != before && onChange)
+        onChange();
 }
 
 void ScrollBar::setLargeChange(int16_t pageStep) { bar()->setPageStep(std::max<int>(1, pageStep)); }
@@ -350,10 +355,42 @@ protected:
         }
         if (event->type() != QEvent::KeyPress || forwarding_)
             return false;
-        return filterKey(target, static_cast<QKeyEvent*>(event));
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (isTabKey(key))
+            return focusNeighbourOutsideGrid(static_cast<QWidget*>(target), key->key() == Qt::Key_Tab &&
+                                                                                !(key->modifiers() & Qt::ShiftModifier));
+        return filterKey(target, key);
     }
 
 private:
+    static bool isTabKey(const QKeyEvent* e)
+    {
+        const bool tab = e->key() == Qt::Key_Tab || e->key() == Qt::Key_Backtab;
+        return tab && !(e->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    }
+
+    // Tab keeps its text-box meaning: the focus goes to the host form's next
+    // (or previous) control outside the grid, and the edit commits on the
+    // focus loss. Without such a control the key does nothing.
+    static bool focusNeighbourOutsideGrid(QWidget* edit, bool forward)
+    {
+        QWidget* grid = edit->parentWidget() ? edit->parentWidget()->parentWidget() : nullptr;
+        if (!grid)
+            return true;
+        QWidget* w = grid;
+        for (int guard = 0; guard < 100000; ++guard) {
+            w = forward ? w->nextInFocusChain() : w->previousInFocusChain();
+            if (!w || w == grid)
+                return true;
+            const bool takesTab = (w->focusPolicy() & Qt::TabFocus) && w->isVisible() && w->isEnabled();
+            if (takesTab && !grid->isAncestorOf(w)) {
+                w->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+                return true;
+            }
+        }
+        return true;
+    }
+
     bool filterKey(QObject* target, QKeyEvent* e)
     {
         notify(editor_.onKeyDown, keyCode(e->key()), shiftState(e->modifiers()));
@@ -393,7 +430,12 @@ int qtKeyOf(int16_t keyAscii)
 
 }  // namespace
 
-Editor::Editor(QWidget* edit) : Child(edit) { edit->installEventFilter(new EditorFilter(edit, *this)); }
+Editor::Editor(QWidget* edit) : Child(edit)
+{
+    edit->installEventFilter(new EditorFilter(edit, *this));
+    QObject::connect(static_cast<QLineEdit*>(edit), &QLineEdit::textChanged, edit,
+                     [this](const QString& text) { applyMaxLength(text.size()); });
+}
 
 Button::Button(QWidget* button) : Child(button)
 {
@@ -442,9 +484,24 @@ void Editor::typeKey(int16_t keyAscii)
     QCoreApplication::sendEvent(edit(), &release);
 }
 QString Editor::Text() const { return edit()->text(); }
-void Editor::setText(const QString& text) { edit()->setText(text); }
-void Editor::setMaxLength(int32_t length) { edit()->setMaxLength(length > 0 ? length : 32767); }
-int32_t Editor::MaxLength() const { return edit()->maxLength() == 32767 ? 0 : edit()->maxLength(); }
+void Editor::setText(const QString& text)
+{
+    applyMaxLength(text.size());
+    edit()->setText(text);
+}
+void Editor::setMaxLength(int32_t length)
+{
+    maxLength_ = std::max(length, 0);
+    applyMaxLength(edit()->text().size());
+}
+int32_t Editor::MaxLength() const { return maxLength_; }
+
+void Editor::applyMaxLength(qsizetype textLength)
+{
+    constexpr qsizetype Unlimited = 32767;
+    const qsizetype limit = maxLength_ > 0 ? maxLength_ : Unlimited;
+    edit()->setMaxLength(static_cast<int>(std::min(std::max(limit, textLength), Unlimited)));
+}
 
 void SurfaceChild::Refresh()
 {

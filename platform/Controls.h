@@ -63,7 +63,8 @@ public:
     // values outside 1..Max are brought inside.
     void setValue(int32_t value);
     int16_t Max() const { return max_; }
-    // A new range raises no change notification.
+    // A new range raises the change notification only when it moves the
+    // value, as the view follows its bar.
     void setMax(int16_t max);
     void setLargeChange(int16_t pageStep);
 
@@ -81,6 +82,7 @@ public:
 
     QString Text() const;
     void setText(const QString& text);
+    // Limits what the user types; text set or already longer is never cut.
     void setMaxLength(int32_t length);  // 0: no limit
     int32_t MaxLength() const;
     int32_t SelStart() const;
@@ -99,6 +101,10 @@ public:
 
 private:
     QLineEdit* edit() const;
+    // Lets the line edit hold at least its current text.
+    void applyMaxLength(qsizetype textLength);
+
+    int32_t maxLength_ = 0;
 };
 
 class Button : public Child {

@@ -92,6 +92,7 @@ bool ListForm::Visible() const { return form_ && form_->isVisible(); }
 
 void ListForm::Show()
 {
+    focusArrived_ = false;
     form_->show();
     form_->raise();
     form_->activateWindow();
@@ -145,6 +146,13 @@ void ListForm::setTimer(int32_t intervalMs, bool enabled)
 }
 
 bool ListForm::ListHasFocus() const { return QApplication::focusWidget() == list_; }
+
+bool ListForm::focusHasLeft()
+{
+    if (ListHasFocus())
+        focusArrived_ = true;
+    return focusArrived_ && !ListHasFocus();
+}
 
 bool ListForm::GridWindowActive() const { return QApplication::activeWindow() == control_->window(); }
 

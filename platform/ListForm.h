@@ -42,6 +42,10 @@ public:
 
     void setTimer(int32_t intervalMs, bool enabled);
     bool ListHasFocus() const;
+    // Whether the list had the focus since it was last shown and has lost
+    // it again. A list shown under load receives its focus a little later;
+    // until then nothing has left.
+    bool focusHasLeft();
     // Whether the window of the grid is the active window.
     bool GridWindowActive() const;
     // Brings the grid's window to the front without keeping it topmost.
@@ -56,6 +60,7 @@ private:
     QPointer<QWidget> form_;
     QListWidget* list_ = nullptr;
     QTimer* timer_ = nullptr;
+    bool focusArrived_ = false;
 };
 
 // The screen rectangle of a child control.

@@ -359,6 +359,38 @@ std::optional<QRectF> layoutRect(const Box& r, const Box& visible, unsigned flag
     return QRectF(QPointF(across->low, down->low), QPointF(across->high, down->high));
 }
 
+// Simple text: characters that are never zero-width, never combine with their
+// neighbours and never run right to left, so each glyph's place depends only
+// on the characters before it (and, from the right edge, after it).
+bool isSimpleText(const QString& s)
+{
+    return std::all_of(s.begin(), s.end(), [](QChar ch) {
+        const char16_t u = ch.unicode();
+        return (u >= 0x20 && u < 0x7F) || (u >= 0xA0 && u < 0x300 && u != 0xAD);
+    });
+}
+
+// A long line of simple text aligned to one side is cut to the characters
+// that can reach the visible part, so that a long cell costs what shows of
+// it. The glyphs kept land exactly where they would in the whole line.
+QString visibleText(const QString& s, const QRectF& layout, const Box& visible, unsigned flags, const QFont& font,
+                    const QPaintDevice& device)
+{
+    constexpr qsizetype LongText = 256;
+    const Anchor anchor = horizontalAnchor(flags);
+    if (s.size() <= LongText || anchor == Anchor::Centre || !isSimpleText(s))
+        return s;
+    const QFontMetricsF metrics(font, &device);
+    const double reach = anchor == Anchor::Start ? static_cast<double>(visible.right) - layout.left()
+                                                 : layout.right() - static_cast<double>(visible.left);
+    for (qsizetype length = LongText; length < s.size(); length *= 2) {
+        const QString part = anchor == Anchor::Start ? s.left(length) : s.right(length);
+        if (metrics.horizontalAdvance(part) > reach + metrics.height())
+            return part;
+    }
+    return s;
+}
+
 QRect toQRect(const Box& b)
 {
     return QRect(static_cast<int>(b.left), static_cast<int>(b.top), static_cast<int>(b.width()),
@@ -410,7 +442,7 @@ void Surface::resize(int width, int height)
     QImage resized = makeImage(width, height);
     resized.fill(translateColor(backColor_));
     const int keptWidth = std::min(width, image_.width());
-    const int keptHeight = std::min(height, image_.height());
+    const int keptHeight = keptWidth > 0 ? std::min(height, image_.height()) : 0;
     for (int y = 0; y < keptHeight; ++y)
         std::memcpy(resized.scanLine(y), image_.constScanLine(y), static_cast<size_t>(keptWidth) * sizeof(QRgb));
     image_ = std::move(resized);
@@ -485,11 +517,12 @@ void Surface::text(const QString& s, Rect r, unsigned flags)
     const auto layout = layoutRect(bounds, visible, flags, font_, image_, s);
     if (!layout)
         return;
+    const QString shown = visibleText(s, *layout, visible, flags, font_, image_);
     QPainter painter(&image_);
     painter.setClipRect(toQRect(visible));
     painter.setFont(font_);
     painter.setPen(QColor::fromRgb(translateColor(textColor_)));
-    painter.drawText(*layout, static_cast<int>(alignmentOf(flags)) | Qt::TextSingleLine | Qt::TextDontClip, s);
+    painter.drawText(*layout, static_cast<int>(alignmentOf(flags)) | Qt::TextSingleLine | Qt::TextDontClip, shown);
 }
 
 double Surface::textWidth(const QString& s) const

@@ -7,15 +7,17 @@ namespace TabulaControl::detail::render {
 namespace {
 
 // Walks the sizes from first up to target, adding size + line for every
-// index before target. Returns true when a running start lies past last.
+// index before target; indexes that do not exist (below 0, above count)
+// take no space. Returns true when a running start lies past last.
 template <class SizeOf>
-bool walk(int32_t first, int32_t target, int32_t last, int32_t line, int32_t& pos, SizeOf sizeOf)
+bool walk(int32_t first, int32_t target, int32_t count, int32_t last, int32_t line, int32_t& pos, SizeOf sizeOf)
 {
-    for (int32_t i = first; i <= target; ++i) {
+    for (int64_t i = firstWalked(first); i <= target; ++i) {
         if (pos > last)
             return true;
-        if (i < target)
-            pos = advance(pos, sizeOf(i), line);
+        if (i == target || i > count)
+            return false;
+        pos = advance(pos, sizeOf(static_cast<int32_t>(i)), line);
     }
     return false;
 }
@@ -43,9 +45,9 @@ bool cellCoordinates(GridState& s, SurfaceSize surface, int32_t row, int32_t col
     x = firstScrollableLeft(s);
     s.mGridLineWidth = gridLineWidthOf(s);
     const int32_t line = s.mGridLineWidth;
-    const bool rowBeyond = walk(s.mTopRow, row, surface.height - 1, line, y,
+    const bool rowBeyond = walk(s.mTopRow, row, s.mRows, surface.height - 1, line, y,
                                 [&](int32_t r) { return int32_t{s.mRowHeight(r)}; });
-    const bool colBeyond = walk(s.mLeftCol, col, surface.width - 1, line, x,
+    const bool colBeyond = walk(s.mLeftCol, col, s.mCols, surface.width - 1, line, x,
                                 [&](int32_t c) { return int32_t{s.mColWidth(c)}; });
     return rowBeyond || colBeyond;
 }

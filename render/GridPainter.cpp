@@ -72,7 +72,7 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
 
     const int32_t bottom = advance(y2, s.mRowHeight(row2));
     int32_t x = s.mRowHeader ? advance(s.mColWidth(0), line) : 0;
-    for (int32_t c = col1; c <= col2; ++c) {
+    for (int32_t c = firstWalked(col1); c <= col2; ++c) {
         x = advance(x, s.mColWidth(c), line);
         if (x > size.width)
             break;
@@ -81,7 +81,7 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
 
     const int32_t right = advance(x2, s.mColWidth(col2));
     int32_t y = s.mColHeader ? advance(s.mRowHeight(0), line) : 0;
-    for (int32_t r = row1; r <= row2; ++r) {
+    for (int32_t r = firstWalked(row1); r <= row2; ++r) {
         y = advance(y, s.mRowHeight(r), line);
         if (y > size.height)
             break;
@@ -145,7 +145,7 @@ void Grid::RedrawAllCells(bool full)
         s.mDrawnBottom = advance(s.mRowHeight(0), 1);
     }
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
-    for (int32_t r = s.mTopRow; r <= s.mRows; ++r) {
+    for (int32_t r = firstWalked(s.mTopRow); r <= s.mRows; ++r) {
         DrawRow(r, y, true);
         y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
         if (y <= size.height - 1 && r != s.mRows)
@@ -179,7 +179,7 @@ void Grid::DrawRow(int32_t row, int32_t y, bool)
         x = advance(1, s.mColWidth(0), s.mGridLineWidth);
     }
     s.mHScrollNeeded = s.mLeftCol > 1;
-    for (int32_t c = s.mLeftCol; c <= s.mCols; ++c) {
+    for (int32_t c = firstWalked(s.mLeftCol); c <= s.mCols; ++c) {
         DrawCell(row, c, x, y, s.mColWidth(c), height);
         x = advance(x, s.mColWidth(c), s.mGridLineWidth);
         if (x <= lastX)
@@ -207,13 +207,13 @@ void Grid::DrawCol(int32_t col, int32_t x, bool header)
         y = advance(1, s.mRowHeight(0), s.mGridLineWidth);
     }
     s.mVScrollNeeded = s.mTopRow > 1;
-    for (int32_t r = s.mTopRow; r <= s.mRows; ++r) {
+    for (int32_t r = firstWalked(s.mTopRow); r <= s.mRows; ++r) {
         DrawCell(r, col, x, y, width, s.mRowHeight(r));
         y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
         if (y <= surfaceHeight)
             continue;
         s.mVScrollNeeded = true;
-        ui.scrVertical.setLargeChange(to16(int64_t{r} - s.mTopRow));
+        ui.scrVertical.setLargeChange(saturate16(int64_t{r} - s.mTopRow));
         break;
     }
     s.mDrawnBottom = std::min(advance(y, -1), surfaceHeight - 1);

@@ -37,7 +37,7 @@ void Grid::HilightCell(int32_t row, int32_t col)
 {
     row = argOr(row, s.mRow);
     col = argOr(col, s.mCol);
-    if (s.mRows < 1 || s.mCols < 1 || row < s.mTopRow || col < s.mLeftCol)
+    if (s.mRows < 1 || s.mCols < 1 || row < s.mTopRow || col < s.mLeftCol || !hasCell(s, row, col))
         return;
     int32_t x = 0, y = 0;
     const bool beyond = GetCellCoordinates(row, col, x, y);
@@ -57,7 +57,7 @@ void Grid::HilightSelection(int32_t row1, int32_t col1, int32_t row2, int32_t co
     col1 = argOr(col1, s.mCol1);
     row2 = argOr(row2, s.mRow2);
     col2 = argOr(col2, s.mCol2);
-    if (s.mRows < 1 || s.mCols < 1)
+    if (s.mRows < 1 || s.mCols < 1 || !hasCell(s, row1, col1) || !hasCell(s, row2, col2))
         return;
     if (row1 < s.mTopRow && row2 < s.mTopRow)
         return;

@@ -233,13 +233,3 @@ TEST_F(PagingState, WithoutAPageCountPagingMovesNothing)
     EXPECT_EQ(moves, 0);
 }
 
-TEST_F(PagingState, AnOverflowingPageLeavesTheRowUnchanged)
-{
-    s().mRow = 5;
-    s().mPageRows = INT32_MAX;
-    EXPECT_THROW(g().picGrid_KeyUp(34, 0), TabulaControl::detail::RuntimeError);
-    EXPECT_EQ(s().mRow, 5);
-    s().mPageRows = INT32_MIN + 2;
-    EXPECT_THROW(g().picGrid_KeyUp(33, 0), TabulaControl::detail::RuntimeError);
-    EXPECT_EQ(s().mRow, 5);
-}

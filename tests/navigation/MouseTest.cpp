@@ -386,13 +386,14 @@ TEST_F(Mouse, ThePublicHandlersActWithoutRaisingTheirEvents)
 
 TEST_F(Mouse, FailuresNameTheMemberOrTheNotification)
 {
-    grid().setTopRow(-5);
+    QObject::connect(grid().events(), &TabulaControl::TabulaEvents::RowColChange,
+                     [] { throw std::runtime_error("host failure"); });
     const ComponentError direct = TabulaTest::errorOf([&] { grid().MouseDown(1, 0, 50, 50); });
     EXPECT_EQ(direct.Source, "TabulaControl.Tabula.MouseDown");
     EXPECT_EQ(direct.Number, ComponentError::ErrorNumber);
     EXPECT_TRUE(direct.Description.startsWith("Tabula component failureat line "));
     const auto sources = errorSources();
-    click(QPoint(50, 50));
+    click(centre(1, 1));
     EXPECT_EQ(sources->value(0), "TabulaControl.Tabula.picGrid_MouseDown");
 }
 

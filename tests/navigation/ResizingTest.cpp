@@ -190,6 +190,17 @@ TEST_F(Resizing, DisallowingResizingTakesEffectAtTheNextRebuild)
     EXPECT_EQ(pointerAt(97), 0);
 }
 
+TEST_F(Resizing, ADragFromAZoneKeptWithResizingOffUsesItsOldBorder)
+{
+    grid().setRows(1);
+    grid().setAllowUserResizing(false);
+    grid().setColWidth(1, 100);
+    grabBorder(97);
+    dragTo(QPoint(150, 8));
+    release(QPoint(150, 8));
+    EXPECT_EQ(grid().ColWidth(1), 118);
+}
+
 TEST_F(Resizing, TheHostsToolTipIsCopiedOntoTheSurfaceBeforeMouseMove)
 {
     grid().setToolTip("Pick a cell");

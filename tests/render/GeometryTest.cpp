@@ -96,14 +96,6 @@ TEST_F(Geometry, RowsAndColumnsBeforeTheScrolledStartAreNotWalked)
     EXPECT_EQ(at(6, 5), (Position{164, 33, false}));
 }
 
-TEST_F(Geometry, IndexPastTheSizeArraysFailsWithTheSubscriptError)
-{
-    for (int32_t c = 1; c <= 50; ++c)
-        s().mColWidth(c) = 1;
-    int32_t x = 0, y = 0;
-    EXPECT_EQ(errorCodeOf([&] { g().GetCellCoordinates(1, 52, x, y); }), RuntimeError::Subscript);
-}
-
 TEST(MakeRectTest, RightAndBottomAreExclusiveAndOverflowFails)
 {
     using TabulaControl::detail::render::MakeRect;

@@ -25,15 +25,6 @@ TEST_F(RefreshFacade, RepaintsWhatChangedWithoutAutoRedraw)
     EXPECT_EQ(pixel(99, 40), 0xFFFFFFu);
 }
 
-TEST_F(RefreshFacade, FailureIsReportedAsTheRefreshComponentError)
-{
-    grid().setTopRow(-4);
-    const auto error = TabulaTest::errorOf([&] { grid().Refresh(); });
-    EXPECT_EQ(error.Number, TabulaControl::ComponentError::ErrorNumber);
-    EXPECT_EQ(error.Source, "TabulaControl.Tabula.Refresh");
-    EXPECT_TRUE(error.Description.startsWith("Tabula component failureat line "));
-}
-
 TEST_F(RefreshEngine, OpenEditIsCommittedFirst)
 {
     g().setRows(3);

@@ -51,3 +51,7 @@ protected:
 TabulaControl::ComponentError errorOf(const std::function<void()>& body);
 
 }  // namespace TabulaTest
+
+// Lets GoogleTest print QStrings and QStringLists readably in failures.
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
+inline void PrintTo(const QStringList& list, std::ostream* out) { *out << '[' << list.join(", ").toStdString() << ']'; }

@@ -1,0 +1,277 @@
+#include "tests/navigation/NavigationFixture.h"
+
+#include <QLineEdit>
+
+#include <climits>
+
+using TabulaControl::ComponentError;
+using TabulaControl::MemoryPropertyBag;
+using TabulaControl::Tabula;
+
+namespace {
+
+class Robustness : public TabulaTest::NavigationFixture {
+protected:
+    // Puts every count and position back through the public setters, then
+    // checks that the grid paints, stores text and follows the keyboard.
+    void expectRestorable()
+    {
+        auto errors = errorSources();
+        grid().setAutoRedraw(true);
+        grid().setRows(5);
+        grid().setCols(3);
+        grid().setTopRow(1);
+        grid().setLeftCol(1);
+        grid().setRow(1);
+        grid().setCol(1);
+        grid().setRow1(1);
+        grid().setCol1(1);
+        grid().setRow2(1);
+        grid().setCol2(1);
+        grid().Refresh();
+        grid().setTextMatrix(2, 2, "back");
+        EXPECT_EQ(grid().TextMatrix(2, 2), "back");
+        key(Qt::Key_Down);
+        EXPECT_EQ(current(), "2,1");
+        EXPECT_EQ(*errors, QStringList());
+    }
+};
+
+struct Poison {
+    const char* name;
+    std::function<void(Tabula&)> apply;
+};
+
+void refreshAfter(Tabula& g, const std::function<void()>& change)
+{
+    change();
+    g.Refresh();
+}
+
+const Poison poisons[] = {
+    {"left_col_minus_one", [](Tabula& g) { g.setLeftCol(-1); }},
+    {"left_col_int_min", [](Tabula& g) { g.setLeftCol(INT32_MIN); }},
+    {"top_row_int_max", [](Tabula& g) { refreshAfter(g, [&] { g.setTopRow(INT32_MAX); }); }},
+    {"top_row_int_min", [](Tabula& g) { refreshAfter(g, [&] { g.setTopRow(INT32_MIN); }); }},
+    {"row_negative", [](Tabula& g) { g.setRow(-7); }},
+    {"col_negative", [](Tabula& g) { g.setCol(-7); }},
+    {"selection_beyond_the_grid",
+     [](Tabula& g) {
+         g.setSelectionMode(TabulaControl::SelectionFree);
+         refreshAfter(g, [&] {
+             g.setRow1(-3);
+             g.setCol2(40000);
+         });
+     }},
+    {"rows_negative", [](Tabula& g) { g.setRows(-1); }},
+    {"cols_beyond_16_bits", [](Tabula& g) { g.setCols(40000); }},
+    {"no_rows_no_cols",
+     [](Tabula& g) {
+         g.setRows(0);
+         g.setCols(0);
+     }},
+    {"negative_sizes",
+     [](Tabula& g) {
+         g.setColWidth(1, -300);
+         g.setRowHeight(1, -300);
+     }},
+    {"huge_sizes",
+     [](Tabula& g) {
+         g.setColWidth(0, 32767);
+         g.setRowHeight(0, 32767);
+     }},
+    {"tiny_control", [](Tabula& g) { g.resize(3, 2); }},
+    {"empty_control", [](Tabula& g) { g.resize(0, 0); }},
+};
+
+class RestoreAfter : public Robustness, public ::testing::WithParamInterface<Poison> {};
+
+}  // namespace
+
+TEST_P(RestoreAfter, TheHostCanPutTheGridRightAgain)
+{
+    grid().setRows(5);
+    grid().setCols(3);
+    try {
+        GetParam().apply(grid());
+    } catch (const ComponentError&) {
+    }
+    grid().resize(400, 300);
+    expectRestorable();
+}
+
+INSTANTIATE_TEST_SUITE_P(Robustness, RestoreAfter, ::testing::ValuesIn(poisons),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(Robustness, TheSettersThatFailStillRaiseTheirErrors)
+{
+    EXPECT_EQ(TabulaTest::errorOf([&] { grid().setRows(-1); }).Source, "TabulaControl.Tabula.Rows");
+    EXPECT_EQ(TabulaTest::errorOf([&] { grid().setCols(40000); }).Source, "TabulaControl.Tabula.Cols");
+    EXPECT_EQ(TabulaTest::errorOf([&] { grid().TextMatrix(99, 1); }).Source, "TabulaControl.Tabula.TextMatrix");
+}
+
+struct PageCase {
+    const char* name;
+    int32_t rows;
+    Qt::Key key;
+    int32_t from;
+    int32_t row;
+};
+
+const PageCase pageCases[] = {
+    {"up_with_one_row", 1, Qt::Key_PageUp, 1, 1},
+    {"down_with_one_row", 1, Qt::Key_PageDown, 1, 1},
+    {"up_with_two_rows", 2, Qt::Key_PageUp, 2, 2},
+    {"down_with_two_rows", 2, Qt::Key_PageDown, 1, 1},
+    {"home_with_no_rows", 0, Qt::Key_Home, 0, 0},
+    {"end_with_no_rows", 0, Qt::Key_End, 0, 0},
+    {"down_with_no_rows", 0, Qt::Key_PageDown, 0, 0},
+};
+
+class PageKeys : public Robustness, public ::testing::WithParamInterface<PageCase> {};
+
+TEST_P(PageKeys, KeepTheCurrentRowInsideTheGrid)
+{
+    const PageCase& c = GetParam();
+    auto errors = errorSources();
+    grid().setRows(c.rows);
+    if (c.from > 0)
+        grid().setRow(c.from);
+    key(c.key);
+    key(c.key);
+    EXPECT_EQ(grid().Row(), c.row);
+    EXPECT_LE(grid().TopRow(), std::max(c.rows, 1));
+    EXPECT_EQ(*errors, QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(Robustness, PageKeys, ::testing::ValuesIn(pageCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(Robustness, ResizingToAnySizeKeepsTheGridWorking)
+{
+    auto errors = errorSources();
+    grid().setRows(20);
+    for (const QSize size : {QSize(0, 0), QSize(1, 1), QSize(5, 5), QSize(6, 40), QSize(40, 6), QSize(3000, 40)}) {
+        grid().resize(size);
+        QApplication::processEvents();
+        EXPECT_EQ(grid().Picture().size(), QSize(std::max(0, size.width() - 5), std::max(0, size.height() - 5)));
+    }
+    EXPECT_EQ(*errors, QStringList());
+}
+
+struct CorruptSetting {
+    const char* name;
+    const char* property;
+    QVariant value;
+};
+
+const CorruptSetting corruptSettings[] = {
+    {"rows_beyond_16_bits", "Rows", 70000},
+    {"negative_rows", "Rows", -5},
+    {"cols_as_text", "Cols", "many"},
+    {"colour_as_list", "BackColor", QStringList{"red"}},
+    {"huge_format_string", "FormatString", QString(200000, QChar('|'))},
+    {"font_as_number", "Font", 12},
+    {"border_beyond_16_bits", "BorderStyle", 1e12},
+    {"row_past_the_rows", "Row", 32767},
+    {"selection_mode_out_of_range", "SelectionMode", 99},
+    {"fixed_style_out_of_range", "FixedStyle", -4},
+};
+
+class CorruptSettings : public Robustness, public ::testing::WithParamInterface<CorruptSetting> {};
+
+TEST_P(CorruptSettings, EndInTheComponentErrorOrLoadAndLeaveAUsableGrid)
+{
+    MemoryPropertyBag bag;
+    bag.values.insert(GetParam().property, GetParam().value);
+    try {
+        Tabula loaded(bag);
+        loaded.resize(200, 100);
+        loaded.show();
+        loaded.setRows(3);
+        loaded.setCols(3);
+        loaded.setRow(1);
+        loaded.setCol(1);
+        loaded.Refresh();
+        loaded.setTextMatrix(1, 1, "ok");
+        EXPECT_EQ(loaded.TextMatrix(1, 1), "ok");
+    } catch (const ComponentError& error) {
+        EXPECT_TRUE(error.Source.startsWith("TabulaControl.Tabula.")) << error.Source.toStdString();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Robustness, CorruptSettings, ::testing::ValuesIn(corruptSettings),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(Robustness, TheEditorNeverCutsTheTextAlreadyInTheCell)
+{
+    const QString sixty(60, QChar('x'));
+    grid().setTextMatrix(1, 1, sixty);
+    QTest::mouseDClick(surface(), Qt::LeftButton, {}, centre(1, 1));
+    ASSERT_TRUE(editor()->isVisible());
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(grid().TextMatrix(1, 1), sixty);
+}
+
+TEST_F(Robustness, TabInTheEditorMovesTheFocusOnAndCommits)
+{
+    QWidget form;
+    QLineEdit next(&form);
+    grid().setParent(&form);
+    form.show();
+    QApplication::setActiveWindow(&form);
+    startAt(1, 1);
+    key(Qt::Key_A);
+    QApplication::processEvents();
+    ASSERT_TRUE(editor()->hasFocus());
+    QTest::keyClick(editor(), Qt::Key_B);
+    QTest::keyClick(editor(), Qt::Key_Tab);
+    QApplication::processEvents();
+    EXPECT_FALSE(editor()->isVisible());
+    EXPECT_EQ(grid().TextMatrix(1, 1), "ab");
+    EXPECT_TRUE(log().entries.contains("AfterEdit(1,1,ab)")) << log().entries.join(' ').toStdString();
+    grid().setParent(nullptr);
+}
+
+TEST_F(Robustness, TheViewFollowsItsScrollBarWhenRowsGoAway)
+{
+    grid().setRows(50);
+    vertical()->setValue(50);
+    grid().RemoveItem(50);
+    EXPECT_EQ(grid().TopRow(), vertical()->value());
+
+    vertical()->setValue(30);
+    grid().Clear();
+    grid().AddItem("first");
+    EXPECT_EQ(grid().TopRow(), 1);
+    EXPECT_EQ(vertical()->value(), 1);
+    EXPECT_NE(pixel(centre(1, 1).x(), centre(1, 1).y()), 0x808080u);
+}
+
+TEST_F(Robustness, TheDropDownWatchesItsFocusOnlyOnceTheFocusHasArrived)
+{
+    QWidget* form = openDropDown(Qt::Key_Space, {"one", "two"});
+    QApplication::setActiveWindow(&grid());
+    QTest::qWait(20);
+    ASSERT_TRUE(form->isVisible());
+
+    QApplication::setActiveWindow(form);
+    form->findChild<QWidget*>("List1")->setFocus();
+    QTest::qWait(20);
+    EXPECT_TRUE(form->isVisible());
+    QApplication::setActiveWindow(&grid());
+    QTest::qWait(20);
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(Robustness, ALongCellPaintsExactlyAsTheTextThatShowsOfIt)
+{
+    const QString tail = "tail end";
+    for (int32_t align : {0, 2}) {
+        grid().setColAlign(1, align);
+        grid().setTextMatrix(1, 1, QString(300, 'w') + tail);
+        const QImage shortCell = picture();
+        grid().setTextMatrix(1, 1, QString(99000, 'w') + tail);
+        EXPECT_EQ(picture(), shortCell) << "alignment " << align;
+    }
+}
