@@ -29,8 +29,8 @@ constexpr int CheckFailed = 3;
 struct Options {
     uint64_t seed = 1;
     int64_t steps = 200;
-    int64_t iterations = 1000000000;
-    double seconds = 60;
+    int64_t iterations = -1;
+    double seconds = -1;
     bool keepGoing = false;
     QString replayFile;
 };
@@ -39,7 +39,8 @@ void usage()
 {
     std::cerr << "tabula_fuzz [--seed N] [--steps N] [--seconds N] [--iterations N] [--keep-going]\n"
                  "  Runs random sequences of public calls and real input on fresh grids, one sequence per\n"
-                 "  seed from --seed on, until --iterations sequences ran or --seconds passed.\n"
+                 "  seed from --seed on, until --iterations sequences ran or --seconds passed (60 s when\n"
+                 "  neither is given).\n"
                  "  --keep-going reports every distinct failure instead of stopping at the first.\n"
                  "  --hold-back paging,hostile,tiny,pointer,restore keeps known open failure classes out of\n"
                  "  the run: Page Up/Down keys, hostile host arguments, windows below 6 px, the host's\n"
@@ -79,6 +80,12 @@ std::optional<Options> parse(const QStringList& args)
             return std::nullopt;
         o.keepGoing = true;
     }
+    if (o.iterations < 0 && o.seconds < 0)
+        o.seconds = 60;
+    if (o.iterations < 0)
+        o.iterations = INT64_MAX;
+    if (o.seconds < 0)
+        o.seconds = 1e12;
     return o;
 }
 
