@@ -338,7 +338,7 @@ std::vector<Kind> cellKinds()
 std::vector<Kind> columnKinds()
 {
     auto col = [](Rng& r, const Harness& h, Operation& op) {
-        op.a = indexFor(r, cols(h));
+        op.a = r.percent(40) ? h.grid().Col() : indexFor(r, cols(h));
         op.b = smallEnum(r, 4);
         op.text = text(r);
         op.c = r.range(0, variantCount() - 1);
@@ -363,7 +363,7 @@ std::vector<Kind> columnKinds()
                  [](const Operation& op) {
                      return QStringLiteral("call([&] { grid->setColEditWidth(%1, int16_t(%2)); });").arg(op.a).arg(op.b);
                  }});
-    k.push_back({"AddLookup", false, 3, col,
+    k.push_back({"AddLookup", false, 4, col,
                  [](Harness& h, const Operation& op) { h.grid().AddLookup(i32(op.a), op.text, variant(op.c)); },
                  [](const Operation& op) {
                      return QStringLiteral("call([&] { grid->AddLookup(%1, %2, %3); });").arg(op.a).arg(literal(op.text), variantLiteral(op.c));

@@ -120,9 +120,27 @@ private:
 
 // Runs steps on a fresh grid, from the list and then, while more is asked
 // for, drawn from rng; reports each step before it runs.
+// How often the steps reached the editor and the drop-down list, and how
+// often a step raised a ComponentError: a rough measure of what a run covers.
+struct Reach {
+    int64_t editor = 0;
+    int64_t list = 0;
+    int64_t raised = 0;
+};
+
+void countReach(const Harness& harness, bool raised, Reach& reach)
+{
+    const QWidget* editor = harness.child("txtEdit");
+    const QWidget* list = harness.child("ListForm");
+    reach.editor += editor && editor->isVisible();
+    reach.list += list && list->isVisible();
+    reach.raised += raised;
+}
+
 Verdict runSteps(Channel& channel, const Sequence& given, Rng* rng, int64_t drawn)
 {
     Harness harness;
+    Reach reach;
     const auto total = static_cast<int64_t>(given.size()) + drawn;
     for (int64_t i = 0; i < total; ++i) {
         const Operation op = i < static_cast<int64_t>(given.size()) ? given[static_cast<size_t>(i)]
@@ -130,11 +148,12 @@ Verdict runSteps(Channel& channel, const Sequence& given, Rng* rng, int64_t draw
                                                                      : restoreStep(*rng);
         channel.send(QStringLiteral("op ") + serialize(op));
         try {
-            checkedStep(harness, op);
+            countReach(harness, checkedStep(harness, op), reach);
         } catch (const CheckFailure& failure) {
             return {QString::fromStdString(failure.what()), static_cast<size_t>(i), failure.detail};
         }
     }
+    channel.send(QStringLiteral("reach %1 %2 %3").arg(reach.editor).arg(reach.list).arg(reach.raised));
     return {};
 }
 
@@ -142,6 +161,7 @@ struct ChildResult {
     Sequence steps;
     Verdict verdict;
     QString errors;
+    Reach reach;
 };
 
 // A sanitizer report or crash, reduced to what identifies its defect.
@@ -200,6 +220,9 @@ ChildResult parseReport(const QByteArray& report)
         if (line.startsWith(QLatin1String("op "))) {
             if (auto op = deserialize(line.mid(3)))
                 result.steps.push_back(*op);
+        } else if (line.startsWith(QLatin1String("reach "))) {
+            const QStringList parts = line.split(QLatin1Char(' '));
+            result.reach = {parts.value(1).toLongLong(), parts.value(2).toLongLong(), parts.value(3).toLongLong()};
         } else if (line.startsWith(QLatin1String("fail\t"))) {
             const QStringList parts = line.split(QLatin1Char('\t'));
             result.verdict = {parts.value(2), parts.value(1).toULongLong(), parts.value(3)};
@@ -301,34 +324,42 @@ int replayMain(const Options& o)
     return CheckFailed;
 }
 
+QString percentOf(int64_t part, int64_t whole)
+{
+    return QString::number(whole ? 100.0 * static_cast<double>(part) / static_cast<double>(whole) : 0.0, 'f', 1) +
+           QLatin1Char('%');
+}
+
 int fuzzMain(const Options& o)
 {
     QElapsedTimer clock;
     clock.start();
     QSet<QString> seen;
     int64_t steps = 0;
-    int failures = 0;
+    Reach reach;
     int64_t iteration = 0;
     for (; iteration < o.iterations && clock.elapsed() < o.seconds * 1000; ++iteration) {
         const uint64_t seed = o.seed + static_cast<uint64_t>(iteration);
         const ChildResult result = inChild({}, seed, o.steps + 1, 300);
         steps += static_cast<int64_t>(result.steps.size());
+        reach = {reach.editor + result.reach.editor, reach.list + result.reach.list, reach.raised + result.reach.raised};
         if (!result.verdict.failed() || seen.contains(result.verdict.signature))
             continue;
         seen.insert(result.verdict.signature);
-        ++failures;
         report(result, seed);
         if (!o.keepGoing)
             break;
     }
-    say(QStringLiteral("ran %1 sequences (seeds %2..%3), %4 steps in %5 s, %6 distinct failures")
+    say(QStringLiteral("ran %1 sequences (seeds %2..%3), %4 steps in %5 s, %6 distinct failures; "
+                       "after the steps the editor was open %7, the drop-down list %8; %9 raised a ComponentError")
             .arg(iteration)
             .arg(o.seed)
             .arg(o.seed + static_cast<uint64_t>(iteration) - 1)
             .arg(steps)
             .arg(clock.elapsed() / 1000.0, 0, 'f', 1)
-            .arg(failures));
-    return failures ? CheckFailed : 0;
+            .arg(seen.size())
+            .arg(percentOf(reach.editor, steps), percentOf(reach.list, steps), percentOf(reach.raised, steps)));
+    return seen.isEmpty() ? 0 : CheckFailed;
 }
 
 void quietMessages(QtMsgType type, const QMessageLogContext&, const QString& message)
