@@ -87,16 +87,20 @@ bool startSizerDrag(Grid& g, float x, float y)
 }
 
 // Sizer 1 with the header column shown is the header column's own border,
-// so the width goes to the column left of the first visible one.
+// so the width goes to the column left of the first visible one. A drag that
+// matches no border of the current list, or no column (the pointer shape was
+// the host's, or the view moved since the zone was found), sizes nothing.
 void finishColumnDrag(Grid& g)
 {
     GridState& s = g.s;
+    const int64_t col = int64_t{s.mLeftCol} + s.mSizerIndex - (s.mRowHeader ? 2 : 1);
+    if (s.mSizerIndex > static_cast<int64_t>(s.mColSizers.size()) || !hasCell(s, 0, col))
+        return;
     const int32_t barLeft = g.ui.picSizer.Left();
     int32_t width = s.mSizerIndex < 2 ? barLeft : to32(int64_t{barLeft} - sizerAt(s, s.mSizerIndex - 1));
     if (width < 0)
         width = 0;
-    const int32_t col = to32(int64_t{s.mLeftCol} + s.mSizerIndex - (s.mRowHeader ? 2 : 1));
-    g.setColWidth(col, width);
+    g.setColWidth(static_cast<int32_t>(col), width);
     g.ShowLookup();
 }
 

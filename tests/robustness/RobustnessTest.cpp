@@ -275,3 +275,13 @@ TEST_F(Robustness, ALongCellPaintsExactlyAsTheTextThatShowsOfIt)
         EXPECT_EQ(picture(), shortCell) << "alignment " << align;
     }
 }
+
+TEST_F(Robustness, ADragThatStartsOnNoBorderRaisesNothing)
+{
+    auto errors = errorSources();
+    grid().setRows(20);
+    hover(QPoint(60, 8));
+    grid().setMousePointer(9);
+    click(QPoint(60, 100));
+    EXPECT_EQ(*errors, QStringList());
+}
