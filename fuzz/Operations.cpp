@@ -67,8 +67,6 @@ const std::vector<Key> keys{
     {Qt::Key_Slash, "Key_Slash"},   {Qt::Key_Period, "Key_Period"},
 };
 
-bool isPaging(Qt::Key key) { return key == Qt::Key_PageUp || key == Qt::Key_PageDown; }
-
 struct Modifiers {
     Qt::KeyboardModifiers value;
     const char* name;
@@ -154,7 +152,7 @@ const Modifiers& modifiersOf(const Operation& op) { return modifiers.at(static_c
 int64_t extent(Rng& r, int64_t usual, int64_t large)
 {
     switch (r.range(0, 3)) {
-    case 0: return holdBack.tiny ? r.range(6, 12) : r.range(0, 5);
+    case 0: return r.range(0, 5);
     case 1: return r.range(6, 120);
     case 2: return usual;
     default: return r.range(usual, large);
@@ -184,9 +182,7 @@ std::vector<Kind> inputKinds()
     std::vector<Kind> k;
     k.push_back({"key", true, 40,
                  [](Rng& r, const Harness&, Operation& op) {
-                     do
-                         op.a = r.range(0, static_cast<int64_t>(keys.size()) - 1);
-                     while (holdBack.paging && isPaging(keys.at(size_t(op.a)).key));
+                     op.a = r.range(0, static_cast<int64_t>(keys.size()) - 1);
                      op.b = r.range(0, static_cast<int64_t>(modifiers.size()) - 1);
                  },
                  [](Harness& h, const Operation& op) {
@@ -640,7 +636,7 @@ const Kind& kindOf(const Operation& op) { return kinds().at(static_cast<size_t>(
 int weightOf(const Kind& k)
 {
     const bool hostileOnly = k.name == QLatin1String("reload") || k.name == QLatin1String("AutoSetup");
-    if ((holdBack.hostile && hostileOnly) || (holdBack.pointer && k.name == QLatin1String("setMousePointer")))
+    if (holdBack.hostile && hostileOnly)
         return 0;
     return k.weight;
 }

@@ -15,10 +15,7 @@ HoldBack holdBack;
 bool parseHoldBack(const QString& names)
 {
     for (const QString& name : names.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
-        bool* flag = name == QLatin1String("paging")    ? &holdBack.paging
-                     : name == QLatin1String("hostile") ? &holdBack.hostile
-                     : name == QLatin1String("tiny")    ? &holdBack.tiny
-                     : name == QLatin1String("pointer") ? &holdBack.pointer
+        bool* flag = name == QLatin1String("hostile")   ? &holdBack.hostile
                      : name == QLatin1String("restore") ? &holdBack.restore
                                                         : nullptr;
         if (!flag)

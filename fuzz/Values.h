@@ -11,10 +11,7 @@ namespace TabulaFuzz {
 // Failure classes that are known and still open, kept out of a run so that
 // it can check everything else. Each names what the run then avoids.
 struct HoldBack {
-    bool paging = false;   // Page Up and Page Down keys
     bool hostile = false;  // host arguments outside the grid or at the integer edges, corrupt settings
-    bool tiny = false;     // window sides below 6 pixels
-    bool pointer = false;  // the host's MousePointer
     bool restore = false;  // a restoring sequence that raises is not a failure
 };
 extern HoldBack holdBack;

@@ -42,9 +42,8 @@ void usage()
                  "  seed from --seed on, until --iterations sequences ran or --seconds passed (60 s when\n"
                  "  neither is given).\n"
                  "  --keep-going reports every distinct failure instead of stopping at the first.\n"
-                 "  --hold-back paging,hostile,tiny,pointer,restore keeps known open failure classes out of\n"
-                 "  the run: Page Up/Down keys, hostile host arguments, windows below 6 px, the host's\n"
-                 "  MousePointer, and a restoring sequence that raises.\n"
+                 "  --hold-back hostile,restore keeps known open failure classes out of the run: host\n"
+                 "  arguments outside the grid or at the integer edges, and a restoring sequence that raises.\n"
                  "tabula_fuzz --replay FILE\n"
                  "  Replays the steps in FILE (the lines a failure prints under \"steps for --replay\") and shrinks a failure.\n";
 }
