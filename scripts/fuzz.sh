@@ -10,8 +10,10 @@ minutes=${1:-10}
 shift || true
 "$root/scripts/deps.sh"
 build="$root/build-fuzz"
+launcher=()
+command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DTABULA_SANITIZE=ON -DTABULA_BUILD_FUZZ=ON \
-    -DTABULA_BUILD_TESTS=OFF -DTABULA_BUILD_BENCH=OFF -DTABULA_BUILD_DEMO=OFF >/dev/null
+    -DTABULA_BUILD_TESTS=OFF -DTABULA_BUILD_BENCH=OFF -DTABULA_BUILD_DEMO=OFF "${launcher[@]}" >/dev/null
 cmake --build "$build" -j"$(nproc)" --target tabula_fuzz
 export QT_QPA_PLATFORM=offscreen
 seed=${FUZZ_SEED:-$(date +%s)}
