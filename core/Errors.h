@@ -46,6 +46,10 @@ inline int16_t saturate16(int64_t value)
 {
     return static_cast<int16_t>(std::clamp<int64_t>(value, INT16_MIN, INT16_MAX));
 }
+inline int32_t saturate32(int64_t value)
+{
+    return static_cast<int32_t>(std::clamp<int64_t>(value, INT32_MIN, INT32_MAX));
+}
 
 // Converts a floating value the way a 16- or 32-bit integer assignment does:
 // rounded half to even, overflow-checked.

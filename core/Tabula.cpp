@@ -1,3 +1,4 @@
+#include "accessibility/AccessibleGrid.h"
 #include "core/Facade.h"
 #include "platform/AboutBox.h"
 
@@ -10,6 +11,7 @@ Tabula::Tabula(QWidget* parent)
     : QWidget(parent), events_(new TabulaEvents(this)), grid_(std::make_unique<detail::Grid>(*this, *events_))
 {
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
+    detail::installAccessibleFactory();
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
@@ -20,6 +22,7 @@ Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
     : QWidget(parent), events_(new TabulaEvents(this)), grid_(std::make_unique<detail::Grid>(*this, *events_))
 {
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
+    detail::installAccessibleFactory();
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });

@@ -1,3 +1,4 @@
+#include <TabulaControl/SettingsPropertyBag.h>
 #include <TabulaControl/Tabula.h>
 
 #include <QApplication>
@@ -9,14 +10,18 @@
 #include <QMainWindow>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSettings>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 #include <cstdio>
+#include <functional>
 #include <iterator>
 
 using TabulaControl::OleColor;
+using TabulaControl::SettingsPropertyBag;
 using TabulaControl::StdFont;
 using TabulaControl::Tabula;
 
@@ -147,7 +152,15 @@ void logEvents(Tabula& grid, QPlainTextEdit& log)
     QObject::connect(events, &TabulaEvents::Resize, [add] { add("Resize"); });
 }
 
-QWidget* selectionChooser(Tabula& grid)
+QPushButton* button(const QString& text, QWidget* bar, std::function<void()> onClick)
+{
+    auto* b = new QPushButton(text, bar);
+    QObject::connect(b, &QPushButton::clicked, std::move(onClick));
+    return b;
+}
+
+// The selection mode and the clipboard; Ctrl+C and Ctrl+V work on the grid too.
+QWidget* toolBar(Tabula& grid, QPlainTextEdit& log)
 {
     auto* bar = new QWidget;
     auto* layout = new QHBoxLayout(bar);
@@ -155,13 +168,32 @@ QWidget* selectionChooser(Tabula& grid)
     layout->addWidget(new QLabel(QStringLiteral("Selection:")));
     auto* modes = new QComboBox;
     modes->addItems({QStringLiteral("Free"), QStringLiteral("By row"), QStringLiteral("By column")});
+    modes->setCurrentIndex(grid.SelectionMode());
     QObject::connect(modes, &QComboBox::currentIndexChanged, [&grid](int mode) {
         grid.setSelectionMode(static_cast<TabulaControl::SelectModes>(mode));
         grid.Refresh();
     });
     layout->addWidget(modes);
     layout->addStretch();
+    layout->addWidget(button(QStringLiteral("Copy"), bar, [&grid] { grid.copySelection(); }));
+    layout->addWidget(button(QStringLiteral("Paste"), bar, [&grid] { grid.paste(); }));
+    grid.setClipboardShortcuts(true);
+    QObject::connect(&grid, &Tabula::pasteClipped, [&log](int32_t dropped) {
+        log.appendPlainText(QStringLiteral("Paste: %1 cells lay beyond the grid and were left out").arg(dropped));
+    });
     return bar;
+}
+
+// The grid as the last session left it (colours, fonts, selection mode ...),
+// or styled afresh on the first start.
+Tabula* restoredGrid(QSettings& settings)
+{
+    if (!settings.childGroups().contains(QStringLiteral("grid"))) {
+        auto* grid = new Tabula;
+        style(*grid);
+        return grid;
+    }
+    return new Tabula(SettingsPropertyBag(settings, QStringLiteral("grid")));
 }
 
 // Without a display nobody can click: play a few gestures so the picture
@@ -205,6 +237,9 @@ int main(int argc, char** argv)
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("Tabula"));
+    QApplication::setApplicationName(QStringLiteral("tabula-demo"));
+    QSettings settings;
 
     QMainWindow window;
     window.setWindowTitle(QStringLiteral("Tabula demo"));
@@ -212,7 +247,7 @@ int main(int argc, char** argv)
     auto* layout = new QVBoxLayout(central);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* splitter = new QSplitter(Qt::Vertical);
-    auto* grid = new Tabula;
+    auto* grid = restoredGrid(settings);
     grid->setObjectName(QStringLiteral("grid"));
     auto* log = new QPlainTextEdit;
     log->setReadOnly(true);
@@ -220,13 +255,14 @@ int main(int argc, char** argv)
     splitter->addWidget(grid);
     splitter->addWidget(log);
     splitter->setSizes({300, 140});
-    layout->addWidget(selectionChooser(*grid));
+    layout->addWidget(toolBar(*grid, *log));
     layout->addWidget(splitter);
     window.setCentralWidget(central);
     window.resize(574, 480);
-    style(*grid);
     fill(*grid);
     logEvents(*grid, *log);
+    QObject::connect(&app, &QApplication::aboutToQuit,
+                     [&] { grid->WriteProperties(SettingsPropertyBag(settings, QStringLiteral("grid"))); });
     window.show();
 
     if (!headless())
@@ -241,5 +277,7 @@ int main(int argc, char** argv)
         return 1;
     }
     std::printf("No display: wrote a screenshot of the demo window to %s\n", qPrintable(path));
+    grid->WriteProperties(SettingsPropertyBag(settings, QStringLiteral("grid")));
+    std::printf("Saved the grid's settings to %s\n", qPrintable(settings.fileName()));
     return 0;
 }

@@ -18,12 +18,12 @@ void Grid::ShowLookup()
 
 void Grid::placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y)
 {
-    const int32_t width = s.mColWidth(s.mCol);
-    const int32_t height = s.mRowHeight(s.mRow);
     if (!shown) {
         button.setVisible(false);
         return;
     }
+    const int32_t width = s.mColWidth(s.mCol);
+    const int32_t height = s.mRowHeight(s.mRow);
     const int32_t w = ui.cmdLookup.Width();
     button.Move(to32(int64_t{x} + width - w + 1), to32(int64_t{y} + 3), w, height - 2);
     button.setVisible(true);

@@ -151,7 +151,7 @@ void Grid::RedrawAllCells(bool full)
         if (y <= size.height - 1 && r != s.mRows)
             continue;
         if (s.mPageRows < 1) {
-            s.mPageRows = to32(int64_t{r} - s.mTopRow - 1);
+            s.mPageRows = saturate32(int64_t{r} - s.mTopRow - 1);
             if (s.mPageRows > 0)
                 ui.scrVertical.setLargeChange(to16(s.mPageRows));
         }
@@ -187,7 +187,7 @@ void Grid::DrawRow(int32_t row, int32_t y, bool)
         if (c < s.mCols) {
             s.mHScrollNeeded = true;
             if (s.mPageCols == 0)
-                s.mPageCols = to32(int64_t{c} - s.mLeftCol);
+                s.mPageCols = saturate32(int64_t{c} - s.mLeftCol);
             ui.scrHorizontal.setLargeChange(s.mPageCols > 0 ? to16(s.mPageCols) : int16_t{1});
         }
         break;

@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QObject>
+#include <QRect>
 #include <QString>
 #include <QVariant>
 #include <QWidget>
@@ -270,12 +271,36 @@ public:
     void MouseMove(int16_t Button, int16_t Shift, float x, float Y);
     void KeyDown(int16_t KeyCode, int16_t Shift);
 
+    // Settings files, clipboard and accessibility
+    Q_PROPERTY(bool clipboardShortcuts READ clipboardShortcuts WRITE setClipboardShortcuts)
+    // Saves into a temporary store, such as a SettingsPropertyBag made on the spot.
+    void WriteProperties(PropertyBag&& store) const { WriteProperties(store); }
+    // Puts the selected block, or the current cell, on the clipboard as
+    // tab-separated text and as an HTML table.
+    void copySelection() const;
+    // Pastes tab-separated text from the clipboard into the grid from the
+    // current cell, each value stored as a committed edit would be
+    // (ColAllowEdit, BeforeEdit, the column's mask and edit width, Validate,
+    // AfterEdit). Returns the number of cells that lay beyond the grid and
+    // were not pasted; pasteClipped reports them too.
+    int32_t paste();
+    // Whether Ctrl+C and Ctrl+V on the surface copy and paste; off by
+    // default, since those keys otherwise reach KeyPress and open the editor.
+    bool clipboardShortcuts() const;
+    void setClipboardShortcuts(bool enabled);
+    // A data cell's rectangle in the control's pixels; empty when it is not
+    // scrolled into view.
+    QRect cellRect(int32_t Row, int32_t Col) const;
+
 signals:
     // A saved property changed; the host marks its form as modified.
     void propertyChanged(const QString& name);
     // A failure inside a notification from a child control, which has no
     // caller to report to.
     void errorOccurred(const TabulaControl::ComponentError& error);
+    // A paste left droppedCells cells of the clipboard text out: they lay
+    // beyond the last row or column.
+    void pasteClipped(int32_t droppedCells);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -69,14 +69,6 @@ TEST_F(RowData, NewRowOfACheckmarkColumnHoldsZero)
     EXPECT_EQ(grid().TextMatrix(2, 4), "0");
 }
 
-TEST_F(RowData, AddItemColoursMustBeNumbers)
-{
-    EXPECT_EQ(errorOf([&] { grid().AddItem("a", QVariant("red")); }).Source, "TabulaControl.Tabula.AddItem");
-    EXPECT_EQ(grid().Rows(), 1);
-    grid().AddItem("a", QVariant(0xFF), QVariant(0x00FF00));
-    EXPECT_EQ(grid().Rows(), 2);
-}
-
 TEST_F(RowData, RemoveItemShiftsTextsButNotHeights)
 {
     grid().setRows(4);

@@ -1,179 +1,160 @@
-#include "tests/support/EngineFixture.h"
-
-#include <QLineEdit>
-#include <QTest>
-
-using TabulaControl::TabulaEvents;
+#include "tests/navigation/NavigationFixture.h"
 
 namespace {
 
-// The engine with its editor wired as the control wires it, and the edit
-// events recorded in order.
-class Editor : public TabulaTest::EngineFixture {
+class Editor : public TabulaTest::NavigationFixture {
 protected:
     void SetUp() override
     {
-        EngineFixture::SetUp();
-        g().setRows(3);
-        auto& editor = g().ui.txtEdit;
-        editor.onKeyDown = [this](int16_t code, int16_t shift) { g().EditKeyDown(code, shift); };
-        editor.onKeyPress = [this](int16_t& ascii) { g().txtEdit_KeyPress(ascii); };
-        editor.onLostFocus = [this] { g().txtEdit_LostFocus(); };
-        QObject::connect(&events_, &TabulaEvents::BeforeEdit, [this](int32_t r, int32_t c, bool& cancel) {
-            log.append(QString("BeforeEdit(%1,%2)").arg(r).arg(c));
-            cancel = cancelEdit;
-        });
-        QObject::connect(&events_, &TabulaEvents::AfterEdit, [this](int32_t r, int32_t c, QString v) {
-            log.append(QString("AfterEdit(%1,%2,%3)").arg(r).arg(c).arg(v));
-        });
-        QObject::connect(&events_, &TabulaEvents::BeforeAddRow, [this](bool&) { log.append("BeforeAddRow"); });
-        QObject::connect(&events_, &TabulaEvents::AfterAddRow,
-                         [this](int32_t r) { log.append(QString("AfterAddRow(%1)").arg(r)); });
+        NavigationFixture::SetUp();
+        grid().setRows(3);
+        log().clear();
     }
-
-    QLineEdit* edit() { return static_cast<QLineEdit*>(g().ui.txtEdit.widget()); }
-    void press(int key) { QTest::keyClick(edit(), static_cast<Qt::Key>(key)); }
-
-    QStringList log;
-    bool cancelEdit = false;
+    QStringList editEvents() { return log().only({"BeforeEdit", "AfterEdit", "BeforeAddRow", "AfterAddRow"}); }
 };
+
+struct EndCase {
+    const char* name;
+    Qt::Key key;
+    bool hostCancels;
+    const char* stored;
+    const char* current;
+    QStringList events;
+};
+
+const EndCase endCases[] = {
+    {"enter_commits", Qt::Key_Return, false, "olda", "1,1", {"BeforeEdit(1,1)", "AfterEdit(1,1,olda)"}},
+    {"cancelled_commit_keeps_the_old_text", Qt::Key_Return, true, "old", "1,1",
+     {"BeforeEdit(1,1)", "AfterEdit(1,1,old)"}},
+    {"escape_discards_silently", Qt::Key_Escape, false, "old", "1,1", {}},
+    {"down_commits_and_moves", Qt::Key_Down, false, "olda", "2,1", {"BeforeEdit(1,1)", "AfterEdit(1,1,olda)"}},
+};
+
+class EditorEnd : public Editor, public ::testing::WithParamInterface<EndCase> {};
 
 }  // namespace
 
-TEST_F(Editor, TypedKeyOpensTheEditorWithThatCharacterAppended)
+TEST_P(EditorEnd, ClosesTheEditorAndStoresByTheKey)
 {
-    s().mCells.setText(1, 1, "ab");
-    g().GridEdit('x');
-    EXPECT_TRUE(s().mEditing);
-    EXPECT_TRUE(g().ui.txtEdit.Visible());
-    EXPECT_EQ(edit()->text(), "abx");
-    EXPECT_EQ(log, QStringList({"BeforeEdit(1,1)"}));
+    const EndCase& c = GetParam();
+    grid().setTextMatrix(1, 1, "old");
+    openEditorWith(Qt::Key_A);
+    EXPECT_EQ(editor()->text(), "olda") << "the typed key is appended";
+    if (c.hostCancels)
+        log().onBeforeEdit = [](int32_t, int32_t, bool& cancel) { cancel = true; };
+    QTest::keyClick(editor(), c.key);
+    QApplication::processEvents();
+    EXPECT_FALSE(editor()->isVisible());
+    EXPECT_EQ(grid().TextMatrix(1, 1), c.stored);
+    EXPECT_EQ(current(), c.current);
+    EXPECT_EQ(editEvents(), c.events);
 }
 
-TEST_F(Editor, SelectTextReplacesTheOldText)
+INSTANTIATE_TEST_SUITE_P(Editor, EditorEnd, ::testing::ValuesIn(endCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(Editor, SelectTextReplacesTheOldTextAndSpecialCharactersAreTypedAsThemselves)
 {
-    s().mCells.setText(1, 1, "old");
-    s().mSelectText = true;
-    g().GridEdit('x');
-    EXPECT_EQ(edit()->text(), "x");
+    grid().setTextMatrix(1, 1, "old");
+    grid().setSelectText(true);
+    QTest::keyClick(surface(), '+');
+    QTest::keyClicks(editor(), "(&");
+    EXPECT_EQ(editor()->text(), "+(&");
 }
 
-TEST_F(Editor, SpecialCharactersAreTypedAsThemselves)
+TEST_F(Editor, ACancelledOpeningOrALockedColumnOpensNothing)
 {
-    g().GridEdit('+');
-    press(Qt::Key_ParenLeft);
-    EXPECT_EQ(edit()->text(), "+(");
-}
-
-TEST_F(Editor, EnterCommitsAndRaisesAfterEdit)
-{
-    g().GridEdit('a');
-    press(Qt::Key_Return);
-    EXPECT_FALSE(s().mEditing);
-    EXPECT_FALSE(g().ui.txtEdit.Visible());
-    EXPECT_EQ(s().mCells.Text(1, 1), "a");
-    EXPECT_EQ(log, QStringList({"BeforeEdit(1,1)", "BeforeEdit(1,1)", "AfterEdit(1,1,a)"}));
-}
-
-TEST_F(Editor, CancelledCommitKeepsTheOldTextButStillRaisesAfterEdit)
-{
-    s().mCells.setText(1, 1, "old");
-    g().GridEdit('z');
-    cancelEdit = true;
-    press(Qt::Key_Return);
-    EXPECT_EQ(s().mCells.Text(1, 1), "old");
-    EXPECT_EQ(log.last(), "AfterEdit(1,1,old)");
-    EXPECT_FALSE(g().ui.txtEdit.Visible());
-}
-
-TEST_F(Editor, EscapeDiscardsWithoutEvents)
-{
-    g().GridEdit('q');
-    log.clear();
-    press(Qt::Key_Escape);
-    EXPECT_FALSE(s().mEditing);
-    EXPECT_EQ(s().mCells.Text(1, 1), "");
-    EXPECT_TRUE(log.isEmpty());
-}
-
-TEST_F(Editor, CancelledOpeningOrALockedColumnOpensNothing)
-{
-    cancelEdit = true;
-    g().GridEdit('a');
-    EXPECT_FALSE(s().mEditing);
-    cancelEdit = false;
-    s().mColAllowEdit(1) = false;
-    g().GridEdit('a');
-    EXPECT_FALSE(g().ui.txtEdit.Visible());
-    EXPECT_EQ(log, QStringList({"BeforeEdit(1,1)", "BeforeEdit(1,1)"}));
+    log().onBeforeEdit = [](int32_t, int32_t, bool& cancel) { cancel = true; };
+    key(Qt::Key_A);
+    EXPECT_FALSE(editor()->isVisible());
+    log().onBeforeEdit = nullptr;
+    grid().setColAllowEdit(1, false);
+    key(Qt::Key_A);
+    EXPECT_FALSE(editor()->isVisible());
+    EXPECT_EQ(editEvents(), QStringList({"BeforeEdit(1,1)", "BeforeEdit(1,1)"}));
 }
 
 TEST_F(Editor, AutoNewRowAddsARowBelowAnEmptyLastRowOnce)
 {
-    g().setRows(1);
-    s().mAutoNewRow = true;
-    g().GridEdit(32);
-    EXPECT_EQ(s().mRows, 2);
-    EXPECT_EQ(log, QStringList({"BeforeEdit(1,1)", "BeforeAddRow", "AfterAddRow(2)"}));
-    press(Qt::Key_Escape);
-    g().GridEdit(32);
-    EXPECT_EQ(s().mRows, 2);
+    grid().setRows(1);
+    grid().setAutoNewRow(true);
+    grid().setTextMatrix(1, 2, "filled");
+    grid().DblClick();
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    EXPECT_EQ(grid().Rows(), 1);
+    grid().setTextMatrix(1, 2, "");
+    log().clear();
+    grid().DblClick();
+    EXPECT_EQ(grid().Rows(), 2);
+    EXPECT_EQ(editEvents(), QStringList({"BeforeEdit(1,1)", "BeforeAddRow", "AfterAddRow(2)"}));
+    QTest::keyClick(editor(), Qt::Key_Escape);
+    grid().DblClick();
+    EXPECT_EQ(grid().Rows(), 2);
 }
 
-TEST_F(Editor, MasksFilterTypedKeys)
+TEST_F(Editor, MasksAndTheEditWidthFilterTypedKeys)
 {
-    struct Case {
-        int16_t mask;
+    const struct {
+        int32_t mask;
+        int16_t width;
         const char* typed;
         const char* shown;
+        const char* stored;
+    } cases[] = {
+        {TabulaControl::Uppercase, 0, "ab1-", "AB1-", "AB1-"},
+        {TabulaControl::NumericOnly, 0, "1a-2.3.x4", "1-2.3.4", "1-2.3.4"},
+        {TabulaControl::NoMask, 3, "abcdef", "abc", "abc"},
+        {TabulaControl::DateOnly, 0, "3/7/24/", "03/07/2024", "03/07/2024"},
     };
-    const Case cases[] = {
-        {TabulaControl::Uppercase, "ab1-", "AB1-"},
-        {TabulaControl::NumericOnly, "1a-2.3.x4", "1-2.3.4"},
-        {TabulaControl::NoMask, "aZ", "aZ"},
-    };
-    for (const Case& c : cases) {
-        s().mColMask(1) = c.mask;
-        s().mCells.setText(1, 1, "");
-        g().GridEdit(32);
-        QTest::keyClicks(edit(), c.typed);
-        EXPECT_EQ(edit()->text(), c.shown) << c.typed;
-        press(Qt::Key_Escape);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.typed);
+        grid().setColMask(1, c.mask);
+        grid().setColEditWidth(1, c.width);
+        grid().setTextMatrix(1, 1, "");
+        grid().DblClick();
+        QTest::keyClicks(editor(), c.typed);
+        EXPECT_EQ(editor()->text(), c.shown);
+        QTest::keyClick(editor(), Qt::Key_Return);
+        EXPECT_EQ(grid().TextMatrix(1, 1), c.stored);
     }
+    grid().setColEditWidth(9, 4);
+    grid().setColEditWidth(1, -1);
+    EXPECT_EQ(grid().ColEditWidth(1), 0) << "bad arguments are ignored";
 }
 
-TEST_F(Editor, ColEditWidthLimitsTheTextAndIgnoresBadArguments)
+TEST_F(Editor, ADateColumnStoresNothingForAnImpossibleDate)
 {
-    g().setColEditWidth(1, 3);
-    g().GridEdit('a');
-    QTest::keyClicks(edit(), "bcdef");
-    EXPECT_EQ(edit()->text(), "abc");
-    press(Qt::Key_Escape);
-    g().setColEditWidth(9, 4);
-    g().setColEditWidth(1, -1);
-    EXPECT_EQ(s().mColEditWidth(1), 3);
+    grid().setColMask(1, TabulaControl::DateOnly);
+    grid().DblClick();
+    editor()->setText("13/45/2000");
+    QTest::keyClick(editor(), Qt::Key_Return);
+    EXPECT_EQ(grid().TextMatrix(1, 1), "");
 }
 
-TEST_F(Editor, HideEditCommitsAndReportsTheStoredText)
+namespace {
+
+struct DateTyping {
+    const char* keys;
+    const char* shown;
+};
+
+class DateColumnTyping : public Editor, public ::testing::WithParamInterface<DateTyping> {};
+
+}  // namespace
+
+TEST_P(DateColumnTyping, BuildsTheDateAsItIsTyped)
 {
-    g().GridEdit('k');
-    log.clear();
-    g().HideEdit();
-    EXPECT_EQ(s().mCells.Text(1, 1), "k");
-    EXPECT_FALSE(s().mEditing);
-    EXPECT_EQ(log, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,k)"}));
+    grid().setColMask(1, TabulaControl::DateOnly);
+    grid().DblClick();
+    QTest::keyClicks(editor(), GetParam().keys);
+    EXPECT_EQ(editor()->text(), GetParam().shown) << GetParam().keys;
 }
 
-TEST_F(Editor, DateColumnsAreMaskedWhileTypedAndStoreNormalisedDatesOrNothing)
-{
-    s().mColMask(1) = TabulaControl::DateOnly;
-    g().GridEdit(32);
-    QTest::keyClicks(edit(), "3/7/24/");
-    EXPECT_EQ(edit()->text(), "03/07/2024");
-    press(Qt::Key_Return);
-    EXPECT_EQ(s().mCells.Text(1, 1), "03/07/2024");
-    g().GridEdit(32);
-    edit()->setText("13/45/2000");
-    press(Qt::Key_Return);
-    EXPECT_EQ(s().mCells.Text(1, 1), "");
-}
+INSTANTIATE_TEST_SUITE_P(Keys, DateColumnTyping,
+                         ::testing::Values(DateTyping{"03072024", "03/07/2024"}, DateTyping{"372024", "03/07/2024"},
+                                           DateTyping{"1/5/24/", "01/05/2024"}, DateTyping{"12/31/99/", "12/31/1999"},
+                                           DateTyping{"13", "1"}, DateTyping{"0230", "02/03/0"},
+                                           DateTyping{"0229", "02/29/"}, DateTyping{"0431", "04/3"},
+                                           DateTyping{"1a2", "12/"}, DateTyping{"12/31/20245", "12/31/2024"},
+                                           DateTyping{"12/3\b", "12/"}, DateTyping{"12/\b", "12"},
+                                           DateTyping{"00", "0"}));

@@ -1,5 +1,4 @@
 #include "tests/navigation/NavigationFixture.h"
-#include "tests/support/EngineFixture.h"
 
 using TabulaControl::SelectionByCol;
 using TabulaControl::SelectionByRow;
@@ -123,7 +122,6 @@ TEST_F(Keyboard, AnArrowThatMovesNothingStillClosesTheEditor)
     openEditorWith(Qt::Key_A);
     key(Qt::Key_Left);
     EXPECT_FALSE(editor()->isVisible());
-    EXPECT_EQ(current(), "1,1");
     EXPECT_EQ(log().entries, QStringList({"KeyDown(37,0)", "KeyUp(37,0)"}));
 }
 
@@ -206,30 +204,3 @@ TEST_F(Keyboard, ArrowsCloseAnOpenDropDownList)
     EXPECT_EQ(current(), "2,1");
     EXPECT_TRUE(child("cmdLookup")->isVisible()) << "the drop-down button follows the current cell";
 }
-
-namespace {
-
-class PagingState : public TabulaTest::EngineFixture {
-protected:
-    void SetUp() override
-    {
-        EngineFixture::SetUp();
-        g().setRows(10);
-        QObject::connect(&events_, &TabulaControl::TabulaEvents::RowColChange, [this] { ++moves; });
-    }
-    int moves = 0;
-};
-
-}  // namespace
-
-TEST_F(PagingState, WithoutAPageCountPagingMovesNothing)
-{
-    s().mRow = 4;
-    for (int16_t pageKey : {34, 33}) {
-        s().mPageRows = 0;
-        g().picGrid_KeyUp(pageKey, 0);
-        EXPECT_EQ(s().mRow, 4) << pageKey;
-    }
-    EXPECT_EQ(moves, 0);
-}
-

@@ -1,7 +1,5 @@
 #include "tests/navigation/NavigationFixture.h"
-#include "tests/support/EngineFixture.h"
 
-using TabulaControl::ComponentError;
 using TabulaControl::SelectionByCol;
 using TabulaControl::SelectionByRow;
 using TabulaControl::SelectionFree;
@@ -9,11 +7,11 @@ using TabulaControl::SelectModes;
 
 namespace {
 
-class HitTest : public TabulaTest::EngineFixture {};
+class HitTest : public TabulaTest::NavigationFixture {};
 
 }  // namespace
 
-TEST_F(HitTest, FindsTheRowOrColumnUnderThePointOrMinusOneOffAllOfThem)
+TEST_F(HitTest, MouseRowAndMouseColNameTheLineUnderThePointOrMinusOneOffAllOfThem)
 {
     // Ten rows of 15 pixels under a header row of 15, ten columns of 64 right
     // of a header column of 32.
@@ -34,16 +32,23 @@ TEST_F(HitTest, FindsTheRowOrColumnUnderThePointOrMinusOneOffAllOfThem)
         {Col, Header, Grid, 1, 98.5f, -1}, {Col, Header, Grid, 1, 99.0f, 2}, {Col, Header, Grid, 4, 99.0f, 5},
         {Col, NoHeader, Grid, 1, 1.0f, 0}, {Col, NoHeader, Grid, 1, 1.5f, 1}, {Col, Header, NoGrid, 1, 97.5f, 2},
     };
-    g().setRows(10);
-    g().setCols(10);
+    grid().setRows(10);
+    grid().setCols(10);
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << (c.rows ? "row" : "col") << " at " << c.at << " header " << c.header
                                         << " grid " << c.showGrid << " from " << c.firstShown);
-        s().mColHeader = s().mRowHeader = c.header;
-        s().mShowGrid = c.showGrid;
-        s().mTopRow = s().mLeftCol = c.firstShown;
-        EXPECT_EQ(c.rows ? g().RowFromPoint(50, c.at) : g().ColFromPoint(c.at, 50), c.expected);
-        EXPECT_EQ(s().mGridLineWidth, c.showGrid ? 1 : 0);
+        grid().setColHeader(c.header);
+        grid().setRowHeader(c.header);
+        grid().setShowGrid(c.showGrid);
+        grid().setTopRow(c.firstShown);
+        grid().setLeftCol(c.firstShown);
+        if (c.rows) {
+            grid().MouseMove(0, 0, 50, c.at);
+            EXPECT_EQ(grid().MouseRow(), c.expected);
+        } else {
+            grid().MouseMove(0, 0, c.at, 50);
+            EXPECT_EQ(grid().MouseCol(), c.expected);
+        }
     }
 }
 
@@ -388,10 +393,7 @@ TEST_F(Mouse, FailuresNameTheMemberOrTheNotification)
 {
     QObject::connect(grid().events(), &TabulaControl::TabulaEvents::RowColChange,
                      [] { throw std::runtime_error("host failure"); });
-    const ComponentError direct = TabulaTest::errorOf([&] { grid().MouseDown(1, 0, 50, 50); });
-    EXPECT_EQ(direct.Source, "TabulaControl.Tabula.MouseDown");
-    EXPECT_EQ(direct.Number, ComponentError::ErrorNumber);
-    EXPECT_TRUE(direct.Description.startsWith("Tabula component failureat line "));
+    EXPECT_EQ(TabulaTest::errorOf([&] { grid().MouseDown(1, 0, 50, 50); }).Source, "TabulaControl.Tabula.MouseDown");
     const auto sources = errorSources();
     click(centre(1, 1));
     EXPECT_EQ(sources->value(0), "TabulaControl.Tabula.picGrid_MouseDown");
@@ -407,78 +409,47 @@ TEST_F(Mouse, APressClosesAnOpenDropDownList)
 
 namespace {
 
-// Ten rows and five columns on the plain 400 x 300 host.
-class HeaderMarks : public TabulaTest::EngineFixture {
-protected:
-    void SetUp() override
-    {
-        EngineFixture::SetUp();
-        g().setRows(10);
-    }
-    bool marked(int16_t row, int16_t col) { return s().mCells.Value(row, col) == -1; }
-    int markedCount()
-    {
-        int count = 0;
-        for (int16_t c = 0; c <= 5; ++c)
-            count += marked(0, c);
-        for (int16_t r = 1; r <= 10; ++r)
-            count += marked(r, 0);
-        return count;
-    }
-    void pressAt(float x, float y) { g().MouseDown(1, 0, x, y); }
+struct HeaderMarkCase {
+    const char* name;
+    SelectModes mode;
+    int32_t row, col;
+    const char* pressed;  // the corner, column headers 1 and 3, row headers 1 and 4
 };
 
-constexpr float ColumnThreeHeaderX = 195, HeaderY = 8, RowFourHeaderY = 72, HeaderColumnX = 16;
-constexpr float CellTwoTwoX = 130, CellTwoTwoY = 40;
+const HeaderMarkCase headerMarkCases[] = {
+    {"column_header_by_column", SelectionByCol, 0, 3, "..P.."},
+    {"column_header_free", SelectionFree, 0, 3, "....."},
+    {"row_header_by_row", SelectionByRow, 4, 0, "....P"},
+    {"row_header_free", SelectionFree, 4, 0, "....."},
+    {"corner", SelectionFree, 0, 0, ".PPPP"},
+};
+
+class HeaderMark : public Mouse, public ::testing::WithParamInterface<HeaderMarkCase> {
+protected:
+    // 'P' where the header's top edge is dark, as a pressed button draws it.
+    QString pressedHeaders()
+    {
+        QString result;
+        for (auto [row, col] : {std::pair{0, 0}, {0, 1}, {0, 3}, {1, 0}, {4, 0}}) {
+            const QRect r = cell(row, col);
+            result += pixel(r.left() + 6, r.top()) == TabulaTest::Black ? 'P' : '.';
+        }
+        return result;
+    }
+};
 
 }  // namespace
 
-TEST_F(HeaderMarks, AColumnHeaderPressInColumnModeDrawsItPressedUntilTheNextPress)
+TEST_P(HeaderMark, AHeaderPressDrawsTheSelectedHeadersPressedUntilTheNextPress)
 {
-    // The top edge of column 3's header: light when raised, dark when pressed.
-    constexpr int TopEdgeX = 34 + 2 * 65 + 6, TopEdgeY = 1;
-    s().mSelectionMode = SelectionByCol;
-    EXPECT_EQ(pixel(TopEdgeX, TopEdgeY), TabulaTest::White);
-    pressAt(ColumnThreeHeaderX, HeaderY);
-    EXPECT_TRUE(marked(0, 3));
-    EXPECT_EQ(markedCount(), 1);
-    EXPECT_TRUE(s().mHeaderClicked && s().mColumnsSelected);
-    EXPECT_EQ(pixel(TopEdgeX, TopEdgeY), TabulaTest::Black);
-    pressAt(CellTwoTwoX, CellTwoTwoY);
-    EXPECT_EQ(markedCount(), 0);
-    EXPECT_FALSE(s().mHeaderClicked);
-    EXPECT_EQ(pixel(TopEdgeX, TopEdgeY), TabulaTest::White);
+    const HeaderMarkCase& c = GetParam();
+    grid().setSelectionMode(c.mode);
+    EXPECT_EQ(pressedHeaders(), ".....");
+    clickCell(c.row, c.col);
+    EXPECT_EQ(pressedHeaders(), c.pressed);
+    clickCell(2, 2);
+    EXPECT_EQ(pressedHeaders(), ".....");
 }
 
-TEST_F(HeaderMarks, ARowHeaderPressMarksItInRowModeOnly)
-{
-    pressAt(ColumnThreeHeaderX, HeaderY);
-    pressAt(HeaderColumnX, RowFourHeaderY);
-    EXPECT_EQ(markedCount(), 0) << "free mode marks no header";
-    s().mSelectionMode = SelectionByRow;
-    pressAt(HeaderColumnX, RowFourHeaderY);
-    EXPECT_TRUE(marked(4, 0));
-    EXPECT_EQ(markedCount(), 1);
-    EXPECT_TRUE(s().mRowsSelected);
-}
-
-TEST_F(HeaderMarks, TheCornerMarksEveryHeaderCellAndThePressAfterClearsThem)
-{
-    pressAt(HeaderColumnX, HeaderY);
-    EXPECT_EQ(markedCount(), 15);
-    EXPECT_FALSE(marked(0, 0));
-    EXPECT_TRUE(s().mRowsSelected && s().mColumnsSelected);
-    g().MouseUp(1, 0, HeaderColumnX, HeaderY);
-    EXPECT_FALSE(s().mRowsSelected || s().mColumnsSelected || s().mMouseDown);
-    pressAt(CellTwoTwoX, CellTwoTwoY);
-    EXPECT_EQ(markedCount(), 0);
-}
-
-TEST_F(HeaderMarks, OnlyMarksWithinTheSelectionAreTakenOff)
-{
-    for (auto [row, col] : {std::pair{0, 0}, {0, 5}, {7, 0}})
-        s().mCells.setValue(row, col, -1);
-    pressAt(CellTwoTwoX, CellTwoTwoY);
-    EXPECT_FALSE(marked(0, 0)) << "the corner is always taken off";
-    EXPECT_TRUE(marked(0, 5) && marked(7, 0));
-}
+INSTANTIATE_TEST_SUITE_P(Mouse, HeaderMark, ::testing::ValuesIn(headerMarkCases),
+                         [](const auto& info) { return std::string(info.param.name); });

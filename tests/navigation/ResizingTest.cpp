@@ -1,51 +1,9 @@
 #include "tests/navigation/NavigationFixture.h"
-#include "tests/support/EngineFixture.h"
 
 #include <vector>
 
 using TabulaTest::Face;
 using TabulaTest::White;
-
-namespace {
-
-class Sizers : public TabulaTest::EngineFixture {};
-
-}  // namespace
-
-TEST_F(Sizers, MarkEveryShownColumnBorderWithinTheControlsWidth)
-{
-    // Columns of 64 on a 400 pixel wide host.
-    const struct {
-        bool rowHeader;
-        int32_t cols, leftCol, colThreeWidth;
-        std::vector<int32_t> expected;
-    } cases[] = {
-        {true, 5, 1, 64, {32, 97, 162, 227, 292, 357}},
-        {true, 20, 1, 64, {32, 97, 162, 227, 292, 357}},
-        {false, 5, 1, 64, {65, 130, 195, 260, 325}},
-        {false, 7, 1, 64, {65, 130, 195, 260, 325, 390}},
-        {true, 5, 3, 10, {32, 43, 108, 173}},
-    };
-    for (const auto& c : cases) {
-        s().mRowHeader = c.rowHeader;
-        g().setCols(c.cols);
-        s().mColWidth(3) = c.colThreeWidth;
-        s().mLeftCol = c.leftCol;
-        g().SetSizers();
-        EXPECT_EQ(s().mColSizers, c.expected) << c.rowHeader << " " << c.cols << " " << c.leftCol;
-        EXPECT_TRUE(s().mRowSizers.empty());
-    }
-}
-
-TEST_F(Sizers, AreKeptWhileResizingIsNotAllowed)
-{
-    g().SetSizers();
-    s().mAllowUserResizing = false;
-    s().mColWidth(1) = 10;
-    s().mColSizers.push_back(999);
-    g().SetSizers();
-    EXPECT_EQ(s().mColSizers, (std::vector<int32_t>{32, 97, 162, 227, 292, 357, 999}));
-}
 
 namespace {
 
@@ -86,9 +44,14 @@ TEST_F(Resizing, TheSizingPointerShowsWithinTwoPixelsOfABorderOnTheHeaderRowOnly
     };
     for (const auto& c : cases)
         EXPECT_EQ(pointerAt(c.x, c.y), c.pointer) << c.x << "," << c.y;
+    grid().setRowHeader(false);
+    grid().setCols(7);
+    EXPECT_EQ(pointerAt(65), 9);
+    EXPECT_EQ(pointerAt(390), 9) << "a border past the surface but inside the control";
+    EXPECT_EQ(pointerAt(97), 0);
     grid().setColHeader(false);
-    EXPECT_EQ(pointerAt(97, 1), 0);
-    EXPECT_EQ(pointerAt(97, 8), 0);
+    EXPECT_EQ(pointerAt(65, 1), 0);
+    EXPECT_EQ(pointerAt(65, 8), 0);
 }
 
 TEST_F(Resizing, DraggingABorderSetsTheColumnWidthOnRelease)
@@ -153,28 +116,21 @@ TEST_P(BorderDrag, ResizesOnlyTheColumnOfTheGrabbedBorder)
 INSTANTIATE_TEST_SUITE_P(Resizing, BorderDrag, ::testing::ValuesIn(borderCases),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(Resizing, TheBarStopsBeforeTheVerticalScrollBar)
+TEST_F(Resizing, TheBarStopsBeforeTheVerticalScrollBarOrAtTheSurfaceWidth)
 {
-    grid().setRows(50);
-    ASSERT_TRUE(vertical()->isVisible());
-    grabBorder(97);
-    dragTo(QPoint(300, 8));
-    dragTo(QPoint(390, 8));
-    EXPECT_EQ(sizer()->x(), 300);
-    dragTo(QPoint(378, 8));
-    EXPECT_EQ(sizer()->x(), 378);
-    release(QPoint(378, 8));
-    EXPECT_EQ(grid().ColWidth(1), 346);
-}
-
-TEST_F(Resizing, WithoutScrollBarTheBarStopsAtTheSurfaceWidth)
-{
-    ASSERT_FALSE(vertical()->isVisible());
-    grabBorder(97);
-    dragTo(QPoint(395, 8));
-    dragTo(QPoint(396, 8));
-    EXPECT_EQ(sizer()->x(), 395);
-    release(QPoint(396, 8));
+    for (auto [rows, limit, width] : {std::tuple{10, 395, 363}, {50, 378, 346}}) {
+        grid().setRows(rows);
+        ASSERT_EQ(vertical()->isVisible(), rows == 50);
+        grabBorder(97);
+        dragTo(QPoint(300, 8));
+        dragTo(QPoint(limit + 1, 8));
+        EXPECT_EQ(sizer()->x(), 300) << "past the limit the bar stays, " << rows << " rows";
+        dragTo(QPoint(limit, 8));
+        EXPECT_EQ(sizer()->x(), limit) << rows << " rows";
+        release(QPoint(limit, 8));
+        EXPECT_EQ(grid().ColWidth(1), width) << rows << " rows";
+        grid().setColWidth(1, 64);
+    }
 }
 
 TEST_F(Resizing, DisallowingResizingTakesEffectAtTheNextRebuild)

@@ -54,6 +54,12 @@ const Poison poisons[] = {
     {"top_row_int_max", [](Tabula& g) { refreshAfter(g, [&] { g.setTopRow(INT32_MAX); }); }},
     {"top_row_int_min", [](Tabula& g) { refreshAfter(g, [&] { g.setTopRow(INT32_MIN); }); }},
     {"row_negative", [](Tabula& g) { g.setRow(-7); }},
+    {"row_negative_then_far_top_row",
+     [](Tabula& g) {
+         g.setRow(-1);
+         g.setTopRow(INT32_MIN);
+         g.setRows(259);
+     }},
     {"col_negative", [](Tabula& g) { g.setCol(-7); }},
     {"selection_beyond_the_grid",
      [](Tabula& g) {

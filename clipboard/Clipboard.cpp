@@ -1,0 +1,202 @@
+#include "clipboard/TabSeparated.h"
+#include "core/Facade.h"
+
+#include <QClipboard>
+#include <QDebug>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMimeData>
+
+namespace TabulaControl::detail {
+
+namespace {
+
+CellRows textsOf(const Grid& g, const QRect& block)
+{
+    CellRows rows;
+    for (int32_t row = block.top(); row <= block.bottom(); ++row) {
+        QStringList cells;
+        for (int32_t col = block.left(); col <= block.right(); ++col)
+            cells << g.TextMatrix(row, col);
+        rows << cells;
+    }
+    return rows;
+}
+
+// The text a user typing value into the column's editor would get: the
+// key rule of the column's mask, then the editor's maximum length.
+QString typedText(const GridState& s, int32_t col, const QString& value)
+{
+    QString typed;
+    for (QChar c : value) {
+        if (s.mColMask(col) == Uppercase)
+            c = c.toUpper();
+        const bool numeric = (c >= QLatin1Char('0') && c <= QLatin1Char('9')) || c == QLatin1Char('-') || c == QLatin1Char('.');
+        if (s.mColMask(col) == NumericOnly && !numeric)
+            continue;
+        typed += c;
+    }
+    const int16_t maxLength = s.mColEditWidth(col);
+    return maxLength > 0 ? typed.left(maxLength) : typed;
+}
+
+// Stores one value as a committed edit would: BeforeEdit may cancel it, the
+// column's mask and Validate shape it, AfterEdit reports what was stored.
+void pasteCell(Grid& g, int32_t row, int32_t col, const QString& value)
+{
+    if (!g.s.mColAllowEdit(col))
+        return;
+    bool cancel = false;
+    g.events.BeforeEdit(row, col, cancel);
+    if (cancel)
+        return;
+    g.s.mCells.setText(to16(row), to16(col), g.Validate(typedText(g.s, col, value), col));
+    g.events.AfterEdit(row, col, g.TextMatrix(row, col));
+}
+
+int32_t pasteRows(Grid& g, const CellRows& rows)
+{
+    const int32_t top = std::max(g.s.mRow, 1);
+    const int32_t left = std::max(g.s.mCol, 1);
+    int32_t dropped = 0;
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        for (qsizetype j = 0; j < rows[i].size(); ++j) {
+            const int64_t row = top + i, col = left + j;
+            if (row > g.s.mRows || col > g.s.mCols)
+                ++dropped;
+            else
+                pasteCell(g, static_cast<int32_t>(row), static_cast<int32_t>(col), rows[i][j]);
+        }
+    }
+    return dropped;
+}
+
+bool isClipboardKey(QKeyEvent* e) { return e->matches(QKeySequence::Copy) || e->matches(QKeySequence::Paste); }
+
+// Turns the standard copy and paste keys on the surface into copySelection()
+// and paste(); their key release is swallowed as well.
+class ClipboardShortcuts : public QObject {
+public:
+    static constexpr const char* Name = "clipboardShortcuts";
+
+    ClipboardShortcuts(QObject* surface, Tabula& grid) : QObject(surface), grid_(grid)
+    {
+        setObjectName(QLatin1String(Name));
+        surface->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::ShortcutOverride:
+            if (!isClipboardKey(static_cast<QKeyEvent*>(event)))
+                return false;
+            event->accept();
+            return true;
+        case QEvent::KeyPress:
+            return handlePress(static_cast<QKeyEvent*>(event));
+        case QEvent::KeyRelease:
+            return swallowRelease(static_cast<QKeyEvent*>(event));
+        default:
+            return false;
+        }
+    }
+
+private:
+    bool handlePress(QKeyEvent* e)
+    {
+        if (!isClipboardKey(e))
+            return false;
+        swallowedKey_ = e->key();
+        try {
+            if (e->matches(QKeySequence::Copy))
+                grid_.copySelection();
+            else
+                grid_.paste();
+        } catch (const ComponentError& error) {
+            qWarning().noquote() << error.Source << error.Description;
+            emit grid_.errorOccurred(error);
+        }
+        return true;
+    }
+
+    bool swallowRelease(QKeyEvent* e)
+    {
+        if (swallowedKey_ == 0 || e->key() != swallowedKey_)
+            return false;
+        if (!e->isAutoRepeat())
+            swallowedKey_ = 0;
+        return true;
+    }
+
+    Tabula& grid_;
+    int swallowedKey_ = 0;
+};
+
+}  // namespace
+
+}  // namespace TabulaControl::detail
+
+namespace TabulaControl {
+
+void Tabula::copySelection() const
+{
+    call("copySelection", [&] {
+        const detail::CellRows rows = detail::textsOf(*grid_, detail::selectedBlock(*this));
+        auto* data = new QMimeData;
+        data->setText(detail::toTabSeparated(rows));
+        data->setHtml(detail::toHtmlTable(rows));
+        QGuiApplication::clipboard()->setMimeData(data);
+    });
+}
+
+int32_t Tabula::paste()
+{
+    const int32_t dropped = call("paste", [&] {
+        if (grid_->s.mEditing)
+            grid_->EndEdit();
+        const int32_t count = detail::pasteRows(*grid_, detail::fromTabSeparated(QGuiApplication::clipboard()->text()));
+        if (grid_->s.mAutoRedraw)
+            grid_->Refresh();
+        return count;
+    });
+    if (dropped > 0)
+        emit pasteClipped(dropped);
+    return dropped;
+}
+
+bool Tabula::clipboardShortcuts() const
+{
+    const QWidget* surface = grid_->ui.picGrid.widget();
+    return surface && surface->findChild<QObject*>(QLatin1String(detail::ClipboardShortcuts::Name),
+                                                   Qt::FindDirectChildrenOnly);
+}
+
+void Tabula::setClipboardShortcuts(bool enabled)
+{
+    QWidget* surface = grid_->ui.picGrid.widget();
+    if (!surface || enabled == clipboardShortcuts())
+        return;
+    if (enabled)
+        new detail::ClipboardShortcuts(surface, *this);
+    else
+        delete surface->findChild<QObject*>(QLatin1String(detail::ClipboardShortcuts::Name),
+                                            Qt::FindDirectChildrenOnly);
+}
+
+QRect Tabula::cellRect(int32_t Row, int32_t Col) const
+{
+    return call("cellRect", [&]() -> QRect {
+        const detail::GridState& s = grid_->s;
+        if (Row < s.mTopRow || Col < s.mLeftCol || Row > s.mRows || Col > s.mCols)
+            return {};
+        int32_t x = 0, y = 0;
+        if (grid_->GetCellCoordinates(Row, Col, x, y))
+            return {};
+        const QPoint surface = grid_->ui.picGrid.widget()->mapTo(this, QPoint(0, 0));
+        return QRect(x, y, s.mColWidth(Col), s.mRowHeight(Row)).translated(surface);
+    });
+}
+
+}  // namespace TabulaControl

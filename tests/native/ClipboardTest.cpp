@@ -1,0 +1,148 @@
+#include "tests/support/GridFixture.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+
+using TabulaControl::Tabula;
+
+namespace {
+
+// A grid of 3 rows and 3 columns whose cells read "r,c".
+class Clipboard : public TabulaTest::GridFixture {
+protected:
+    void SetUp() override
+    {
+        GridFixture::SetUp();
+        grid().setRows(3);
+        grid().setCols(3);
+        for (int32_t row = 1; row <= 3; ++row) {
+            for (int32_t col = 1; col <= 3; ++col)
+                grid().setTextMatrix(row, col, QString("%1,%2").arg(row).arg(col));
+        }
+        log().clear();
+    }
+    static QClipboard* clipboard() { return QApplication::clipboard(); }
+    // Every data cell, rows joined by "/" and cells by " ".
+    QString cells()
+    {
+        QStringList rows;
+        for (int32_t row = 1; row <= grid().Rows(); ++row) {
+            QStringList texts;
+            for (int32_t col = 1; col <= grid().Cols(); ++col)
+                texts << grid().TextMatrix(row, col);
+            rows << texts.join(' ');
+        }
+        return rows.join('/');
+    }
+    void select(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
+    {
+        grid().setRow1(row1);
+        grid().setCol1(col1);
+        grid().setRow2(row2);
+        grid().setCol2(col2);
+    }
+    QWidget* surface() { return grid().findChild<QWidget*>("picGrid"); }
+};
+
+}  // namespace
+
+TEST_F(Clipboard, CopiesTheSelectedBlockOrElseTheCurrentCellAsTextAndHtml)
+{
+    grid().setRow(2);
+    grid().setCol(3);
+    select(2, 3, 2, 3);
+    grid().copySelection();
+    EXPECT_EQ(clipboard()->text(), "2,3\n");
+
+    select(3, 2, 2, 0);
+    grid().setTextMatrix(2, 1, "a\tb \"q\"");
+    grid().setTextMatrix(3, 2, "<b>");
+    grid().copySelection();
+    EXPECT_EQ(clipboard()->text(), "\"a\tb \"\"q\"\"\"\t2,2\n3,1\t<b>\n");
+    EXPECT_EQ(clipboard()->mimeData()->html(),
+              "<table><tr><td>a\tb &quot;q&quot;</td><td>2,2</td></tr><tr><td>3,1</td><td>&lt;b&gt;</td></tr></table>");
+}
+
+namespace {
+
+struct PasteCase {
+    const char* name;
+    const char* text;
+    int32_t row, col;
+    const char* cells;
+    int32_t dropped;
+    std::function<void(Tabula&)> prepare;
+};
+
+const PasteCase pasteCases[] = {
+    {"a_block_from_the_current_cell", "a\tb\nc\td\n", 2, 2, "1,1 1,2 1,3/2,1 a b/3,1 c d", 0, nullptr},
+    {"quoted_cells_keep_tabs_and_line_breaks", "\"x\ty\"\t\"p\nq\"", 1, 1, "x\ty p\nq 1,3/2,1 2,2 2,3/3,1 3,2 3,3", 0, nullptr},
+    {"cells_beyond_the_grid_are_reported", "a\tb\tc\nd\te\tf\n", 3, 2, "1,1 1,2 1,3/2,1 2,2 2,3/3,1 a b", 4, nullptr},
+    {"the_column_mask_shapes_the_value", "abc\t1a-2.b\t3/7/24", 1, 1, "ABC 1-2. 03/07/2024/2,1 2,2 2,3/3,1 3,2 3,3", 0,
+     [](Tabula& g) {
+         g.setColMask(1, TabulaControl::Uppercase);
+         g.setColMask(2, TabulaControl::NumericOnly);
+         g.setColMask(3, TabulaControl::DateOnly);
+     }},
+    {"the_edit_width_limits_the_value", "abcdef", 1, 1, "abc 1,2 1,3/2,1 2,2 2,3/3,1 3,2 3,3", 0,
+     [](Tabula& g) { g.setColEditWidth(1, 3); }},
+    {"a_column_that_allows_no_edit_keeps_its_text", "a\tb", 1, 1, "1,1 b 1,3/2,1 2,2 2,3/3,1 3,2 3,3", 0,
+     [](Tabula& g) { g.setColAllowEdit(1, false); }},
+};
+
+class Paste : public Clipboard, public ::testing::WithParamInterface<PasteCase> {};
+
+}  // namespace
+
+TEST_P(Paste, StoresEachCellAsAnEditWould)
+{
+    const PasteCase& c = GetParam();
+    if (c.prepare)
+        c.prepare(grid());
+    grid().setRow(c.row);
+    grid().setCol(c.col);
+    clipboard()->setText(c.text);
+    QSignalSpy clipped(&grid(), &Tabula::pasteClipped);
+    EXPECT_EQ(grid().paste(), c.dropped);
+    EXPECT_EQ(cells(), c.cells);
+    EXPECT_EQ(clipped.size(), c.dropped > 0 ? 1 : 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Clipboard, Paste, ::testing::ValuesIn(pasteCases),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(Clipboard, PasteRaisesTheEditEventsAndACancelledCellKeepsItsText)
+{
+    log().onBeforeEdit = [](int32_t, int32_t col, bool& cancel) { cancel = col == 2; };
+    clipboard()->setText("a\tb");
+    grid().paste();
+    EXPECT_EQ(cells().section('/', 0, 0), "a 1,2 1,3");
+    EXPECT_EQ(log().entries, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,a)", "BeforeEdit(1,2)"}));
+}
+
+TEST_F(Clipboard, CtrlCAndCtrlVReachTheGridUntilTheShortcutsAreTurnedOn)
+{
+    EXPECT_FALSE(grid().clipboardShortcuts());
+    clipboard()->setText("pasted");
+    QTest::keyClick(surface(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(log().only({"KeyPress", "BeforeEdit"}), QStringList({"KeyPress(99)", "BeforeEdit(1,1)"}));
+    EXPECT_EQ(clipboard()->text(), "pasted");
+    QTest::keyClick(grid().findChild<QWidget*>("txtEdit"), Qt::Key_Escape);
+
+    grid().setClipboardShortcuts(true);
+    EXPECT_TRUE(grid().clipboardShortcuts());
+    grid().setRow(2);
+    grid().setCol(2);
+    log().clear();
+    QTest::keyClick(surface(), Qt::Key_V, Qt::ControlModifier);
+    QTest::keyClick(surface(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(log().entries, QStringList({"KeyDown(17,2)", "BeforeEdit(2,2)", "AfterEdit(2,2,pasted)", "KeyUp(17,0)",
+                                          "KeyDown(17,2)", "KeyUp(17,0)"}));
+    EXPECT_EQ(clipboard()->text(), "pasted\n");
+
+    grid().setClipboardShortcuts(false);
+    EXPECT_FALSE(grid().clipboardShortcuts());
+}
