@@ -1,0 +1,143 @@
+#include "fuzz/Harness.h"
+
+#include <QApplication>
+
+namespace TabulaFuzz {
+
+using TabulaControl::ComponentError;
+using TabulaControl::Tabula;
+
+Harness::Harness() { replaceGrid(std::make_unique<Tabula>()); }
+
+Harness::~Harness()
+{
+    grid_.reset();
+    settle();
+}
+
+QWidget* Harness::child(const char* name) const { return grid_->findChild<QWidget*>(QLatin1String(name)); }
+
+QWidget* Harness::keyboardTarget() const
+{
+    QWidget* focus = QApplication::focusWidget();
+    for (QWidget* w = focus; w; w = w->parentWidget())
+        if (w == grid_.get())
+            return focus;
+    return child("picGrid");
+}
+
+void Harness::replaceGrid(std::unique_ptr<Tabula> grid)
+{
+    grid_ = std::move(grid);
+    QObject::connect(grid_.get(), &Tabula::errorOccurred, grid_.get(), [this](const ComponentError& error) {
+        reportedErrors.append(error.Source + QLatin1String(": ") + error.Description);
+    });
+    show();
+}
+
+void Harness::show()
+{
+    grid_->resize(400, 300);
+    grid_->show();
+    grid_->activateWindow();
+    settle();
+}
+
+void settle()
+{
+    QApplication::sendPostedEvents();
+    QApplication::processEvents();
+}
+
+namespace {
+
+bool within(int64_t value, int64_t lo, int64_t hi) { return value >= lo && value <= hi; }
+
+}  // namespace
+
+QStringList invalidFields(const Tabula& grid)
+{
+    const int64_t rows = grid.Rows();
+    const int64_t cols = grid.Cols();
+    const std::pair<const char*, bool> fields[] = {
+        {"Rows", within(rows, 1, 32767)},         {"Cols", within(cols, 1, 32767)},
+        {"Row", within(grid.Row(), 1, rows)},     {"TopRow", within(grid.TopRow(), 1, rows)},
+        {"Col", within(grid.Col(), 1, cols)},     {"LeftCol", within(grid.LeftCol(), 1, cols)},
+        {"Row1", within(grid.Row1(), 0, rows)},   {"Row2", within(grid.Row2(), 0, rows)},
+        {"Col1", within(grid.Col1(), 0, cols)},   {"Col2", within(grid.Col2(), 0, cols)},
+    };
+    QStringList invalid;
+    for (const auto& [name, ok] : fields)
+        if (!ok)
+            invalid << QLatin1String(name);
+    return invalid;
+}
+
+bool isValid(const Tabula& grid) { return invalidFields(grid).isEmpty(); }
+
+QString positions(const Tabula& grid)
+{
+    return QStringLiteral("Rows=%1 Cols=%2 Row=%3 Col=%4 TopRow=%5 LeftCol=%6 Row1=%7 Col1=%8 Row2=%9 Col2=%10")
+        .arg(grid.Rows())
+        .arg(grid.Cols())
+        .arg(grid.Row())
+        .arg(grid.Col())
+        .arg(grid.TopRow())
+        .arg(grid.LeftCol())
+        .arg(grid.Row1())
+        .arg(grid.Col1())
+        .arg(grid.Row2())
+        .arg(grid.Col2());
+}
+
+namespace {
+
+[[noreturn]] void fail(const QString& signature) { throw CheckFailure(signature); }
+
+// Runs the step; a component error is allowed, anything else escaping fails.
+bool runTrapped(Harness& harness, const Operation& op)
+{
+    try {
+        run(harness, op);
+        settle();
+        return false;
+    } catch (const ComponentError&) {
+        settle();
+        return true;
+    } catch (const CheckFailure&) {
+        throw;
+    } catch (const std::exception& e) {
+        fail(QStringLiteral("%1 let a non-component exception escape: %2").arg(nameOf(op), QLatin1String(e.what())));
+    } catch (...) {
+        fail(QStringLiteral("%1 let an unknown exception escape").arg(nameOf(op)));
+    }
+}
+
+QString firstLine(const QStringList& errors) { return errors.isEmpty() ? QString() : errors.first(); }
+
+void checkInput(Harness& harness, const Operation& op)
+{
+    if (!harness.reportedErrors.isEmpty())
+        fail(QStringLiteral("%1 on a valid grid raised errorOccurred: %2").arg(nameOf(op), firstLine(harness.reportedErrors)));
+    if (!isValid(harness.grid()))
+        fail(QStringLiteral("%1 on a valid grid left %2 outside the grid")
+                 .arg(nameOf(op), invalidFields(harness.grid()).join(QLatin1Char(','))));
+}
+
+}  // namespace
+
+bool checkedStep(Harness& harness, const Operation& op)
+{
+    const bool guarded = isInput(op) && isValid(harness.grid());
+    harness.reportedErrors.clear();
+    try {
+        const bool raised = runTrapped(harness, op);
+        if (guarded)
+            checkInput(harness, op);
+        return raised;
+    } catch (const CheckFailure& failure) {
+        throw CheckFailure(QString::fromStdString(failure.what()), positions(harness.grid()));
+    }
+}
+
+}  // namespace TabulaFuzz

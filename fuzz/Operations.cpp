@@ -1,0 +1,713 @@
+#include "fuzz/Harness.h"
+#include "fuzz/Values.h"
+
+#include <QApplication>
+#include <QScrollBar>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <functional>
+
+namespace TabulaFuzz {
+
+using TabulaControl::Tabula;
+
+namespace {
+
+using Generate = std::function<void(Rng&, const Harness&, Operation&)>;
+using Run = std::function<void(Harness&, const Operation&)>;
+using Print = std::function<QString(const Operation&)>;
+
+// A kind of step: how to draw its arguments, run it and print it.
+struct Kind {
+    QString name;
+    bool input = false;
+    int weight = 1;
+    Generate generate;
+    Run run;
+    Print print;
+};
+
+int32_t i32(int64_t v) { return static_cast<int32_t>(v); }
+int16_t i16(int64_t v) { return static_cast<int16_t>(v); }
+
+// Fills %a..%d and %s of a printed line with the step's arguments.
+QString fill(QString format, const Operation& op)
+{
+    format.replace(QLatin1String("%a"), QString::number(op.a));
+    format.replace(QLatin1String("%b"), QString::number(op.b));
+    format.replace(QLatin1String("%c"), QString::number(op.c));
+    format.replace(QLatin1String("%d"), QString::number(op.d));
+    format.replace(QLatin1String("%s"), literal(op.text));
+    return format;
+}
+
+Print host(const char* format)
+{
+    return [format](const Operation& op) { return QStringLiteral("call([&] { grid->%1; });").arg(fill(QLatin1String(format), op)); };
+}
+
+int64_t rows(const Harness& h) { return h.grid().Rows(); }
+int64_t cols(const Harness& h) { return h.grid().Cols(); }
+
+// Keys a user presses on the grid, the editor or the drop-down list.
+struct Key {
+    Qt::Key key;
+    const char* name;
+};
+const std::vector<Key> keys{
+    {Qt::Key_Up, "Key_Up"},         {Qt::Key_Down, "Key_Down"},       {Qt::Key_Left, "Key_Left"},
+    {Qt::Key_Right, "Key_Right"},   {Qt::Key_PageUp, "Key_PageUp"},   {Qt::Key_PageDown, "Key_PageDown"},
+    {Qt::Key_Home, "Key_Home"},     {Qt::Key_End, "Key_End"},         {Qt::Key_Tab, "Key_Tab"},
+    {Qt::Key_Backtab, "Key_Backtab"}, {Qt::Key_Return, "Key_Return"}, {Qt::Key_Enter, "Key_Enter"},
+    {Qt::Key_Escape, "Key_Escape"}, {Qt::Key_Space, "Key_Space"},     {Qt::Key_Delete, "Key_Delete"},
+    {Qt::Key_Insert, "Key_Insert"}, {Qt::Key_Backspace, "Key_Backspace"}, {Qt::Key_F2, "Key_F2"},
+    {Qt::Key_F4, "Key_F4"},         {Qt::Key_A, "Key_A"},             {Qt::Key_Z, "Key_Z"},
+    {Qt::Key_0, "Key_0"},           {Qt::Key_5, "Key_5"},             {Qt::Key_Minus, "Key_Minus"},
+    {Qt::Key_Slash, "Key_Slash"},   {Qt::Key_Period, "Key_Period"},
+};
+
+struct Modifiers {
+    Qt::KeyboardModifiers value;
+    const char* name;
+};
+const std::vector<Modifiers> modifiers{
+    {Qt::NoModifier, "Qt::NoModifier"},
+    {Qt::NoModifier, "Qt::NoModifier"},
+    {Qt::NoModifier, "Qt::NoModifier"},
+    {Qt::ShiftModifier, "Qt::ShiftModifier"},
+    {Qt::ControlModifier, "Qt::ControlModifier"},
+    {Qt::AltModifier, "Qt::AltModifier"},
+    {Qt::ShiftModifier | Qt::ControlModifier, "Qt::ShiftModifier | Qt::ControlModifier"},
+};
+
+struct Button {
+    Qt::MouseButton value;
+    const char* name;
+};
+const std::vector<Button> buttons{
+    {Qt::LeftButton, "Qt::LeftButton"}, {Qt::LeftButton, "Qt::LeftButton"}, {Qt::LeftButton, "Qt::LeftButton"},
+    {Qt::RightButton, "Qt::RightButton"}, {Qt::MiddleButton, "Qt::MiddleButton"},
+};
+
+// Children that take mouse input, by the name a test finds them with.
+const std::vector<const char*> targets{"picGrid", "picGrid", "picGrid", "picGrid", "scrVertical", "scrHorizontal",
+                                       "txtEdit", "cmdButton", "cmdLookup", "List1"};
+
+QWidget* target(const Harness& h, int64_t index)
+{
+    QWidget* w = h.child(targets.at(static_cast<size_t>(index)));
+    if (w && QLatin1String(targets.at(static_cast<size_t>(index))) == QLatin1String("List1"))
+        w = w->findChild<QWidget*>(QStringLiteral("qt_scrollarea_viewport"));
+    return w && w->isVisible() ? w : nullptr;
+}
+
+QString targetLiteral(int64_t index)
+{
+    const QString name = QLatin1String(targets.at(static_cast<size_t>(index)));
+    if (name == QLatin1String("List1"))
+        return QStringLiteral("child(\"List1\")->findChild<QWidget*>(\"qt_scrollarea_viewport\")");
+    return QStringLiteral("child(\"%1\")").arg(name);
+}
+
+// Picks a visible child to point at; packs a point inside it, with a margin,
+// into one argument.
+int64_t pickTarget(Rng& rng, const Harness& h)
+{
+    for (int attempt = 0; attempt < 4; ++attempt) {
+        const auto index = rng.range(0, static_cast<int64_t>(targets.size()) - 1);
+        if (target(h, index))
+            return index;
+    }
+    return 0;
+}
+
+int64_t pointIn(Rng& rng, const Harness& h, int64_t index)
+{
+    QWidget* w = target(h, index);
+    const int width = w ? w->width() : 400;
+    const int height = w ? w->height() : 300;
+    const int64_t x = rng.range(-3, width + 3);
+    const int64_t y = rng.percent(30) ? rng.range(0, 20) : rng.range(-3, height + 3);
+    return (x + 10000) * 100000 + (y + 10000);
+}
+QPoint unpack(int64_t packed) { return QPoint(int(packed / 100000 - 10000), int(packed % 100000 - 10000)); }
+QString pointLiteral(int64_t packed)
+{
+    const QPoint p = unpack(packed);
+    return QStringLiteral("QPoint(%1, %2)").arg(p.x()).arg(p.y());
+}
+
+void generatePointer(Rng& rng, const Harness& h, Operation& op)
+{
+    op.a = pickTarget(rng, h);
+    op.b = pointIn(rng, h, op.a);
+    op.c = pointIn(rng, h, op.a);
+    op.d = rng.range(0, static_cast<int64_t>(buttons.size() * modifiers.size()) - 1);
+}
+const Button& buttonOf(const Operation& op) { return buttons.at(static_cast<size_t>(op.d) % buttons.size()); }
+const Modifiers& modifiersOf(const Operation& op) { return modifiers.at(static_cast<size_t>(op.d) / buttons.size()); }
+
+// A side of the top-level window: tiny, small, the usual or large.
+int64_t extent(Rng& r, int64_t usual, int64_t large)
+{
+    switch (r.range(0, 3)) {
+    case 0: return r.range(0, 5);
+    case 1: return r.range(6, 120);
+    case 2: return usual;
+    default: return r.range(usual, large);
+    }
+}
+
+void drag(QWidget* w, const Operation& op)
+{
+    const QPoint from = unpack(op.b);
+    const QPoint to = unpack(op.c);
+    QTest::mousePress(w, buttonOf(op).value, modifiersOf(op).value, from);
+    QTest::mouseMove(w, (from + to) / 2);
+    QTest::mouseMove(w, to);
+    QTest::mouseRelease(w, buttonOf(op).value, modifiersOf(op).value, to);
+}
+
+void wheel(QWidget* w, const Operation& op)
+{
+    const QPoint at = unpack(op.b);
+    const QPoint delta = op.d ? QPoint(int(op.c), 0) : QPoint(0, int(op.c));
+    QWheelEvent event(at, w->mapToGlobal(at), QPoint(), delta, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(w, &event);
+}
+
+std::vector<Kind> inputKinds()
+{
+    std::vector<Kind> k;
+    k.push_back({"key", true, 40,
+                 [](Rng& r, const Harness&, Operation& op) {
+                     op.a = r.range(0, static_cast<int64_t>(keys.size()) - 1);
+                     op.b = r.range(0, static_cast<int64_t>(modifiers.size()) - 1);
+                 },
+                 [](Harness& h, const Operation& op) {
+                     QTest::keyClick(h.keyboardTarget(), keys.at(size_t(op.a)).key, modifiers.at(size_t(op.b)).value);
+                 },
+                 [](const Operation& op) {
+                     return QStringLiteral("QTest::keyClick(focused(), Qt::%1, %2);")
+                         .arg(QLatin1String(keys.at(size_t(op.a)).name), QLatin1String(modifiers.at(size_t(op.b)).name));
+                 }});
+    k.push_back({"click", true, 18, generatePointer,
+                 [](Harness& h, const Operation& op) {
+                     if (QWidget* w = target(h, op.a))
+                         QTest::mouseClick(w, buttonOf(op).value, modifiersOf(op).value, unpack(op.b));
+                 },
+                 [](const Operation& op) {
+                     return QStringLiteral("QTest::mouseClick(%1, %2, %3, %4);")
+                         .arg(targetLiteral(op.a), QLatin1String(buttonOf(op).name), QLatin1String(modifiersOf(op).name),
+                              pointLiteral(op.b));
+                 }});
+    k.push_back({"doubleClick", true, 5, generatePointer,
+                 [](Harness& h, const Operation& op) {
+                     if (QWidget* w = target(h, op.a))
+                         QTest::mouseDClick(w, buttonOf(op).value, modifiersOf(op).value, unpack(op.b));
+                 },
+                 [](const Operation& op) {
+                     return QStringLiteral("QTest::mouseDClick(%1, %2, %3, %4);")
+                         .arg(targetLiteral(op.a), QLatin1String(buttonOf(op).name), QLatin1String(modifiersOf(op).name),
+                              pointLiteral(op.b));
+                 }});
+    k.push_back({"drag", true, 10, generatePointer,
+                 [](Harness& h, const Operation& op) {
+                     if (QWidget* w = target(h, op.a))
+                         drag(w, op);
+                 },
+                 [](const Operation& op) {
+                     return QStringLiteral("drag(%1, %2, %3, %4, %5);")
+                         .arg(targetLiteral(op.a), QLatin1String(buttonOf(op).name), QLatin1String(modifiersOf(op).name),
+                              pointLiteral(op.b), pointLiteral(op.c));
+                 }});
+    k.push_back({"hover", true, 6, generatePointer,
+                 [](Harness& h, const Operation& op) {
+                     if (QWidget* w = target(h, op.a))
+                         QTest::mouseMove(w, unpack(op.b));
+                 },
+                 [](const Operation& op) {
+                     return QStringLiteral("QTest::mouseMove(%1, %2);").arg(targetLiteral(op.a), pointLiteral(op.b));
+                 }});
+    k.push_back({"wheel", true, 5,
+                 [](Rng& r, const Harness& h, Operation& op) {
+                     generatePointer(r, h, op);
+                     static const std::array<int64_t, 6> deltas{120, -120, 240, -240, 1200, -1200};
+                     op.c = deltas[size_t(r.range(0, 5))];
+                     op.d = r.range(0, 1);
+                 },
+                 [](Harness& h, const Operation& op) {
+                     if (QWidget* w = target(h, op.a))
+                         wheel(w, op);
+                 },
+                 [](const Operation& op) {
+                     return QStringLiteral("wheel(%1, %2, %3);")
+                         .arg(targetLiteral(op.a), pointLiteral(op.b),
+                              op.d ? QStringLiteral("QPoint(%1, 0)").arg(op.c) : QStringLiteral("QPoint(0, %1)").arg(op.c));
+                 }});
+    k.push_back({"resize", true, 4,
+                 [](Rng& r, const Harness&, Operation& op) {
+                     op.a = extent(r, 400, 2500);
+                     op.b = extent(r, 300, 1600);
+                 },
+                 [](Harness& h, const Operation& op) { h.grid().resize(int(op.a), int(op.b)); },
+                 [](const Operation& op) { return fill(QStringLiteral("grid->resize(%a, %b);"), op); }});
+    k.push_back({"wait", true, 2, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(0, 15); },
+                 [](Harness&, const Operation& op) { QTest::qWait(int(op.a)); },
+                 [](const Operation& op) { return fill(QStringLiteral("QTest::qWait(%a);"), op); }});
+    return k;
+}
+
+// Host calls with row and column arguments.
+std::vector<Kind> cellKinds()
+{
+    auto row = [](Rng& r, const Harness& h, Operation& op) { op.a = indexFor(r, rows(h)); };
+    auto col = [](Rng& r, const Harness& h, Operation& op) { op.a = indexFor(r, cols(h)); };
+    auto cell = [](Rng& r, const Harness& h, Operation& op) {
+        op.a = indexFor(r, rows(h));
+        op.b = indexFor(r, cols(h));
+        op.text = text(r);
+    };
+    std::vector<Kind> k;
+    k.push_back({"setRows", false, 6,
+                 [](Rng& r, const Harness&, Operation& op) { op.a = countFrom(r, {0, 1, 1, 2, 3, 10, 10, 40, 200, 3000}); },
+                 [](Harness& h, const Operation& op) { h.grid().setRows(i32(op.a)); }, host("setRows(%a)")});
+    k.push_back({"setCols", false, 4,
+                 [](Rng& r, const Harness&, Operation& op) { op.a = countFrom(r, {0, 1, 2, 3, 5, 5, 8, 20, 60, 300}); },
+                 [](Harness& h, const Operation& op) { h.grid().setCols(i32(op.a)); }, host("setCols(%a)")});
+    k.push_back({"setRow", false, 4, row, [](Harness& h, const Operation& op) { h.grid().setRow(i32(op.a)); }, host("setRow(%a)")});
+    k.push_back({"setCol", false, 4, col, [](Harness& h, const Operation& op) { h.grid().setCol(i32(op.a)); }, host("setCol(%a)")});
+    k.push_back({"setTopRow", false, 3, row, [](Harness& h, const Operation& op) { h.grid().setTopRow(i32(op.a)); },
+                 host("setTopRow(%a)")});
+    k.push_back({"setLeftCol", false, 3, col, [](Harness& h, const Operation& op) { h.grid().setLeftCol(i32(op.a)); },
+                 host("setLeftCol(%a)")});
+    k.push_back({"setRow1", false, 1, row, [](Harness& h, const Operation& op) { h.grid().setRow1(i32(op.a)); }, host("setRow1(%a)")});
+    k.push_back({"setCol1", false, 1, col, [](Harness& h, const Operation& op) { h.grid().setCol1(i32(op.a)); }, host("setCol1(%a)")});
+    k.push_back({"setRow2", false, 1, row, [](Harness& h, const Operation& op) { h.grid().setRow2(i32(op.a)); }, host("setRow2(%a)")});
+    k.push_back({"setCol2", false, 1, col, [](Harness& h, const Operation& op) { h.grid().setCol2(i32(op.a)); }, host("setCol2(%a)")});
+    k.push_back({"setText", false, 3, [](Rng& r, const Harness&, Operation& op) { op.text = text(r); },
+                 [](Harness& h, const Operation& op) { h.grid().setText(op.text); }, host("setText(%s)")});
+    k.push_back({"setTextMatrix", false, 5, cell,
+                 [](Harness& h, const Operation& op) { h.grid().setTextMatrix(i32(op.a), i32(op.b), op.text); },
+                 host("setTextMatrix(%a, %b, %s)")});
+    k.push_back({"TextMatrix", false, 1, cell,
+                 [](Harness& h, const Operation& op) { (void)h.grid().TextMatrix(i32(op.a), i32(op.b)); },
+                 host("TextMatrix(%a, %b)")});
+    k.push_back({"setCellTag", false, 1, cell,
+                 [](Harness& h, const Operation& op) { h.grid().setCellTag(i32(op.a), i32(op.b), op.text); },
+                 host("setCellTag(%a, %b, %s)")});
+    k.push_back({"CellTag", false, 1, cell, [](Harness& h, const Operation& op) { (void)h.grid().CellTag(i32(op.a), i32(op.b)); },
+                 host("CellTag(%a, %b)")});
+    k.push_back({"setRowHeight", false, 2, [row](Rng& r, const Harness& h, Operation& op) { row(r, h, op), op.b = pixels(r); },
+                 [](Harness& h, const Operation& op) { h.grid().setRowHeight(i32(op.a), i32(op.b)); },
+                 host("setRowHeight(%a, %b)")});
+    k.push_back({"setColWidth", false, 3, [col](Rng& r, const Harness& h, Operation& op) { col(r, h, op), op.b = pixels(r); },
+                 [](Harness& h, const Operation& op) { h.grid().setColWidth(i32(op.a), i32(op.b)); },
+                 host("setColWidth(%a, %b)")});
+    k.push_back({"setRowBookmark", false, 1,
+                 [row](Rng& r, const Harness& h, Operation& op) { row(r, h, op), op.b = r.range(0, variantCount() - 1); },
+                 [](Harness& h, const Operation& op) { h.grid().setRowBookmark(i32(op.a), variant(op.b)); },
+                 [](const Operation& op) {
+                     return QStringLiteral("call([&] { grid->setRowBookmark(%1, %2); });").arg(op.a).arg(variantLiteral(op.b));
+                 }});
+    k.push_back({"RowEmpty", false, 1, row, [](Harness& h, const Operation& op) { (void)h.grid().RowEmpty(i32(op.a)); },
+                 host("RowEmpty(%a)")});
+    k.push_back({"RemoveItem", false, 3, row, [](Harness& h, const Operation& op) { h.grid().RemoveItem(i32(op.a)); },
+                 host("RemoveItem(%a)")});
+    k.push_back({"AddItem", false, 4,
+                 [](Rng& r, const Harness&, Operation& op) {
+                     op.text = text(r);
+                     op.b = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
+                     op.c = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
+                 },
+                 [](Harness& h, const Operation& op) { h.grid().AddItem(op.text, variant(op.b), variant(op.c)); },
+                 [](const Operation& op) {
+                     return QStringLiteral("call([&] { grid->AddItem(%1, %2, %3); });")
+                         .arg(literal(op.text), variantLiteral(op.b), variantLiteral(op.c));
+                 }});
+    k.push_back({"Clear", false, 1, {}, [](Harness& h, const Operation&) { h.grid().Clear(); }, host("Clear()")});
+    return k;
+}
+
+// Host calls on columns: alignment, masks, editing, lookups and buttons.
+std::vector<Kind> columnKinds()
+{
+    auto col = [](Rng& r, const Harness& h, Operation& op) {
+        op.a = r.percent(40) ? h.grid().Col() : indexFor(r, cols(h));
+        op.b = smallEnum(r, 4);
+        op.text = text(r);
+        op.c = r.range(0, variantCount() - 1);
+    };
+    std::vector<Kind> k;
+    k.push_back({"setColAlign", false, 1, col, [](Harness& h, const Operation& op) { h.grid().setColAlign(i32(op.a), i32(op.b)); },
+                 host("setColAlign(%a, %b)")});
+    k.push_back({"ColAlign", false, 1, col, [](Harness& h, const Operation& op) { (void)h.grid().ColAlign(i32(op.a)); },
+                 host("ColAlign(%a)")});
+    k.push_back({"setColMask", false, 2, col, [](Harness& h, const Operation& op) { h.grid().setColMask(i32(op.a), i32(op.b)); },
+                 host("setColMask(%a, %b)")});
+    k.push_back({"setColAllowEdit", false, 1, col,
+                 [](Harness& h, const Operation& op) { h.grid().setColAllowEdit(i32(op.a), op.b & 1); },
+                 [](const Operation& op) {
+                     return QStringLiteral("call([&] { grid->setColAllowEdit(%1, %2); });").arg(op.a).arg((op.b & 1) ? "true" : "false");
+                 }});
+    k.push_back({"setColEditWidth", false, 1, [](Rng& r, const Harness& h, Operation& op) {
+                     op.a = indexFor(r, cols(h));
+                     op.b = r.percent(20) && !holdBack.hostile ? boundaryInt(r) : r.range(-1, 80);
+                 },
+                 [](Harness& h, const Operation& op) { h.grid().setColEditWidth(i32(op.a), i16(op.b)); },
+                 [](const Operation& op) {
+                     return QStringLiteral("call([&] { grid->setColEditWidth(%1, int16_t(%2)); });").arg(op.a).arg(op.b);
+                 }});
+    k.push_back({"AddLookup", false, 4, col,
+                 [](Harness& h, const Operation& op) { h.grid().AddLookup(i32(op.a), op.text, variant(op.c)); },
+                 [](const Operation& op) {
+                     return QStringLiteral("call([&] { grid->AddLookup(%1, %2, %3); });").arg(op.a).arg(literal(op.text), variantLiteral(op.c));
+                 }});
+    k.push_back({"LookupItemData", false, 1, col,
+                 [](Harness& h, const Operation& op) { (void)h.grid().LookupItemData(i32(op.a), op.text); },
+                 host("LookupItemData(%a, %s)")});
+    k.push_back({"RemoveLookupValue", false, 1, col,
+                 [](Harness& h, const Operation& op) { h.grid().RemoveLookupValue(i32(op.a), op.text); },
+                 host("RemoveLookupValue(%a, %s)")});
+    k.push_back({"RemoveLookup", false, 1, col, [](Harness& h, const Operation& op) { h.grid().RemoveLookup(i32(op.a)); },
+                 host("RemoveLookup(%a)")});
+    k.push_back({"AddButton", false, 2, col, [](Harness& h, const Operation& op) { h.grid().AddButton(i32(op.a)); },
+                 host("AddButton(%a)")});
+    k.push_back({"RemoveButton", false, 1, col, [](Harness& h, const Operation& op) { h.grid().RemoveButton(i32(op.a)); },
+                 host("RemoveButton(%a)")});
+    return k;
+}
+
+Kind flag(const char* name, void (Tabula::*setter)(bool), int weight = 1)
+{
+    return {QLatin1String(name), false, weight, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(0, 1); },
+            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(op.a != 0); },
+            [name](const Operation& op) {
+                return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name), op.a ? "true" : "false");
+            }};
+}
+
+Kind colourSetter(const char* name, void (Tabula::*setter)(TabulaControl::OleColor))
+{
+    return {QLatin1String(name), false, 1, [](Rng& r, const Harness&, Operation& op) { op.a = colour(r); },
+            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(static_cast<TabulaControl::OleColor>(op.a)); },
+            [name](const Operation& op) {
+                return QStringLiteral("call([&] { grid->%1(0x%2); });").arg(QLatin1String(name)).arg(op.a, 0, 16);
+            }};
+}
+
+Kind fontSetter(const char* name, void (Tabula::*setter)(TabulaControl::FontRef))
+{
+    return {QLatin1String(name), false, 1,
+            [](Rng& r, const Harness&, Operation& op) { op.a = r.range(holdBack.hostile ? 1 : 0, fontCount() - 1); },
+            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(font(op.a)); },
+            [name](const Operation& op) {
+                return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name), fontLiteral(op.a));
+            }};
+}
+
+template <class E>
+Kind enumSetter(const char* name, void (Tabula::*setter)(E), const char* type, int64_t last)
+{
+    return {QLatin1String(name), false, 1, [last](Rng& r, const Harness&, Operation& op) { op.a = smallEnum(r, last); },
+            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(static_cast<E>(op.a)); },
+            [name, type](const Operation& op) {
+                return QStringLiteral("call([&] { grid->%1(%2(%3)); });").arg(QLatin1String(name), QLatin1String(type)).arg(op.a);
+            }};
+}
+
+std::vector<Kind> appearanceKinds()
+{
+    std::vector<Kind> k{
+        flag("setAutoRedraw", &Tabula::setAutoRedraw, 3),
+        flag("setColHeader", &Tabula::setColHeader),
+        flag("setRowHeader", &Tabula::setRowHeader),
+        flag("setShowGrid", &Tabula::setShowGrid),
+        flag("setGridSolid", &Tabula::setGridSolid),
+        flag("setUseBackColorAlt", &Tabula::setUseBackColorAlt),
+        flag("setAllowSelection", &Tabula::setAllowSelection),
+        flag("setAllowUserResizing", &Tabula::setAllowUserResizing),
+        flag("setSelectText", &Tabula::setSelectText),
+        flag("setAutoNewRow", &Tabula::setAutoNewRow, 2),
+        flag("setUseItemData", &Tabula::setUseItemData),
+        flag("setEnabled", &Tabula::setEnabled),
+        colourSetter("setGridLineColor", &Tabula::setGridLineColor),
+        colourSetter("setBackColor", &Tabula::setBackColor),
+        colourSetter("setBackColorAlt", &Tabula::setBackColorAlt),
+        colourSetter("setBackColorFixed", &Tabula::setBackColorFixed),
+        colourSetter("setBackColorBkg", &Tabula::setBackColorBkg),
+        colourSetter("setForeColor", &Tabula::setForeColor),
+        colourSetter("setForeColorFixed", &Tabula::setForeColorFixed),
+        fontSetter("setFont", &Tabula::setFont),
+        fontSetter("setFontEdit", &Tabula::setFontEdit),
+        fontSetter("setFontFixed", &Tabula::setFontFixed),
+        enumSetter("setBorderStyle", &Tabula::setBorderStyle, "TabulaControl::BorderStyles", 3),
+        enumSetter("setFixedStyle", &Tabula::setFixedStyle, "TabulaControl::FixedStyles", 1),
+        enumSetter("setSelectionMode", &Tabula::setSelectionMode, "TabulaControl::SelectModes", 2),
+        enumSetter("setMousePointer", &Tabula::setMousePointer, "int16_t", 15),
+        enumSetter("setListBoxRows", &Tabula::setListBoxRows, "int16_t", 12),
+    };
+    k.push_back({"Refresh", false, 2, {}, [](Harness& h, const Operation&) { h.grid().Refresh(); }, host("Refresh()")});
+    k.push_back({"Picture", false, 1, {}, [](Harness& h, const Operation&) { (void)h.grid().Picture(); }, host("Picture()")});
+    k.push_back({"setFormatString", false, 2, [](Rng& r, const Harness&, Operation& op) { op.text = formatString(r); },
+                 [](Harness& h, const Operation& op) { h.grid().setFormatString(op.text); }, host("setFormatString(%s)")});
+    k.push_back({"AutoSetup", false, 1,
+                 [](Rng& r, const Harness&, Operation& op) {
+                     op.a = r.range(0, variantCount() - 1);
+                     op.b = r.range(0, variantCount() - 1);
+                     op.c = r.range(0, 3);
+                     op.text = formatString(r);
+                 },
+                 [](Harness& h, const Operation& op) {
+                     h.grid().AutoSetup(variant(op.a), variant(op.b), op.c & 1, op.c & 2, QVariant(op.text));
+                 },
+                 [](const Operation& op) {
+                     return QStringLiteral("call([&] { grid->AutoSetup(%1, %2, %3, %4, QVariant(%5)); });")
+                         .arg(variantLiteral(op.a), variantLiteral(op.b), (op.c & 1) ? "true" : "false",
+                              (op.c & 2) ? "true" : "false", literal(op.text));
+                 }});
+    return k;
+}
+
+// The host's own calls of the input members.
+std::vector<Kind> hostInputKinds()
+{
+    auto generate = [](Rng& r, const Harness& h, Operation& op) {
+        op.a = r.range(0, 7);
+        op.b = r.range(0, 7);
+        op.c = coordinate(r, h.grid().width());
+        op.d = coordinate(r, h.grid().height());
+    };
+    auto print = [](const char* name) {
+        return [name](const Operation& op) {
+            return QStringLiteral("call([&] { grid->%1(%2, %3, %4, %5); });")
+                .arg(QLatin1String(name)).arg(op.a).arg(op.b).arg(coordinateLiteral(op.c), coordinateLiteral(op.d));
+        };
+    };
+    using Mouse = void (Tabula::*)(int16_t, int16_t, float, float);
+    auto mouse = [](Mouse m) {
+        return [m](Harness& h, const Operation& op) {
+            (h.grid().*m)(i16(op.a), i16(op.b), coordinateValue(op.c), coordinateValue(op.d));
+        };
+    };
+    std::vector<Kind> k;
+    k.push_back({"MouseDown", false, 2, generate, mouse(&Tabula::MouseDown), print("MouseDown")});
+    k.push_back({"MouseMove", false, 1, generate, mouse(&Tabula::MouseMove), print("MouseMove")});
+    k.push_back({"MouseUp", false, 2, generate, mouse(&Tabula::MouseUp), print("MouseUp")});
+    k.push_back({"DblClick", false, 1, {}, [](Harness& h, const Operation&) { h.grid().DblClick(); }, host("DblClick()")});
+    k.push_back({"KeyDown", false, 2,
+                 [](Rng& r, const Harness&, Operation& op) {
+                     static const std::array<int64_t, 12> codes{9, 13, 27, 33, 34, 35, 36, 37, 38, 39, 40, 46};
+                     op.a = r.percent(10) && !holdBack.hostile ? boundaryInt(r) : codes[size_t(r.range(0, 11))];
+                     op.b = r.range(0, 7);
+                 },
+                 [](Harness& h, const Operation& op) { h.grid().KeyDown(i16(op.a), i16(op.b)); },
+                 [](const Operation& op) { return QStringLiteral("call([&] { grid->KeyDown(int16_t(%1), %2); });").arg(op.a).arg(op.b); }});
+    return k;
+}
+
+// Reloads the grid from its own saved settings with one value corrupted.
+const std::vector<const char*> savedNames{
+    "Rows", "Cols", "Row", "Col", "Redraw", "FormatString", "Font", "FontFixed", "FontEdit", "BackColor",
+    "GridLineColor", "BorderStyle", "SelectionMode", "ListBoxRows", "MousePointer", "Count", "1Column", "1Value", "FixedStyle",
+};
+
+void reload(Harness& h, const Operation& op)
+{
+    TabulaControl::MemoryPropertyBag bag;
+    h.grid().WriteProperties(bag);
+    bag.values[op.text] = variant(op.a);
+    std::unique_ptr<Tabula> loaded;
+    try {
+        loaded = std::make_unique<Tabula>(bag);
+    } catch (const TabulaControl::ComponentError&) {
+        h.replaceGrid(std::make_unique<Tabula>());
+        throw;
+    }
+    h.replaceGrid(std::move(loaded));
+}
+
+Kind reloadKind()
+{
+    return {"reload", false, 1,
+            [](Rng& r, const Harness&, Operation& op) {
+                op.text = QLatin1String(savedNames.at(size_t(r.range(0, int64_t(savedNames.size()) - 1))));
+                op.a = r.range(0, variantCount() - 1);
+            },
+            reload,
+            [](const Operation& op) {
+                return QStringLiteral("reload(%1, %2);").arg(literal(op.text), variantLiteral(op.a));
+            }};
+}
+
+// Sets valid counts and positions through the public setters, then expects
+// the grid to paint, store text and follow the keyboard.
+void restore(Harness& h, const Operation& op)
+{
+    Tabula& g = h.grid();
+    const QString stale = invalidFields(g).join(QLatin1Char(','));
+    const QString from = stale.isEmpty() ? QStringLiteral("restore") : QStringLiteral("restore from %1 outside").arg(stale);
+    auto must = [&from](const char* what, const std::function<void()>& body) {
+        try {
+            body();
+        } catch (const TabulaControl::ComponentError& e) {
+            if (holdBack.restore)
+                throw;
+            throw CheckFailure(QStringLiteral("%1: %2 raised %3").arg(from, QLatin1String(what), e.Source));
+        }
+    };
+    const auto r = i32(op.c);
+    const auto c = i32(op.d);
+    must("setRows", [&] { g.setRows(i32(op.a)); });
+    must("setCols", [&] { g.setCols(i32(op.b)); });
+    must("setTopRow", [&] { g.setTopRow(r); });
+    must("setLeftCol", [&] { g.setLeftCol(c); });
+    must("setRow", [&] { g.setRow(r); });
+    must("setCol", [&] { g.setCol(c); });
+    must("setRow1", [&] { g.setRow1(r); });
+    must("setCol1", [&] { g.setCol1(c); });
+    must("setRow2", [&] { g.setRow2(r); });
+    must("setCol2", [&] { g.setCol2(c); });
+    must("setAutoRedraw", [&] { g.setAutoRedraw(true); });
+    settle();
+    must("Refresh", [&] { g.Refresh(); });
+    must("setColMask", [&] { g.setColMask(c, 0); });
+    must("setTextMatrix", [&] { g.setTextMatrix(r, c, QStringLiteral("restored")); });
+    QString stored;
+    must("TextMatrix", [&] { stored = g.TextMatrix(r, c); });
+    if (stored != QLatin1String("restored"))
+        throw CheckFailure(QStringLiteral("restore: setTextMatrix did not store the text"));
+    const QWidget* surface = h.child("picGrid");
+    if (surface->width() > 0 && surface->height() > 0 && g.Picture().isNull())
+        throw CheckFailure(QStringLiteral("restore: Picture() is empty"));
+    h.reportedErrors.clear();
+    QTest::keyClick(h.child("picGrid"), Qt::Key_Down);
+    settle();
+    if (!h.reportedErrors.isEmpty())
+        throw CheckFailure(QStringLiteral("restore: a key press raised errorOccurred: %1").arg(h.reportedErrors.first()));
+    if (!isValid(g))
+        throw CheckFailure(QStringLiteral("restore: a key press left %1 outside the grid").arg(invalidFields(g).join(QLatin1Char(','))));
+}
+
+QString printRestore(const Operation& op)
+{
+    return fill(QStringLiteral(
+                    "// restore: every call below must succeed\n"
+                    "grid->setRows(%a); grid->setCols(%b); grid->setTopRow(%c); grid->setLeftCol(%d);\n"
+                    "grid->setRow(%c); grid->setCol(%d); grid->setRow1(%c); grid->setCol1(%d); grid->setRow2(%c); grid->setCol2(%d);\n"
+                    "grid->setAutoRedraw(true); settle(); grid->Refresh(); grid->setColMask(%d, 0);\n"
+                    "grid->setTextMatrix(%c, %d, \"restored\"); EXPECT_EQ(grid->TextMatrix(%c, %d), \"restored\");\n"
+                    "errors.clear(); QTest::keyClick(child(\"picGrid\"), Qt::Key_Down); settle(); EXPECT_TRUE(errors.isEmpty());"),
+                op);
+}
+
+Kind restoreKind()
+{
+    return {"restore", false, 1,
+            [](Rng& r, const Harness&, Operation& op) { op = restoreStep(r); },
+            restore, printRestore};
+}
+
+const std::vector<Kind>& kinds()
+{
+    static const std::vector<Kind> all = [] {
+        std::vector<Kind> k;
+        for (auto group : {inputKinds(), cellKinds(), columnKinds(), appearanceKinds(), hostInputKinds()})
+            k.insert(k.end(), group.begin(), group.end());
+        k.push_back(reloadKind());
+        k.push_back(restoreKind());
+        return k;
+    }();
+    return all;
+}
+
+int kindIndex(const QString& name)
+{
+    for (size_t i = 0; i < kinds().size(); ++i)
+        if (kinds()[i].name == name)
+            return int(i);
+    return -1;
+}
+
+const Kind& kindOf(const Operation& op) { return kinds().at(static_cast<size_t>(op.kind)); }
+
+// Steps whose every form belongs to a held-back class are not drawn.
+int weightOf(const Kind& k)
+{
+    const bool hostileOnly = k.name == QLatin1String("reload") || k.name == QLatin1String("AutoSetup");
+    if (holdBack.hostile && hostileOnly)
+        return 0;
+    return k.weight;
+}
+
+}  // namespace
+
+Operation restoreStep(Rng& rng)
+{
+    Operation op;
+    op.kind = kindIndex(QStringLiteral("restore"));
+    op.a = rng.percent(50) ? rng.range(1, 20) : rng.range(1, 500);
+    op.b = rng.range(1, 12);
+    op.c = rng.range(1, op.a);
+    op.d = rng.range(1, op.b);
+    return op;
+}
+
+Operation generate(Rng& rng, const Harness& harness)
+{
+    static const int total = [] {
+        int sum = 0;
+        for (const Kind& k : kinds())
+            sum += weightOf(k);
+        return sum;
+    }();
+    int64_t ticket = rng.range(0, total - 1);
+    Operation op;
+    for (size_t i = 0; i < kinds().size(); ++i) {
+        ticket -= weightOf(kinds()[i]);
+        if (ticket < 0) {
+            op.kind = int(i);
+            break;
+        }
+    }
+    if (kindOf(op).generate)
+        kindOf(op).generate(rng, harness, op);
+    return op;
+}
+
+void run(Harness& harness, const Operation& op) { kindOf(op).run(harness, op); }
+QString print(const Operation& op) { return kindOf(op).print(op); }
+bool isInput(const Operation& op) { return kindOf(op).input; }
+QString nameOf(const Operation& op) { return kindOf(op).name; }
+
+QString serialize(const Operation& op)
+{
+    return QStringLiteral("%1 %2 %3 %4 %5 %6")
+        .arg(kindOf(op).name)
+        .arg(op.a)
+        .arg(op.b)
+        .arg(op.c)
+        .arg(op.d)
+        .arg(QString::fromLatin1(op.text.toUtf8().toHex()));
+}
+
+std::optional<Operation> deserialize(const QString& line)
+{
+    const QStringList parts = line.split(QLatin1Char(' '));
+    if (parts.size() < 5)
+        return std::nullopt;
+    Operation op;
+    op.kind = kindIndex(parts[0]);
+    if (op.kind < 0)
+        return std::nullopt;
+    op.a = parts[1].toLongLong();
+    op.b = parts[2].toLongLong();
+    op.c = parts[3].toLongLong();
+    op.d = parts[4].toLongLong();
+    if (parts.size() > 5)
+        op.text = QString::fromUtf8(QByteArray::fromHex(parts[5].toLatin1()));
+    return op;
+}
+
+}  // namespace TabulaFuzz

@@ -1,0 +1,229 @@
+#include "fuzz/Values.h"
+
+#include <QDate>
+#include <QStringList>
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace TabulaFuzz {
+
+HoldBack holdBack;
+
+bool parseHoldBack(const QString& names)
+{
+    for (const QString& name : names.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+        bool* flag = name == QLatin1String("hostile")   ? &holdBack.hostile
+                     : name == QLatin1String("restore") ? &holdBack.restore
+                                                        : nullptr;
+        if (!flag)
+            return false;
+        *flag = true;
+    }
+    return true;
+}
+
+int64_t Rng::range(int64_t lo, int64_t hi)
+{
+    const auto span = static_cast<uint64_t>(hi - lo) + 1;
+    return lo + static_cast<int64_t>(span == 0 ? engine_() : engine_() % span);
+}
+
+namespace {
+
+template <class T, size_t N>
+const T& pick(Rng& rng, const std::array<T, N>& values)
+{
+    return values[static_cast<size_t>(rng.range(0, N - 1))];
+}
+
+}  // namespace
+
+int64_t boundaryInt(Rng& rng)
+{
+    static const std::array<int64_t, 11> values{INT32_MIN, -32769, -32768, -2, -1, 0, 1, 32767, 32768, 65536, INT32_MAX};
+    return pick(rng, values);
+}
+
+int64_t indexFor(Rng& rng, int64_t count)
+{
+    if (holdBack.hostile)
+        return rng.range(1, std::max<int64_t>(count, 1));
+    if (rng.percent(5))
+        return boundaryInt(rng);
+    if (rng.percent(8))
+        return rng.range(-1, count + 1);
+    return rng.range(count > 0 ? 1 : 0, std::max<int64_t>(count, 1));
+}
+
+int64_t countFrom(Rng& rng, std::initializer_list<int64_t> typical)
+{
+    if (rng.percent(4) && !holdBack.hostile)
+        return boundaryInt(rng);
+    const auto index = static_cast<size_t>(rng.range(0, static_cast<int64_t>(typical.size()) - 1));
+    return *(typical.begin() + index);
+}
+
+int64_t pixels(Rng& rng)
+{
+    if (rng.percent(6) && !holdBack.hostile)
+        return boundaryInt(rng);
+    if (rng.percent(15))
+        return rng.range(-3, 3);
+    return rng.range(4, 150);
+}
+
+int64_t colour(Rng& rng)
+{
+    static const std::array<int64_t, 8> values{0, 0xFFFFFF, 0xC0C0C0, 0x80000005, 0x80000012, 0x800000FF, 0xFFFFFFFF, 0x7FFFFFFF};
+    return rng.percent(20) ? rng.range(0, 0xFFFFFF) : pick(rng, values);
+}
+
+int64_t smallEnum(Rng& rng, int64_t last)
+{
+    if (holdBack.hostile)
+        return rng.range(0, last);
+    return rng.percent(10) ? boundaryInt(rng) : rng.range(-1, last + 1);
+}
+
+QString text(Rng& rng)
+{
+    static const std::array<QString, 14> values{
+        QString(), QStringLiteral("a"), QStringLiteral("Hello"), QStringLiteral("a\tb\tc"), QStringLiteral("   "),
+        QStringLiteral("12/31/1999"), QStringLiteral("-1"), QStringLiteral("1e308"), QStringLiteral("line\nbreak\r"),
+        QStringLiteral("\u00e4\u00f6\u00fc \u20ac \U0001F600"), QStringLiteral("0"), QStringLiteral("1"),
+        QString(60, QLatin1Char('w')), QStringLiteral("x\ty\tz\tu\tv\tw\tq\tr\ts")};
+    if (rng.percent(1))
+        return QString(static_cast<qsizetype>(rng.range(1000, 100000)), QLatin1Char('y'));
+    return pick(rng, values);
+}
+
+QString formatString(Rng& rng)
+{
+    static const std::array<QString, 8> values{
+        QString(), QStringLiteral("<A|^B|>C"), QStringLiteral("|"), QStringLiteral(";|x"), QStringLiteral("a|b;c|d"),
+        QStringLiteral("<|<|<|<|<|<|<|<|<|<|<|<"), QStringLiteral(";"), QStringLiteral("^Name|>Amount|<Date;r1|r2|r3")};
+    if (rng.percent(2))
+        return QStringLiteral("c|").repeated(static_cast<qsizetype>(rng.range(20, 300)));
+    return pick(rng, values);
+}
+
+QString literal(const QString& text)
+{
+    if (text.size() > 80 && text.count(text.front()) == text.size())
+        return QStringLiteral("QString(%1, QChar(%2))").arg(text.size()).arg(text.front().unicode());
+    QString out = QStringLiteral("QString::fromUtf8(\"");
+    for (char c : text.toUtf8()) {
+        const auto u = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\')
+            out += QLatin1String("\\") + QLatin1Char(c);
+        else if (u >= 32 && u < 127)
+            out += QLatin1Char(c);
+        else
+            out += QStringLiteral("\\x%1\"\"").arg(u, 2, 16, QLatin1Char('0'));
+    }
+    return out + QStringLiteral("\")");
+}
+
+namespace {
+
+struct VariantValue {
+    QVariant value;
+    const char* cpp;
+};
+
+const std::vector<VariantValue>& variants()
+{
+    static const std::vector<VariantValue> values{
+        {QVariant(), "QVariant()"},
+        {QVariant(0), "QVariant(0)"},
+        {QVariant(-1), "QVariant(-1)"},
+        {QVariant(255), "QVariant(255)"},
+        {QVariant(QStringLiteral("abc")), "QVariant(QStringLiteral(\"abc\"))"},
+        {QVariant(1e300), "QVariant(1e300)"},
+        {QVariant(QStringLiteral("12")), "QVariant(QStringLiteral(\"12\"))"},
+        {QVariant(qlonglong(1) << 40), "QVariant(qlonglong(1) << 40)"},
+        {QVariant(QDate(2000, 1, 1)), "QVariant(QDate(2000, 1, 1))"},
+        {QVariant(QStringList{QStringLiteral("a"), QStringLiteral("b")}), "QVariant(QStringList{\"a\", \"b\"})"},
+        {QVariant(true), "QVariant(true)"},
+        {QVariant(std::numeric_limits<double>::quiet_NaN()), "QVariant(std::numeric_limits<double>::quiet_NaN())"},
+        {QVariant(-32769), "QVariant(-32769)"},
+        {QVariant(65536), "QVariant(65536)"},
+        {QVariant(INT32_MIN), "QVariant(INT32_MIN)"},
+        {QVariant(QString(100000, QLatin1Char('z'))), "QVariant(QString(100000, QChar('z')))"},
+        {QVariant(-5), "QVariant(-5)"},
+        {QVariant(3), "QVariant(3)"},
+    };
+    return values;
+}
+
+struct FontValue {
+    bool null;
+    const char* name;
+    float size;
+    bool styled;
+    const char* cpp;
+};
+
+const std::vector<FontValue>& fonts()
+{
+    static const std::vector<FontValue> values{
+        {true, "", 0, false, "nullptr"},
+        {false, "", 8.25f, false, "font(\"\", 8.25f)"},
+        {false, "Sans", 0, false, "font(\"Sans\", 0)"},
+        {false, "Sans", -5, false, "font(\"Sans\", -5)"},
+        {false, "Sans", 1e6f, false, "font(\"Sans\", 1e6f)"},
+        {false, "NoSuchFont", 72, true, "font(\"NoSuchFont\", 72, true)"},
+        {false, "Sans", 1, false, "font(\"Sans\", 1)"},
+        {false, "Sans", 12, true, "font(\"Sans\", 12, true)"},
+    };
+    return values;
+}
+
+}  // namespace
+
+int variantCount() { return static_cast<int>(variants().size()); }
+QVariant variant(int64_t index) { return variants().at(static_cast<size_t>(index)).value; }
+QString variantLiteral(int64_t index) { return QLatin1String(variants().at(static_cast<size_t>(index)).cpp); }
+
+int fontCount() { return static_cast<int>(fonts().size()); }
+
+TabulaControl::FontRef font(int64_t index)
+{
+    const FontValue& f = fonts().at(static_cast<size_t>(index));
+    if (f.null)
+        return nullptr;
+    auto result = std::make_shared<TabulaControl::StdFont>();
+    result->Name = QLatin1String(f.name);
+    result->Size = f.size;
+    result->Bold = result->Italic = result->Underline = result->Strikethrough = f.styled;
+    return result;
+}
+
+QString fontLiteral(int64_t index) { return QLatin1String(fonts().at(static_cast<size_t>(index)).cpp); }
+
+int64_t coordinate(Rng& rng, int64_t extent)
+{
+    static const std::array<double, 6> odd{std::numeric_limits<double>::quiet_NaN(), INFINITY, -INFINITY, 1e30, -1e30, 3e9};
+    double value = rng.percent(5) && !holdBack.hostile ? pick(rng, odd) : static_cast<double>(rng.range(-20, extent + 20));
+    return std::bit_cast<int64_t>(value);
+}
+
+float coordinateValue(int64_t bits) { return static_cast<float>(std::bit_cast<double>(bits)); }
+
+QString coordinateLiteral(int64_t bits)
+{
+    const double value = std::bit_cast<double>(bits);
+    if (std::isnan(value))
+        return QStringLiteral("NAN");
+    if (std::isinf(value))
+        return value > 0 ? QStringLiteral("INFINITY") : QStringLiteral("-INFINITY");
+    QString number = QString::number(value, 'g', 17);
+    if (!number.contains(QLatin1Char('.')) && !number.contains(QLatin1Char('e')))
+        number += QStringLiteral(".0");
+    return number + QStringLiteral("f");
+}
+
+}  // namespace TabulaFuzz
