@@ -138,7 +138,7 @@ void fillTextCells(benchmark::State& state)
 
         state.PauseTiming();
         const bool filled = grid->text(Rows - 1, Cols - 1) == textAt(texts, Rows - 1, Cols - 1);
-        texts = {};
+        std::vector<QString>().swap(texts);
         keptBytes = heapInUse() - before;
         grid.reset();
         state.ResumeTiming();

@@ -221,13 +221,15 @@ void CellArray::setText(int16_t row, int16_t col, const QString& value)
     guarded("Text", [&] {
         Row& cells = rowAt(row, col);
         const auto c = static_cast<size_t>(col);
-        if (c >= cells.texts.size()) {
-            if (value.isEmpty())
-                return;
-            reserveCell(cells.texts, c, colCount_);
-            cells.texts.resize(c + 1);
+        if (c < cells.texts.size()) {
+            cells.texts[c] = QStringView(value);
+            return;
         }
-        cells.texts[c] = CellText(value);
+        if (value.isEmpty())
+            return;
+        reserveCell(cells.texts, c, colCount_);
+        cells.texts.resize(c);
+        cells.texts.emplace_back(value);
     });
 }
 

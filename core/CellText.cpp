@@ -23,14 +23,9 @@ void toLatin1(QStringView text, char* out)
 
 }  // namespace
 
-CellText::CellText(QStringView text) : small_{}
+void CellText::storeOnHeap(QStringView text)
 {
     const bool latin1 = isLatin1(text);
-    if (latin1 && text.size() <= InlineCapacity) {
-        small_.size = static_cast<uint8_t>(text.size());
-        toLatin1(text, small_.chars);
-        return;
-    }
     if (text.size() > std::numeric_limits<uint32_t>::max())
         raise(RuntimeError::OutOfMemory);
     const auto size = static_cast<uint32_t>(text.size());

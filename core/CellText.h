@@ -14,11 +14,23 @@ namespace TabulaControl::detail {
 class CellText {
 public:
     CellText() noexcept : small_{} {}
-    explicit CellText(QStringView text);
+    explicit CellText(QStringView text) : small_{}
+    {
+        if (!encodeInline(text, small_))
+            storeOnHeap(text);
+    }
     CellText(const CellText& other);
     CellText(CellText&& other) noexcept;
     CellText& operator=(const CellText& other);
     CellText& operator=(CellText&& other) noexcept;
+    CellText& operator=(QStringView text)
+    {
+        Inline encoded{};
+        if (onHeap() || !encodeInline(text, encoded))
+            return *this = CellText(text);
+        small_ = encoded;
+        return *this;
+    }
     ~CellText();
 
     QString toString() const;
@@ -37,7 +49,20 @@ private:
     };
 
     bool onHeap() const { return small_.size > InlineCapacity; }
+    static bool encodeInline(QStringView text, Inline& out)
+    {
+        if (text.size() > InlineCapacity)
+            return false;
+        for (qsizetype i = 0; i < text.size(); ++i) {
+            if (text[i].unicode() > 0xFF)
+                return false;
+            out.chars[i] = static_cast<char>(text[i].unicode());
+        }
+        out.size = static_cast<uint8_t>(text.size());
+        return true;
+    }
     size_t heapBytes() const;
+    void storeOnHeap(QStringView text);
     void copyFrom(const CellText& other);
     void take(CellText& other) noexcept;
     void release() noexcept;
