@@ -17,7 +17,8 @@ inline constexpr int ControlWidth = 1925;
 inline constexpr int ControlHeight = 1085;
 
 // A shown 1920 x 1080 grid of rows x cols cells, every cell holding one of a
-// few texts (equal texts share storage, so even a large grid stays small).
+// few texts (short texts sit inside their cells, so even a large grid stays
+// small).
 // AutoRedraw is left off.
 inline std::unique_ptr<TabulaControl::Tabula> fullHdGrid(int32_t rows, int32_t cols)
 {

@@ -11,17 +11,10 @@ namespace TabulaControl::detail {
 namespace {
 
 constexpr uint32_t PlainFormat = 0;
-
-// The most cells the store takes on: beyond it a resize fails as memory
-// exhaustion instead of driving the process out of memory.
-constexpr int64_t MaxCells = 100'000'000;
-
-void ensureRoomFor(int64_t rows, int64_t cols)
-{
-    if ((rows + 1) * (cols + 1) > MaxCells)
-        raise(RuntimeError::OutOfMemory);
-}
 constexpr uint32_t HeaderFormat = 1;
+// The first allocation of a row's texts or attributes covers this many
+// cells, or the whole row when it is narrower.
+constexpr size_t FirstRowCapacity = 16;
 
 template <class F>
 auto guarded(const char* accessor, F&& body, std::source_location where = std::source_location::current())
@@ -30,6 +23,24 @@ auto guarded(const char* accessor, F&& body, std::source_location where = std::s
 }
 
 bool isHeader(int16_t row, int16_t col) { return row == 0 || col == 0; }
+
+// Makes room for cell col in a row of cells 0..lastCol: capacity doubles but
+// never passes the row's width.
+template <class T>
+void reserveCell(std::vector<T>& cells, size_t col, int16_t lastCol)
+{
+    if (col < cells.capacity())
+        return;
+    const size_t width = static_cast<size_t>(lastCol) + 1;
+    cells.reserve(std::min(std::max({col + 1, cells.capacity() * 2, FirstRowCapacity}), width));
+}
+
+template <class T>
+void truncate(std::vector<T>& cells, size_t width)
+{
+    if (cells.size() > width)
+        cells.erase(cells.begin() + static_cast<ptrdiff_t>(width), cells.end());
+}
 
 }  // namespace
 
@@ -45,15 +56,7 @@ CellArray::CellArray()
     header.FontBold = true;
     intern(CellFormat{});
     intern(header);
-    rows_.push_back(newRow(0, 0));
-}
-
-std::vector<CellArray::Cell> CellArray::newRow(int16_t row, int16_t cols)
-{
-    std::vector<Cell> cells(static_cast<size_t>(cols) + 1);
-    for (size_t c = 0; c < cells.size(); ++c)
-        cells[c].format = isHeader(row, static_cast<int16_t>(c)) ? HeaderFormat : PlainFormat;
-    return cells;
+    rows_.push_back(Row{{}, {}, 1});
 }
 
 uint32_t CellArray::intern(const CellFormat& format)
@@ -77,25 +80,75 @@ uint32_t CellArray::defaultFormat(int16_t row, int16_t col, const QString& tag)
     return intern(format);
 }
 
-const CellArray::Cell& CellArray::at(int16_t row, int16_t col) const
+const CellArray::Row& CellArray::rowAt(int16_t row, int16_t col) const
 {
     if (row < 0 || row > rowCount_ || col < 0 || col > colCount_)
         raise(RuntimeError::Subscript);
-    return rows_[static_cast<size_t>(row)][static_cast<size_t>(col)];
+    return rows_[static_cast<size_t>(row)];
 }
 
-CellArray::Cell& CellArray::at(int16_t row, int16_t col)
+CellArray::Row& CellArray::rowAt(int16_t row, int16_t col)
 {
-    return const_cast<Cell&>(static_cast<const CellArray*>(this)->at(row, col));
+    return const_cast<Row&>(static_cast<const CellArray*>(this)->rowAt(row, col));
+}
+
+CellArray::Attributes CellArray::defaults(const Row& row, size_t col)
+{
+    return {isHeaderCell(row, col) ? HeaderFormat : PlainFormat};
+}
+
+CellArray::Attributes CellArray::ownAttributes(int16_t row, int16_t col) const
+{
+    const Row& cells = rowAt(row, col);
+    const auto c = static_cast<size_t>(col);
+    return c < cells.attributes.size() ? cells.attributes[c] : defaults(cells, c);
+}
+
+const CellFormat& CellArray::format(int16_t row, int16_t col) const { return formats_[ownAttributes(row, col).format]; }
+
+uint8_t CellArray::style(int16_t row, int16_t col) const
+{
+    const uint16_t own = ownAttributes(row, col).style;
+    if (own != OwnNone)
+        return static_cast<uint8_t>(own);
+    return isHeaderCell(rows_[static_cast<size_t>(row)], static_cast<size_t>(col)) ? defaultStyles_.headerStyle
+                                                                                   : defaultStyles_.dataStyle;
+}
+
+uint8_t CellArray::alignVertical(int16_t row, int16_t col) const
+{
+    const uint16_t own = ownAttributes(row, col).alignVertical;
+    if (own != OwnNone)
+        return static_cast<uint8_t>(own);
+    return isHeaderCell(rows_[static_cast<size_t>(row)], static_cast<size_t>(col)) ? defaultStyles_.headerAlignVertical
+                                                                                   : 0;
+}
+
+template <class F>
+void CellArray::editAttributes(int16_t row, int16_t col, F&& change)
+{
+    Row& cells = rowAt(row, col);
+    const auto c = static_cast<size_t>(col);
+    Attributes edited = ownAttributes(row, col);
+    change(edited);
+    if (c >= cells.attributes.size()) {
+        if (edited == defaults(cells, c))
+            return;
+        reserveCell(cells.attributes, c, colCount_);
+        while (cells.attributes.size() <= c)
+            cells.attributes.push_back(defaults(cells, cells.attributes.size()));
+    }
+    cells.attributes[c] = edited;
 }
 
 template <class F>
 void CellArray::editFormat(int16_t row, int16_t col, F&& change)
 {
-    Cell& cell = at(row, col);
-    CellFormat format = formats_[cell.format];
-    change(format);
-    cell.format = intern(format);
+    editAttributes(row, col, [&](Attributes& a) {
+        CellFormat format = formats_[a.format];
+        change(format);
+        a.format = intern(format);
+    });
 }
 
 void CellArray::setRows(int16_t n)
@@ -105,10 +158,7 @@ void CellArray::setRows(int16_t n)
             return;
         if (n < 0)
             raise(RuntimeError::Subscript);
-        ensureRoomFor(n, colCount_);
         rows_.resize(static_cast<size_t>(n) + 1);
-        for (int32_t r = rowCount_ + 1; r <= n; ++r)
-            rows_[static_cast<size_t>(r)] = newRow(static_cast<int16_t>(r), colCount_);
         rowCount_ = n;
     });
 }
@@ -120,12 +170,14 @@ void CellArray::setCols(int16_t n)
             return;
         if (n < 0)
             raise(RuntimeError::Subscript);
-        ensureRoomFor(rowCount_, n);
-        for (size_t r = 0; r < rows_.size(); ++r) {
-            auto& cells = rows_[r];
-            cells.resize(static_cast<size_t>(n) + 1);
-            for (int32_t c = colCount_ + 1; c <= n; ++c)
-                cells[static_cast<size_t>(c)] = Cell{{}, isHeader(static_cast<int16_t>(r), static_cast<int16_t>(c)) ? HeaderFormat : PlainFormat};
+        if (n > colCount_) {
+            size_t& headerFrom = rows_.front().headerFrom;
+            headerFrom = std::min(headerFrom, static_cast<size_t>(colCount_) + 1);
+        }
+        const size_t width = static_cast<size_t>(n) + 1;
+        for (Row& row : rows_) {
+            truncate(row.texts, width);
+            truncate(row.attributes, width);
         }
         colCount_ = n;
     });
@@ -134,40 +186,56 @@ void CellArray::setCols(int16_t n)
 void CellArray::InitializeCell(int16_t row, int16_t col)
 {
     guarded("InitializeCell", [&] {
-        Cell& cell = at(row, col);
-        cell.format = defaultFormat(row, col, formats_[cell.format].Tag);
+        editAttributes(row, col, [&](Attributes& a) { a.format = defaultFormat(row, col, formats_[a.format].Tag); });
     });
 }
 
 void CellArray::Remove(int16_t row)
 {
     guarded("Remove", [&] {
-        if (rowCount_ < 1 || row > rowCount_)
+        if (rowCount_ < 1 || row >= rowCount_)
             return;
-        for (int32_t r = row; r < rowCount_; ++r) {
-            at(static_cast<int16_t>(r), 0);
-            rows_[static_cast<size_t>(r)] = rows_[static_cast<size_t>(r) + 1];
-        }
+        rowAt(row, 0);
+        Row last = rows_[static_cast<size_t>(rowCount_)];
+        const auto first = rows_.begin() + row;
+        std::move(first + 1, rows_.begin() + rowCount_, first);
+        rows_[static_cast<size_t>(rowCount_) - 1] = std::move(last);
     });
 }
 
 const CellFormat& CellArray::Format(int16_t row, int16_t col) const
 {
-    return *guarded("Format", [&] { return &formats_[at(row, col).format]; });
+    return *guarded("Format", [&] { return &format(row, col); });
 }
 
 QString CellArray::Text(int16_t row, int16_t col) const
 {
-    return guarded("Text", [&] { return at(row, col).text; });
+    return guarded("Text", [&] {
+        const Row& cells = rowAt(row, col);
+        const auto c = static_cast<size_t>(col);
+        return c < cells.texts.size() ? cells.texts[c].toString() : QString();
+    });
 }
 void CellArray::setText(int16_t row, int16_t col, const QString& value)
 {
-    guarded("Text", [&] { at(row, col).text = value; });
+    guarded("Text", [&] {
+        Row& cells = rowAt(row, col);
+        const auto c = static_cast<size_t>(col);
+        if (c < cells.texts.size()) {
+            cells.texts[c] = QStringView(value);
+            return;
+        }
+        if (value.isEmpty())
+            return;
+        reserveCell(cells.texts, c, colCount_);
+        cells.texts.resize(c);
+        cells.texts.emplace_back(value);
+    });
 }
 
 QString CellArray::FontName(int16_t row, int16_t col) const
 {
-    return guarded("FontName", [&] { return formats_[at(row, col).format].FontName; });
+    return guarded("FontName", [&] { return format(row, col).FontName; });
 }
 void CellArray::setFontName(int16_t row, int16_t col, const QString& value)
 {
@@ -176,7 +244,7 @@ void CellArray::setFontName(int16_t row, int16_t col, const QString& value)
 
 int16_t CellArray::FontSize(int16_t row, int16_t col) const
 {
-    return guarded("FontSize", [&] { return formats_[at(row, col).format].FontSize; });
+    return guarded("FontSize", [&] { return format(row, col).FontSize; });
 }
 void CellArray::setFontSize(int16_t row, int16_t col, int16_t value)
 {
@@ -185,7 +253,7 @@ void CellArray::setFontSize(int16_t row, int16_t col, int16_t value)
 
 bool CellArray::FontBold(int16_t row, int16_t col) const
 {
-    return guarded("FontBold", [&] { return formats_[at(row, col).format].FontBold; });
+    return guarded("FontBold", [&] { return format(row, col).FontBold; });
 }
 void CellArray::setFontBold(int16_t row, int16_t col, bool value)
 {
@@ -194,7 +262,7 @@ void CellArray::setFontBold(int16_t row, int16_t col, bool value)
 
 bool CellArray::FontItalic(int16_t row, int16_t col) const
 {
-    return guarded("FontItalic", [&] { return formats_[at(row, col).format].FontItalic; });
+    return guarded("FontItalic", [&] { return format(row, col).FontItalic; });
 }
 void CellArray::setFontItalic(int16_t row, int16_t col, bool value)
 {
@@ -203,7 +271,7 @@ void CellArray::setFontItalic(int16_t row, int16_t col, bool value)
 
 bool CellArray::FontUnderline(int16_t row, int16_t col) const
 {
-    return guarded("FontUnderline", [&] { return formats_[at(row, col).format].FontUnderline; });
+    return guarded("FontUnderline", [&] { return format(row, col).FontUnderline; });
 }
 void CellArray::setFontUnderline(int16_t row, int16_t col, bool value)
 {
@@ -212,7 +280,7 @@ void CellArray::setFontUnderline(int16_t row, int16_t col, bool value)
 
 bool CellArray::FontStrikethru(int16_t row, int16_t col) const
 {
-    return guarded("FontStrikethru", [&] { return formats_[at(row, col).format].FontStrikethru; });
+    return guarded("FontStrikethru", [&] { return format(row, col).FontStrikethru; });
 }
 void CellArray::setFontStrikethru(int16_t row, int16_t col, bool value)
 {
@@ -221,16 +289,16 @@ void CellArray::setFontStrikethru(int16_t row, int16_t col, bool value)
 
 uint8_t CellArray::TextAlignVertical(int16_t row, int16_t col) const
 {
-    return guarded("TextAlignVertical", [&] { return at(row, col).alignVertical; });
+    return guarded("TextAlignVertical", [&] { return alignVertical(row, col); });
 }
 void CellArray::setTextAlignVertical(int16_t row, int16_t col, uint8_t value)
 {
-    guarded("TextAlignVertical", [&] { at(row, col).alignVertical = value; });
+    guarded("TextAlignVertical", [&] { editAttributes(row, col, [&](Attributes& a) { a.alignVertical = value; }); });
 }
 
 int32_t CellArray::BackColor(int16_t row, int16_t col) const
 {
-    return guarded("BackColor", [&] { return formats_[at(row, col).format].BackColor; });
+    return guarded("BackColor", [&] { return format(row, col).BackColor; });
 }
 void CellArray::setBackColor(int16_t row, int16_t col, int32_t value)
 {
@@ -239,7 +307,7 @@ void CellArray::setBackColor(int16_t row, int16_t col, int32_t value)
 
 int32_t CellArray::ForeColor(int16_t row, int16_t col) const
 {
-    return guarded("ForeColor", [&] { return formats_[at(row, col).format].ForeColor; });
+    return guarded("ForeColor", [&] { return format(row, col).ForeColor; });
 }
 void CellArray::setForeColor(int16_t row, int16_t col, int32_t value)
 {
@@ -248,11 +316,11 @@ void CellArray::setForeColor(int16_t row, int16_t col, int32_t value)
 
 uint8_t CellArray::Style(int16_t row, int16_t col) const
 {
-    return guarded("Style", [&] { return at(row, col).style; });
+    return guarded("Style", [&] { return style(row, col); });
 }
 void CellArray::setStyle(int16_t row, int16_t col, uint8_t value)
 {
-    guarded("Style", [&] { at(row, col).style = value; });
+    guarded("Style", [&] { editAttributes(row, col, [&](Attributes& a) { a.style = value; }); });
 }
 
 int16_t CellArray::Value(int16_t row, int16_t col) const
@@ -260,12 +328,12 @@ int16_t CellArray::Value(int16_t row, int16_t col) const
     return guarded("Value", [&]() -> int16_t {
         if (row > rowCount_ || col > colCount_)
             return 0;
-        return at(row, col).value;
+        return ownAttributes(row, col).value;
     });
 }
 void CellArray::setValue(int16_t row, int16_t col, int16_t value)
 {
-    guarded("Value", [&] { at(row, col).value = value; });
+    guarded("Value", [&] { editAttributes(row, col, [&](Attributes& a) { a.value = value; }); });
 }
 
 QString CellArray::Tag(int16_t row, int16_t col) const
@@ -273,7 +341,7 @@ QString CellArray::Tag(int16_t row, int16_t col) const
     return guarded("Tag", [&]() -> QString {
         if (row > rowCount_ || col > colCount_)
             return {};
-        return formats_[at(row, col).format].Tag;
+        return format(row, col).Tag;
     });
 }
 void CellArray::setTag(int16_t row, int16_t col, const QString& value)

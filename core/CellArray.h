@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/CellText.h"
+
 #include <QString>
 
 #include <cstdint>
@@ -25,12 +27,27 @@ struct CellFormat {
     friend bool operator==(const CellFormat&, const CellFormat&) = default;
 };
 
+// The style and vertical alignment of cells that were never given their
+// own: header cells (made in row 0 or in column 0) and data cells.
+struct DefaultStyles {
+    uint8_t headerStyle = 0;
+    uint8_t headerAlignVertical = 0;
+    uint8_t dataStyle = 0;
+};
+
 // Every cell of the grid, header row and column included: a table of rows
 // 0..Rows, each with the cells 0..Cols. Indexes outside the table fail with
 // the component error of the accessor.
+//
+// A cell costs memory only once it differs from the defaults of its kind: a
+// row keeps its texts and attributes up to its last such cell, so a full
+// grid of default cells holds nothing per cell.
 class CellArray {
 public:
     CellArray();
+
+    // Applies to every cell that was not given its own style or alignment.
+    void setDefaultStyles(const DefaultStyles& styles) { defaultStyles_ = styles; }
 
     int16_t Rows() const { return rowCount_; }
     void setRows(int16_t n);
@@ -72,29 +89,48 @@ public:
     const CellFormat& Format(int16_t row, int16_t col) const;
 
 private:
-    struct Cell {
-        QString text;
+    // Style and alignVertical hold OwnNone until the cell is given its own.
+    static constexpr uint16_t OwnNone = 0xFFFF;
+    struct Attributes {
         uint32_t format = 0;
         int16_t value = 0;
-        uint8_t style = 0;
-        uint8_t alignVertical = 0;
+        uint16_t style = OwnNone;
+        uint16_t alignVertical = OwnNone;
+
+        friend bool operator==(const Attributes&, const Attributes&) = default;
+    };
+
+    struct Row {
+        std::vector<CellText> texts;         // the cells past its end hold ""
+        std::vector<Attributes> attributes;  // the cells past its end hold their kind's defaults
+        // Columns from here on hold header cells, as in the row made as row 0
+        // (from column 1) and in cells added to a row moved up to row 0.
+        size_t headerFrom = SIZE_MAX;
     };
 
     struct FormatHash {
         size_t operator()(const CellFormat& f) const;
     };
 
-    const Cell& at(int16_t row, int16_t col) const;
-    Cell& at(int16_t row, int16_t col);
-    uint32_t intern(const CellFormat& format);
-    uint32_t defaultFormat(int16_t row, int16_t col, const QString& tag);
+    const Row& rowAt(int16_t row, int16_t col) const;
+    Row& rowAt(int16_t row, int16_t col);
+    static bool isHeaderCell(const Row& row, size_t col) { return col == 0 || col >= row.headerFrom; }
+    static Attributes defaults(const Row& row, size_t col);
+    Attributes ownAttributes(int16_t row, int16_t col) const;
+    uint8_t style(int16_t row, int16_t col) const;
+    uint8_t alignVertical(int16_t row, int16_t col) const;
+    const CellFormat& format(int16_t row, int16_t col) const;
+    template <class F>
+    void editAttributes(int16_t row, int16_t col, F&& change);
     template <class F>
     void editFormat(int16_t row, int16_t col, F&& change);
-    static std::vector<Cell> newRow(int16_t row, int16_t cols);
+    uint32_t intern(const CellFormat& format);
+    uint32_t defaultFormat(int16_t row, int16_t col, const QString& tag);
 
-    std::vector<std::vector<Cell>> rows_;
+    std::vector<Row> rows_;
     int16_t rowCount_ = 0;
     int16_t colCount_ = 0;
+    DefaultStyles defaultStyles_;
     std::vector<CellFormat> formats_;
     std::unordered_map<CellFormat, uint32_t, FormatHash> formatIndex_;
 };

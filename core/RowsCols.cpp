@@ -22,6 +22,22 @@ std::optional<int32_t> optionalColour(const QVariant& value)
     return roundTo32(number);
 }
 
+// New cells of the store come in with these; cells that were already there
+// are given them by initializeGridCell.
+constexpr DefaultStyles gridCellStyles = {.headerStyle = 1, .headerAlignVertical = 1, .dataStyle = 2};
+
+void initializeGridCell(CellArray& cells, int16_t row, int16_t col)
+{
+    if (row >= 1 && col >= 1) {
+        cells.setStyle(row, col, 2);
+        return;
+    }
+    cells.setTextAlignVertical(row, col, 1);
+    cells.setStyle(row, col, 1);
+    if (col == 0 && row >= 1)
+        cells.setValue(row, col, 0);
+}
+
 }  // namespace
 
 void Grid::setRows(int32_t n)
@@ -56,26 +72,27 @@ void Grid::InitializeRows(int32_t n, std::optional<int32_t> backColor, std::opti
     s.mRowHeight.redimPreserve(n);
     s.mRowBookmark.redimPreserve(n);
     const int32_t firstNew = s.mRows == 0 ? 0 : s.mRows + 1;
+    s.mCells.setDefaultStyles(gridCellStyles);
     s.mCells.setRows(to16(n));
-    for (int32_t c = 0; c <= s.mCols; ++c) {
+    for (int32_t r = firstNew; r <= n; ++r)
+        s.mRowHeight(r) = 15;
+    if (firstNew == 0) {
+        for (int32_t c = 0; c <= s.mCols; ++c)
+            initializeGridCell(s.mCells, 0, to16(c));
+    }
+    const int32_t firstNewDataRow = std::max(firstNew, 1);
+    for (int32_t c = 1; c <= s.mCols; ++c) {
         const bool checkmarkColumn = s.mColMask(c) == checkmark;
-        for (int32_t r = firstNew; r <= n; ++r) {
-            s.mRowHeight(r) = 15;
+        if (!backColor && !foreColor && !checkmarkColumn)
+            continue;
+        for (int32_t r = firstNewDataRow; r <= n; ++r) {
             const int16_t row = to16(r), col = to16(c);
-            if (r >= 1 && c >= 1) {
-                s.mCells.setStyle(row, col, 2);
-                if (backColor)
-                    s.mCells.setBackColor(row, col, *backColor);
-                if (foreColor)
-                    s.mCells.setForeColor(row, col, *foreColor);
-                if (checkmarkColumn)
-                    s.mCells.setText(row, col, QStringLiteral("0"));
-            } else {
-                s.mCells.setTextAlignVertical(row, col, 1);
-                s.mCells.setStyle(row, col, 1);
-                if (c == 0 && r >= 1)
-                    s.mCells.setValue(row, col, 0);
-            }
+            if (backColor)
+                s.mCells.setBackColor(row, col, *backColor);
+            if (foreColor)
+                s.mCells.setForeColor(row, col, *foreColor);
+            if (checkmarkColumn)
+                s.mCells.setText(row, col, QStringLiteral("0"));
         }
     }
 }
@@ -91,6 +108,8 @@ void Grid::InitializeCols(int32_t n)
         s.mRowHeight.redimPreserve(1);
         s.mRowBookmark.redimPreserve(1);
     }
+    const int16_t oldStoreCols = s.mCells.Cols();
+    s.mCells.setDefaultStyles(gridCellStyles);
     s.mCells.setCols(to16(n == 0 ? 1 : n));
     const int32_t firstNew = s.mCols == 0 ? 0 : s.mCols + 1;
     for (int32_t c = firstNew; c <= n; ++c) {
@@ -99,18 +118,14 @@ void Grid::InitializeCols(int32_t n)
         s.mColAllowEdit(c) = true;
         s.mColMask(c) = 0;
         s.mColEditWidth(c) = 50;
-        for (int32_t r = 0; r <= s.mRows; ++r) {
-            s.mRowHeight(r) = 15;
-            const int16_t row = to16(r), col = to16(c);
-            if (r >= 1 && c >= 1) {
-                s.mCells.setStyle(row, col, 2);
-                continue;
-            }
-            s.mCells.setTextAlignVertical(row, col, 1);
-            s.mCells.setStyle(row, col, 1);
-            if (c == 0 && r >= 1)
-                s.mCells.setValue(row, col, 0);
-        }
+    }
+    if (firstNew > n)
+        return;
+    for (int32_t r = 0; r <= s.mRows; ++r)
+        s.mRowHeight(r) = 15;
+    for (int32_t c = firstNew; c <= std::min<int32_t>(n, oldStoreCols); ++c) {
+        for (int32_t r = 0; r <= s.mRows; ++r)
+            initializeGridCell(s.mCells, to16(r), to16(c));
     }
 }
 

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 using TabulaControl::ComponentError;
 using TabulaControl::detail::CellArray;
 
@@ -19,6 +21,14 @@ CellArray filledStore(int16_t rows, int16_t cols)
         for (int16_t c = 0; c <= cols; ++c)
             store.setText(r, c, QString("%1,%2").arg(r).arg(c));
     return store;
+}
+
+QStringList columnOne(const CellArray& store)
+{
+    QStringList texts;
+    for (int16_t r = 0; r <= store.Rows(); ++r)
+        texts << store.Text(r, 1);
+    return texts;
 }
 
 ComponentError storeError(const std::function<void()>& body)
@@ -43,7 +53,7 @@ TEST(CellArray, NewStoreHoldsOneInitialisedCell)
     EXPECT_EQ(store.FontSize(0, 0), 9);
     EXPECT_EQ(store.BackColor(0, 0), -1);
     EXPECT_EQ(store.ForeColor(0, 0), -1);
-    EXPECT_EQ(store.FontName(0, 0), "");
+    EXPECT_EQ(store.Style(0, 0), 0);
 }
 
 TEST(CellArray, GrowingColsInitialisesOnlyNewCells)
@@ -55,21 +65,57 @@ TEST(CellArray, GrowingColsInitialisesOnlyNewCells)
         EXPECT_EQ(store.Text(r, 5), QString("%1,5").arg(r));
         EXPECT_EQ(store.Text(r, 6), "");
         EXPECT_EQ(store.FontBold(r, 7), r == 0) << "row " << r;
-        EXPECT_EQ(store.FontSize(r, 6), 9);
     }
     EXPECT_EQ(store.FontSize(1, 5), 14);
 }
 
-TEST(CellArray, ShrinkThenGrowGivesFreshRecords)
+TEST(CellArray, ResizingAndRemovingMoveWholeRecords)
 {
-    CellArray store = filledStore(4, 2);
-    store.setBackColor(4, 1, 0xFF);
-    store.setRows(2);
-    EXPECT_EQ(store.Text(2, 1), "2,1");
-    store.setRows(4);
-    EXPECT_EQ(store.Text(4, 1), "");
-    EXPECT_EQ(store.BackColor(4, 1), -1);
-    EXPECT_EQ(store.Text(2, 2), "2,2");
+    struct Case {
+        const char* name;
+        std::function<void(CellArray&)> change;
+        QStringList column1;
+    };
+    const Case cases[] = {
+        {"shrink keeps the rows that remain", [](CellArray& s) { s.setRows(2); }, {"0,1", "1,1", "2,1"}},
+        {"grow after shrink gives fresh rows", [](CellArray& s) { s.setRows(2), s.setRows(4); },
+         {"0,1", "1,1", "2,1", "", ""}},
+        {"cols shrink then grow gives fresh cells", [](CellArray& s) { s.setCols(0), s.setCols(2); },
+         {"", "", "", "", ""}},
+        {"remove leaves the last two rows equal", [](CellArray& s) { s.Remove(2); },
+         {"0,1", "1,1", "3,1", "4,1", "4,1"}},
+        {"remove row 0 shifts the header away", [](CellArray& s) { s.Remove(0); },
+         {"1,1", "2,1", "3,1", "4,1", "4,1"}},
+        {"remove then drop the last row", [](CellArray& s) { s.Remove(1), s.setRows(3); },
+         {"0,1", "2,1", "3,1", "4,1"}},
+        {"remove of the last row or beyond does nothing", [](CellArray& s) { s.Remove(4), s.Remove(9); },
+         {"0,1", "1,1", "2,1", "3,1", "4,1"}},
+    };
+    for (const Case& c : cases) {
+        CellArray store = filledStore(4, 2);
+        for (int16_t r = 0; r <= 4; ++r)
+            store.setBackColor(r, 1, r);
+        c.change(store);
+        EXPECT_EQ(columnOne(store), c.column1) << c.name;
+        for (int16_t r = 0; r <= store.Rows(); ++r) {
+            const bool fresh = store.Text(r, 1).isEmpty();
+            EXPECT_EQ(store.BackColor(r, 1), fresh ? -1 : store.Text(r, 1).section(',', 0, 0).toInt()) << c.name;
+        }
+    }
+    CellArray empty;
+    empty.Remove(0);
+    EXPECT_EQ(empty.Rows(), 0);
+}
+
+TEST(CellArray, ColumnsAddedToAMovedInRowZeroAreHeaderCells)
+{
+    CellArray store = filledStore(2, 1);
+    store.Remove(0);
+    store.setCols(3);
+    EXPECT_FALSE(store.FontBold(0, 1));
+    EXPECT_TRUE(store.FontBold(0, 2));
+    EXPECT_TRUE(store.FontBold(0, 3));
+    EXPECT_FALSE(store.FontBold(1, 3));
 }
 
 TEST(CellArray, InitializeCellKeepsTextStyleValueAlignAndTag)
@@ -93,34 +139,16 @@ TEST(CellArray, InitializeCellKeepsTextStyleValueAlignAndTag)
     EXPECT_EQ(store.Tag(1, 1), "kept");
 }
 
-TEST(CellArray, RemoveShiftsRowsUpAndLeavesLastTwoEqual)
+TEST(CellArray, DefaultStylesApplyToCellsWithoutTheirOwn)
 {
-    CellArray store = filledStore(4, 1);
-    store.setTag(3, 1, "three");
-    store.Remove(2);
-    EXPECT_EQ(store.Rows(), 4);
-    const QStringList expected = {"0,1", "1,1", "3,1", "4,1", "4,1"};
-    for (int16_t r = 0; r <= 4; ++r)
-        EXPECT_EQ(store.Text(r, 1), expected[r]) << "row " << r;
-    EXPECT_EQ(store.Tag(2, 1), "three");
-}
-
-TEST(CellArray, RemoveOfRowZeroShiftsTheHeaderAway)
-{
-    CellArray store = filledStore(2, 1);
-    store.Remove(0);
-    EXPECT_EQ(store.Text(0, 1), "1,1");
-    EXPECT_EQ(store.Text(1, 0), "2,0");
-}
-
-TEST(CellArray, RemoveOutsideTheRowsDoesNothing)
-{
-    CellArray store = filledStore(2, 1);
-    store.Remove(3);
-    EXPECT_EQ(store.Text(2, 1), "2,1");
-    CellArray empty;
-    empty.Remove(0);
-    EXPECT_EQ(empty.Rows(), 0);
+    CellArray store = filledStore(2, 2);
+    store.setStyle(2, 2, 7);
+    store.setDefaultStyles({.headerStyle = 1, .headerAlignVertical = 3, .dataStyle = 2});
+    EXPECT_EQ(store.Style(0, 2), 1);
+    EXPECT_EQ(store.TextAlignVertical(2, 0), 3);
+    EXPECT_EQ(store.Style(1, 1), 2);
+    EXPECT_EQ(store.TextAlignVertical(1, 1), 0);
+    EXPECT_EQ(store.Style(2, 2), 7);
 }
 
 TEST(CellArray, ValueAndTagReadsAboveTheCountsAreEmpty)
@@ -161,22 +189,41 @@ TEST(CellArray, OutOfRangeAccessFailsWithItsOwnSource)
     EXPECT_EQ(store.Text(2, 2), "2,2");
 }
 
-TEST(CellArray, AResizeBeyondTheCellLimitFailsAndKeepsTheStore)
+TEST(CellArray, AFullGridOfDefaultCellsIsUsable)
 {
-    CellArray store = filledStore(20000, 4);
-    EXPECT_EQ(storeError([&] { store.setCols(32767); }).Source, "TabulaControl.clsCellArray.Cols");
-    EXPECT_EQ(store.Cols(), 4);
-    EXPECT_EQ(store.Text(20000, 4), "20000,4");
+    CellArray store;
+    store.setCols(32767);
+    store.setRows(32767);
+    store.setText(32767, 32767, "corner");
+    store.Remove(32766);
+    EXPECT_EQ(store.Text(32766, 32767), "corner");
+    EXPECT_TRUE(store.FontBold(0, 32767));
+    EXPECT_TRUE(store.FontBold(32767, 0));
+    EXPECT_FALSE(store.FontBold(32767, 32766));
+    EXPECT_EQ(store.Text(20000, 30000), "");
 }
 
-TEST(CellArray, FormatsAreSharedUntilACellChangesOne)
+TEST(CellArray, EveryTextComesBackExactly)
 {
-    CellArray store = filledStore(2, 2);
-    EXPECT_EQ(&store.Format(1, 1), &store.Format(2, 2));
-    store.setFontItalic(1, 1, true);
-    EXPECT_NE(&store.Format(1, 1), &store.Format(2, 2));
-    EXPECT_TRUE(store.FontItalic(1, 1));
-    EXPECT_FALSE(store.FontItalic(2, 2));
-    store.setFontItalic(1, 1, false);
-    EXPECT_EQ(&store.Format(1, 1), &store.Format(2, 2));
+    const QChar nul(0), highSurrogate(0xD83D), lowSurrogate(0xDE00);
+    const QStringList samples = {
+        "R%1 plain",           "Ünïcødé ß %1",  "漢字テキスト %1",        "😀👍🏽 %1",
+        "שלום עולם مرحبا %1", "long Latin-1 text in row %1, well past fifteen characters",
+        QString(nul) + "%1" + nul, QString(highSurrogate) + "%1", "%1" + QString(lowSurrogate) + "x",
+        "",
+    };
+    constexpr int Rows = 32767, Cols = 10;
+    CellArray store;
+    store.setCols(Cols);
+    store.setRows(Rows);
+    auto expected = [&](int r, int c) { return QString(samples[(r * Cols + c) % samples.size()]).replace("%1", QString::number(r)); };
+    for (int r = 1; r <= Rows; ++r)
+        for (int c = 1; c <= Cols; ++c)
+            store.setText(int16_t(r), int16_t(c), expected(r, c));
+    int mismatches = 0;
+    for (int r = 1; r <= Rows; ++r)
+        for (int c = 1; c <= Cols; ++c)
+            if (store.Text(int16_t(r), int16_t(c)) != expected(r, c) && ++mismatches == 1)
+                ADD_FAILURE() << "cell " << r << "," << c;
+    EXPECT_EQ(mismatches, 0);
 }
