@@ -3,6 +3,7 @@
 #include <TabulaControl/Tabula.h>
 
 #include <QApplication>
+#include <QScrollBar>
 
 #include <benchmark/benchmark.h>
 
@@ -39,6 +40,22 @@ inline std::unique_ptr<TabulaControl::Tabula> fullHdGrid(int32_t rows, int32_t c
             grid->setTextMatrix(r, c, texts[static_cast<size_t>(r * 7 + c) % texts.size()]);
     }
     return grid;
+}
+
+// One step of the grid's scroll bar per iteration, the pixels read after
+// each; at its end the bar is put back to the start outside the measured time.
+inline void stepScrollBar(benchmark::State& state, TabulaControl::Tabula& grid, const char* barName)
+{
+    auto* bar = grid.findChild<QScrollBar*>(barName);
+    for (auto _ : state) {
+        if (bar->value() >= bar->maximum()) {
+            state.PauseTiming();
+            bar->setValue(1);
+            state.ResumeTiming();
+        }
+        bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+        benchmark::DoNotOptimize(grid.Picture().constBits());
+    }
 }
 
 inline bool surfaceIsFullHd(benchmark::State& state, const TabulaControl::Tabula& grid)

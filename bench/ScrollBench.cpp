@@ -17,23 +17,11 @@ std::unique_ptr<TabulaControl::Tabula> filledGrid()
     return grid;
 }
 
-// One step of the bar per iteration; at its end the bar is put back to the
-// start outside the measured time.
 void stepBar(benchmark::State& state, const char* barName)
 {
     auto grid = filledGrid();
-    if (!surfaceIsFullHd(state, *grid))
-        return;
-    auto* bar = grid->findChild<QScrollBar*>(barName);
-    for (auto _ : state) {
-        if (bar->value() >= bar->maximum()) {
-            state.PauseTiming();
-            bar->setValue(1);
-            state.ResumeTiming();
-        }
-        bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-        benchmark::DoNotOptimize(grid->Picture().constBits());
-    }
+    if (surfaceIsFullHd(state, *grid))
+        TabulaBench::stepScrollBar(state, *grid, barName);
 }
 
 void scrollDownOneRow(benchmark::State& state) { stepBar(state, "scrVertical"); }

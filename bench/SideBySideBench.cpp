@@ -180,18 +180,8 @@ void scrollOneRowTabula(benchmark::State& state)
 {
     auto grid = TabulaBench::fullHdGrid(HdRows, HdCols);
     grid->setAutoRedraw(true);
-    if (!TabulaBench::surfaceIsFullHd(state, *grid))
-        return;
-    auto* bar = grid->findChild<QScrollBar*>("scrVertical");
-    for (auto _ : state) {
-        if (bar->value() >= bar->maximum()) {
-            state.PauseTiming();
-            bar->setValue(1);
-            state.ResumeTiming();
-        }
-        bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-        benchmark::DoNotOptimize(grid->Picture().constBits());
-    }
+    if (TabulaBench::surfaceIsFullHd(state, *grid))
+        TabulaBench::stepScrollBar(state, *grid, "scrVertical");
 }
 
 void scrollOneRowTableWidget(benchmark::State& state)
