@@ -89,6 +89,9 @@ public:
     void DrawBottomRight();
     void RedrawCells(Rect cells);
     void DrawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
+    // Paints one cell where it stands now; a cell outside the grid is drawn
+    // nowhere.
+    void redrawCell(int32_t row, int32_t col);
     void UserControl_Paint();
     void ShowScrollBars();
     // Whether both scroll bars are shown, as the painters see it.
@@ -188,6 +191,9 @@ public:
     // Raises BeforeEdit and, unless it is cancelled, stores the validated
     // editor text in the current cell.
     void storeEditorText();
+    // Raises AfterEdit with the current cell's stored text. An edit whose
+    // cell the host moved out of the grid has no text to report.
+    void raiseAfterEdit();
     void txtEdit_KeyPress(int16_t& keyAscii);
     void txtEdit_LostFocus();
     void setColEditWidth(int32_t col, int32_t value);

@@ -14,6 +14,9 @@ constexpr int16_t VkDown = 40;
 
 void Grid::GridEdit(int16_t keyAscii)
 {
+    // A current cell the host moved out of the grid cannot be edited.
+    if (s.mRow < 1 || s.mCol < 1 || !hasCell(s, s.mRow, s.mCol))
+        return;
     bool cancel = false;
     events.BeforeEdit(s.mRow, s.mCol, cancel);
     if (cancel || !s.mColAllowEdit(s.mCol) || s.mEditing)
@@ -59,8 +62,16 @@ void Grid::openEditor(int16_t keyAscii)
         ui.txtEdit.typeKey(keyAscii);
 }
 
+void Grid::raiseAfterEdit()
+{
+    if (hasCell(s, s.mRow, s.mCol))
+        events.AfterEdit(s.mRow, s.mCol, Text());
+}
+
 void Grid::storeEditorText()
 {
+    if (!hasCell(s, s.mRow, s.mCol))
+        return;
     s.mEditCancel = false;
     events.BeforeEdit(s.mRow, s.mCol, s.mEditCancel);
     if (s.mEditCancel)
@@ -83,9 +94,7 @@ void Grid::repaintEditedCell(bool highlight)
     const bool selection = s.mAllowSelection && s.mSelectionMode >= 1;
     if (selection)
         HilightSelection();
-    int32_t x = 0, y = 0;
-    GetCellCoordinates(s.mRow, s.mCol, x, y);
-    DrawCell(s.mRow, s.mCol, x, y, s.mColWidth(s.mCol), s.mRowHeight(s.mRow));
+    redrawCell(s.mRow, s.mCol);
     if (selection)
         HilightSelection();
     DrawGridBorder();
@@ -105,7 +114,7 @@ void Grid::EndEdit()
 {
     storeEditorText();
     closeEditor();
-    events.AfterEdit(s.mRow, s.mCol, Text());
+    raiseAfterEdit();
 }
 
 void Grid::HideEdit()
@@ -115,7 +124,7 @@ void Grid::HideEdit()
     if (ui.txtEdit.Visible()) {
         ui.txtEdit.setVisible(false);
         if (s.mEditing)
-            events.AfterEdit(s.mRow, s.mCol, Text());
+            raiseAfterEdit();
     }
     ui.txtEdit.ZOrderBack();
     s.mEditing = false;
@@ -129,7 +138,7 @@ void Grid::EditKeyDown(int16_t keyCode, int16_t)
     switch (keyCode) {
     case VkEnter:
         commitAndRepaint();
-        events.AfterEdit(s.mRow, s.mCol, Text());
+        raiseAfterEdit();
         return;
     case VkEscape:
         closeEditor();
@@ -139,7 +148,7 @@ void Grid::EditKeyDown(int16_t keyCode, int16_t)
     case VkDown:
         commitAndRepaint();
         ui.picGrid.postKey(keyCode);
-        events.AfterEdit(s.mRow, s.mCol, Text());
+        raiseAfterEdit();
         return;
     default:
         return;
@@ -174,7 +183,7 @@ void Grid::txtEdit_LostFocus()
     if (!s.mEditing)
         return;
     commitAndRepaint();
-    events.AfterEdit(s.mRow, s.mCol, Text());
+    raiseAfterEdit();
 }
 
 void Grid::setColEditWidth(int32_t col, int32_t value)

@@ -76,7 +76,7 @@ void Grid::pickListValue()
     HideList();
     ui.picGrid.SetFocus();
     repaintEditedCell(true);
-    events.AfterEdit(s.mRow, s.mCol, Text());
+    raiseAfterEdit();
 }
 
 void Grid::ListBox_KeyDown(int16_t keyCode, int16_t)

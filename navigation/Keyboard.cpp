@@ -154,7 +154,7 @@ void toggleCheckmarkByKey(Grid& g)
     }
     redrawCurrentCell(g);
     if (editable)
-        g.events.AfterEdit(s.mRow, s.mCol, g.Text());
+        g.raiseAfterEdit();
 }
 
 }  // namespace

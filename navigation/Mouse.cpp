@@ -213,7 +213,7 @@ void closeEditorBoxAfterPress(Grid& g)
         return;
     hideEditorBox(g);
     if (g.s.mEditing)
-        g.events.AfterEdit(g.s.mRow, g.s.mCol, g.Text());
+        g.raiseAfterEdit();
 }
 
 // A press on a check-mark cell toggles the current cell, which after a
@@ -234,7 +234,7 @@ void toggleCheckmarkAfterPress(Grid& g, CellIndex pressed)
     if (selectsLines(s))
         g.HilightSelection();
     if (editable)
-        g.events.AfterEdit(s.mRow, s.mCol, g.Text());
+        g.raiseAfterEdit();
 }
 
 // One step of the bar toward a pointer before the start or at or past end

@@ -22,9 +22,7 @@ void closeDropDown(Grid& g)
 void redrawCurrentCell(Grid& g)
 {
     GridState& s = g.s;
-    int32_t x = 0, y = 0;
-    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
-    g.DrawCell(s.mRow, s.mCol, x, y, s.mColWidth(s.mCol), s.mRowHeight(s.mRow));
+    g.redrawCell(s.mRow, s.mCol);
     g.DrawGridBorder();
     g.HilightCell(s.mRow, s.mCol);
 }

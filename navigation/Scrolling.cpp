@@ -15,15 +15,13 @@ void finishEditAfterScroll(Grid& g)
     GridState& s = g.s;
     if (selectsLines(s))
         g.HilightSelection();
-    int32_t x = 0, y = 0;
-    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
     g.ui.txtEdit.setVisible(false);
-    g.DrawCell(s.mRow, s.mCol, x, y, s.mColWidth(s.mCol), s.mRowHeight(s.mRow));
+    g.redrawCell(s.mRow, s.mCol);
     g.DrawGridBorder();
     g.HilightCell(s.mRow, s.mCol);
     if (selectsLines(s))
         g.HilightSelection();
-    g.events.AfterEdit(s.mRow, s.mCol, g.Text());
+    g.raiseAfterEdit();
 }
 
 // A vertical scroll closes the editor without storing what was typed.

@@ -320,12 +320,18 @@ void Grid::RedrawCells(Rect cells)
     if (cells.Left > cells.Right)
         return;
     for (int32_t row = cells.Top; row <= cells.Bottom; ++row) {
-        for (int32_t col = cells.Left; col <= cells.Right; ++col) {
-            int32_t x = 0, y = 0;
-            GetCellCoordinates(row, col, x, y);
-            DrawCell(row, col, x, y, s.mColWidth(col), s.mRowHeight(row));
-        }
+        for (int32_t col = cells.Left; col <= cells.Right; ++col)
+            redrawCell(row, col);
     }
+}
+
+void Grid::redrawCell(int32_t row, int32_t col)
+{
+    if (!hasCell(s, row, col))
+        return;
+    int32_t x = 0, y = 0;
+    GetCellCoordinates(row, col, x, y);
+    DrawCell(row, col, x, y, s.mColWidth(col), s.mRowHeight(row));
 }
 
 void Grid::UserControl_Paint() { ui.window.setBorder(s.mBorderStyle); }

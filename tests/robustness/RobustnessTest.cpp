@@ -68,6 +68,16 @@ const Poison poisons[] = {
          g.setRows(259);
      }},
     {"col_negative", [](Tabula& g) { g.setCol(-7); }},
+    {"row_negative_then_a_typed_key",
+     [](Tabula& g) {
+         g.setRow(-1);
+         QTest::keyClick(g.findChild<QWidget*>("picGrid"), Qt::Key_0);
+     }},
+    {"editor_open_then_left_col_minus_one",
+     [](Tabula& g) {
+         QTest::keyClick(g.findChild<QWidget*>("picGrid"), Qt::Key_A);
+         g.setLeftCol(-1);
+     }},
     {"selection_beyond_the_grid",
      [](Tabula& g) {
          g.setSelectionMode(TabulaControl::SelectionFree);
