@@ -32,9 +32,10 @@ void Grid::GridEdit(int16_t keyAscii)
     openEditor(keyAscii);
 }
 
+// A grid that already has the most rows a count can hold gets no new one.
 void Grid::addRowBeforeEditing()
 {
-    if (s.mRow != s.mRows || !RowEmpty(s.mRow) || !s.mAutoNewRow)
+    if (s.mRow != s.mRows || !RowEmpty(s.mRow) || !s.mAutoNewRow || s.mRows >= INT16_MAX)
         return;
     bool cancel = false;
     events.BeforeAddRow(cancel);

@@ -301,3 +301,16 @@ TEST_F(Robustness, ADragThatStartsOnNoBorderRaisesNothing)
     click(QPoint(60, 100));
     EXPECT_EQ(*errors, QStringList());
 }
+
+TEST_F(Robustness, TypingOnTheLastRowOfAFullGridEditsWithoutAddingARow)
+{
+    auto errors = errorSources();
+    grid().setAutoNewRow(true);
+    grid().setRows(32767);
+    grid().setRow(32767);
+    key(Qt::Key_A);
+    QApplication::processEvents();
+    EXPECT_EQ(*errors, QStringList());
+    EXPECT_EQ(grid().Rows(), 32767);
+    EXPECT_TRUE(editor()->isVisible());
+}
