@@ -32,14 +32,10 @@ protected:
     void SetUp() override
     {
         GridFixture::SetUp();
-        grid().setRows(4);
-        grid().setCols(3);
+        fillWithPositions(4, 3);
         grid().setFormatString("<Name|^Qty|>Price");
-        for (int32_t row = 1; row <= 4; ++row) {
+        for (int32_t row = 1; row <= 4; ++row)
             grid().setTextMatrix(row, 0, QString("R%1").arg(row));
-            for (int32_t col = 1; col <= 3; ++col)
-                grid().setTextMatrix(row, col, QString("%1,%2").arg(row).arg(col));
-        }
         table_ = QAccessible::queryAccessibleInterface(&grid());
         ASSERT_NE(table_, nullptr);
         ASSERT_NE(table(), nullptr);

@@ -16,12 +16,7 @@ protected:
     void SetUp() override
     {
         GridFixture::SetUp();
-        grid().setRows(3);
-        grid().setCols(3);
-        for (int32_t row = 1; row <= 3; ++row) {
-            for (int32_t col = 1; col <= 3; ++col)
-                grid().setTextMatrix(row, col, QString("%1,%2").arg(row).arg(col));
-        }
+        fillWithPositions(3, 3);
         log().clear();
     }
     static QClipboard* clipboard() { return QApplication::clipboard(); }

@@ -79,6 +79,16 @@ void GridFixture::TearDown()
     grid_.reset();
 }
 
+void GridFixture::fillWithPositions(int32_t rows, int32_t cols)
+{
+    grid_->setRows(rows);
+    grid_->setCols(cols);
+    for (int32_t row = 1; row <= rows; ++row) {
+        for (int32_t col = 1; col <= cols; ++col)
+            grid_->setTextMatrix(row, col, QString("%1,%2").arg(row).arg(col));
+    }
+}
+
 uint32_t GridFixture::pixel(int x, int y) { return picture().pixel(x, y) & 0xFFFFFF; }
 
 TabulaControl::ComponentError errorOf(const std::function<void()>& body)

@@ -39,6 +39,8 @@ protected:
     TabulaControl::Tabula& grid() { return *grid_; }
     EventLog& log() { return *log_; }
     QImage picture() { return grid_->Picture(); }
+    // Gives the grid rows x cols data cells, each reading "row,col".
+    void fillWithPositions(int32_t rows, int32_t cols);
     // The colour at (x, y) of the surface as 0xRRGGBB.
     uint32_t pixel(int x, int y);
 
