@@ -7,6 +7,7 @@
 #include "fuzz/Values.h"
 
 #include <QApplication>
+#include <QCryptographicHash>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
@@ -33,6 +34,7 @@ struct Options {
     double seconds = -1;
     bool keepGoing = false;
     QString replayFile;
+    QString picturesFile;
 };
 
 void usage()
@@ -44,6 +46,8 @@ void usage()
                  "  --keep-going reports every distinct failure instead of stopping at the first.\n"
                  "  --hold-back hostile,restore keeps known open failure classes out of the run: host\n"
                  "  arguments outside the grid or at the integer edges, and a restoring sequence that raises.\n"
+                 "  --pictures FILE writes a digest of the grid's picture after every step, one line per\n"
+                 "  step (seed, step, digest): two builds that draw alike write the same file.\n"
                  "tabula_fuzz --replay FILE\n"
                  "  Replays the steps in FILE (the lines a failure prints under \"steps for --replay\") and shrinks a failure.\n";
 }
@@ -65,6 +69,8 @@ std::optional<Options> parse(const QStringList& args)
             o.seconds = value.toDouble();
         else if (arg == QLatin1String("--replay"))
             o.replayFile = value;
+        else if (arg == QLatin1String("--pictures"))
+            o.picturesFile = value;
         else if (arg == QLatin1String("--hold-back")) {
             if (!parseHoldBack(value))
                 return std::nullopt;
@@ -136,6 +142,16 @@ void countReach(const Harness& harness, bool raised, Reach& reach)
     reach.raised += raised;
 }
 
+// The picture's size and an MD5 of its pixels.
+QString pictureDigest(const QImage& picture)
+{
+    const QByteArray bytes(reinterpret_cast<const char*>(picture.constBits()), picture.sizeInBytes());
+    const QByteArray digest = QCryptographicHash::hash(bytes, QCryptographicHash::Md5).toHex();
+    return QStringLiteral("%1x%2 %3").arg(picture.width()).arg(picture.height()).arg(QString::fromLatin1(digest));
+}
+
+bool tracePictures = false;
+
 Verdict runSteps(Channel& channel, const Sequence& given, Rng* rng, int64_t drawn)
 {
     Harness harness;
@@ -148,6 +164,8 @@ Verdict runSteps(Channel& channel, const Sequence& given, Rng* rng, int64_t draw
         channel.send(QStringLiteral("op ") + serialize(op));
         try {
             countReach(harness, checkedStep(harness, op), reach);
+            if (tracePictures)
+                channel.send(QStringLiteral("picture ") + pictureDigest(harness.grid().Picture()));
         } catch (const CheckFailure& failure) {
             return {QString::fromStdString(failure.what()), static_cast<size_t>(i), failure.detail};
         }
@@ -161,6 +179,7 @@ struct ChildResult {
     Verdict verdict;
     QString errors;
     Reach reach;
+    QStringList pictures;
 };
 
 // A sanitizer report or crash, reduced to what identifies its defect.
@@ -219,6 +238,8 @@ ChildResult parseReport(const QByteArray& report)
         if (line.startsWith(QLatin1String("op "))) {
             if (auto op = deserialize(line.mid(3)))
                 result.steps.push_back(*op);
+        } else if (line.startsWith(QLatin1String("picture "))) {
+            result.pictures.append(line.mid(8));
         } else if (line.startsWith(QLatin1String("reach "))) {
             const QStringList parts = line.split(QLatin1Char(' '));
             result.reach = {parts.value(1).toLongLong(), parts.value(2).toLongLong(), parts.value(3).toLongLong()};
@@ -334,6 +355,12 @@ int fuzzMain(const Options& o)
     QElapsedTimer clock;
     clock.start();
     QSet<QString> seen;
+    QFile pictures(o.picturesFile);
+    if (!o.picturesFile.isEmpty() && !pictures.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        say(QStringLiteral("cannot write %1").arg(o.picturesFile));
+        return 2;
+    }
+    QTextStream pictureLines(&pictures);
     int64_t steps = 0;
     Reach reach;
     int64_t iteration = 0;
@@ -341,6 +368,8 @@ int fuzzMain(const Options& o)
         const uint64_t seed = o.seed + static_cast<uint64_t>(iteration);
         const ChildResult result = inChild({}, seed, o.steps + 1, 300);
         steps += static_cast<int64_t>(result.steps.size());
+        for (qsizetype i = 0; i < result.pictures.size(); ++i)
+            pictureLines << seed << ' ' << i << ' ' << result.pictures[i] << '\n';
         reach = {reach.editor + result.reach.editor, reach.list + result.reach.list, reach.raised + result.reach.raised};
         if (!result.verdict.failed() || seen.contains(result.verdict.signature))
             continue;
@@ -387,5 +416,6 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(quietMessages);
     QApplication app(argc, argv);
+    tracePictures = !options->picturesFile.isEmpty();
     return options->replayFile.isEmpty() ? fuzzMain(*options) : replayMain(*options);
 }
