@@ -47,7 +47,7 @@ void usage()
                  "  --hold-back hostile,restore keeps known open failure classes out of the run: host\n"
                  "  arguments outside the grid or at the integer edges, and a restoring sequence that raises.\n"
                  "  --pictures FILE writes a digest of the grid's picture after every step, one line per\n"
-                 "  step (seed, step, digest): two builds that draw alike write the same file.\n"
+                 "  step (seed, step, digest, step): two builds that draw alike write the same file.\n"
                  "tabula_fuzz --replay FILE\n"
                  "  Replays the steps in FILE (the lines a failure prints under \"steps for --replay\") and shrinks a failure.\n";
 }
@@ -368,8 +368,12 @@ int fuzzMain(const Options& o)
         const uint64_t seed = o.seed + static_cast<uint64_t>(iteration);
         const ChildResult result = inChild({}, seed, o.steps + 1, 300);
         steps += static_cast<int64_t>(result.steps.size());
-        for (qsizetype i = 0; i < result.pictures.size(); ++i)
-            pictureLines << seed << ' ' << i << ' ' << result.pictures[i] << '\n';
+        for (qsizetype i = 0; i < result.pictures.size(); ++i) {
+            pictureLines << seed << ' ' << i << ' ' << result.pictures[i];
+            if (i < static_cast<qsizetype>(result.steps.size()))
+                pictureLines << ' ' << serialize(result.steps[static_cast<size_t>(i)]);
+            pictureLines << '\n';
+        }
         reach = {reach.editor + result.reach.editor, reach.list + result.reach.list, reach.raised + result.reach.raised};
         if (!result.verdict.failed() || seen.contains(result.verdict.signature))
             continue;
