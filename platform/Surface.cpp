@@ -1,5 +1,7 @@
 #include "platform/Surface.h"
 
+#include "platform/TextCache.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 
@@ -59,8 +61,6 @@ Box translated(const Box& b, int64_t dx, int64_t dy)
     return {b.left + dx, b.top + dy, b.right + dx, b.bottom + dy};
 }
 
-Box boundsOf(const QImage& image) { return {0, 0, image.width(), image.height()}; }
-
 Box unite(const Box& a, const Box& b)
 {
     if (a.empty())
@@ -85,39 +85,74 @@ Box boundsOfDifference(const Box& whole, const Box& cut)
     return result;
 }
 
-QRgb* rowOf(QImage& image, int64_t y) { return reinterpret_cast<QRgb*>(image.scanLine(static_cast<int>(y))); }
-
-void fillBox(QImage& image, const Box& box, QRgb pixel)
-{
-    const Box visible = intersect(box, boundsOf(image));
-    if (visible.empty())
-        return;
-    for (int64_t y = visible.top; y < visible.bottom; ++y) {
-        QRgb* row = rowOf(image, y);
-        std::fill(row + visible.left, row + visible.right, pixel);
+// The image's pixels addressed in surface pixels. At a device pixel ratio r
+// the surface pixel x covers the device pixels from round(x * r) up to
+// round((x + 1) * r): every edge lands on a whole device pixel, so nothing
+// is blended, and at ratio 1 the two are the same pixels.
+class Canvas {
+public:
+    Canvas(QImage& image, qreal ratio, int width, int height)
+        : ratio_(ratio), bits_(image.bits()), stride_(image.bytesPerLine()),
+          device_{0, 0, image.width(), image.height()}, surface_{0, 0, width, height}
+    {
     }
-}
 
-void invertBox(QImage& image, const Box& box)
-{
-    const Box visible = intersect(box, boundsOf(image));
-    if (visible.empty())
-        return;
-    for (int64_t y = visible.top; y < visible.bottom; ++y) {
-        QRgb* row = rowOf(image, y);
-        for (int64_t x = visible.left; x < visible.right; ++x)
-            row[x] ^= kXorMask;
+    int64_t toDevice(int64_t v) const
+    {
+        return ratio_ == 1 ? v : static_cast<int64_t>(std::floor(static_cast<double>(v) * ratio_ + 0.5));
     }
-}
+    Box toDevice(const Box& b) const { return {toDevice(b.left), toDevice(b.top), toDevice(b.right), toDevice(b.bottom)}; }
+    const Box& bounds() const { return surface_; }
+    const Box& deviceBounds() const { return device_; }
+    QRgb* row(int64_t deviceY) { return reinterpret_cast<QRgb*>(bits_ + deviceY * stride_); }
 
-void invertEvenPixels(QImage& image, const Box& box)
+    void fill(const Box& box, QRgb pixel) { fillDevice(toDevice(box), pixel); }
+    void fillDevice(const Box& box, QRgb pixel)
+    {
+        const Box visible = intersect(box, device_);
+        if (visible.empty())
+            return;
+        for (int64_t y = visible.top; y < visible.bottom; ++y)
+            std::fill(row(y) + visible.left, row(y) + visible.right, pixel);
+    }
+    void invert(const Box& box)
+    {
+        const Box visible = intersect(toDevice(box), device_);
+        if (visible.empty())
+            return;
+        for (int64_t y = visible.top; y < visible.bottom; ++y)
+            for (QRgb* p = row(y) + visible.left; p != row(y) + visible.right; ++p)
+                *p ^= kXorMask;
+    }
+    void setPixel(int64_t x, int64_t y, QRgb pixel)
+    {
+        if (ratio_ != 1)
+            return fill({x, y, x + 1, y + 1}, pixel);
+        if (x >= 0 && y >= 0 && x < device_.right && y < device_.bottom)
+            row(y)[x] = pixel;
+    }
+    void invertPixel(int64_t x, int64_t y)
+    {
+        if (ratio_ != 1)
+            return invert({x, y, x + 1, y + 1});
+        if (x >= 0 && y >= 0 && x < device_.right && y < device_.bottom)
+            row(y)[x] ^= kXorMask;
+    }
+
+private:
+    qreal ratio_;
+    uchar* bits_;
+    qsizetype stride_;
+    Box device_;
+    Box surface_;
+};
+
+void invertEvenPixels(Canvas& canvas, const Box& box)
 {
-    const Box visible = intersect(box, boundsOf(image));
-    for (int64_t y = visible.top; y < visible.bottom; ++y) {
-        QRgb* row = rowOf(image, y);
+    const Box visible = intersect(box, canvas.bounds());
+    for (int64_t y = visible.top; y < visible.bottom; ++y)
         for (int64_t x = visible.left + ((visible.left + y) & 1); x < visible.right; x += 2)
-            row[x] ^= kXorMask;
-    }
+            canvas.invertPixel(x, y);
 }
 
 int64_t signOf(int64_t v) { return (v > 0) - (v < 0); }
@@ -137,7 +172,7 @@ std::pair<int64_t, int64_t> stepsInside(int64_t start, int64_t direction, int64_
 // i * minor / steps rounded to nearest, halves away from the start point.
 // Only steps whose major coordinate is inside the image are visited, so the
 // cost is bounded by the image size whatever the end points.
-void walkLine(QImage& image, int64_t x1, int64_t y1, int64_t x2, int64_t y2, QRgb pixel, bool dotted)
+void walkLine(Canvas& canvas, int64_t x1, int64_t y1, int64_t x2, int64_t y2, QRgb pixel, bool dotted)
 {
     const int64_t dx = x2 - x1;
     const int64_t dy = y2 - y1;
@@ -151,8 +186,8 @@ void walkLine(QImage& image, int64_t x1, int64_t y1, int64_t x2, int64_t y2, QRg
     const int64_t minorDirection = signOf(xMajor ? dy : dx);
     const uint64_t minorLength = static_cast<uint64_t>(std::abs(xMajor ? dy : dx));
     const uint64_t stepCount = static_cast<uint64_t>(steps);
-    const int64_t majorExtent = xMajor ? image.width() : image.height();
-    const int64_t minorExtent = xMajor ? image.height() : image.width();
+    const int64_t majorExtent = xMajor ? canvas.bounds().right : canvas.bounds().bottom;
+    const int64_t minorExtent = xMajor ? canvas.bounds().bottom : canvas.bounds().right;
 
     const auto [first, last] = stepsInside(majorStart, majorDirection, steps, majorExtent);
     if (first >= last)
@@ -165,9 +200,9 @@ void walkLine(QImage& image, int64_t x1, int64_t y1, int64_t x2, int64_t y2, QRg
         const int64_t major = majorStart + majorDirection * i;
         if (minor >= 0 && minor < minorExtent && (!dotted || isDrawnDot(i))) {
             if (xMajor)
-                rowOf(image, minor)[major] = pixel;
+                canvas.setPixel(major, minor, pixel);
             else
-                rowOf(image, major)[minor] = pixel;
+                canvas.setPixel(minor, major, pixel);
         }
         remainder += minorLength;
         if (remainder >= stepCount) {
@@ -218,20 +253,20 @@ std::optional<EdgeColours> innerColours(unsigned kinds)
     return std::nullopt;
 }
 
-void drawRing(QImage& image, const Box& ring, EdgeColours colours, unsigned sides)
+void drawRing(Canvas& canvas, const Box& ring, EdgeColours colours, unsigned sides)
 {
     if (ring.empty())
         return;
     const QRgb light = translateColor(colours.topLeft);
     const QRgb dark = translateColor(colours.bottomRight);
     if (sides & SideTop)
-        fillBox(image, {ring.left, ring.top, ring.right, ring.top + 1}, light);
+        canvas.fill({ring.left, ring.top, ring.right, ring.top + 1}, light);
     if (sides & SideLeft)
-        fillBox(image, {ring.left, ring.top, ring.left + 1, ring.bottom}, light);
+        canvas.fill({ring.left, ring.top, ring.left + 1, ring.bottom}, light);
     if (sides & SideBottom)
-        fillBox(image, {ring.left, ring.bottom - 1, ring.right, ring.bottom}, dark);
+        canvas.fill({ring.left, ring.bottom - 1, ring.right, ring.bottom}, dark);
     if (sides & SideRight)
-        fillBox(image, {ring.right - 1, ring.top, ring.right, ring.bottom}, dark);
+        canvas.fill({ring.right - 1, ring.top, ring.right, ring.bottom}, dark);
 }
 
 Box deflated(const Box& b, unsigned sides)
@@ -245,10 +280,10 @@ constexpr std::array<const char*, kTickSize> kTickRows = {
     "......x", ".....xx", "x...xxx", "xx.xxx.", "xxxxx..", ".xxx...", "..x....",
 };
 
-void drawTick(QImage& image, const Box& interior)
+void drawTick(Canvas& canvas, const Box& interior)
 {
     const int64_t offset = (interior.width() - kTickSize) / 2;
-    const Box visible = intersect(interior, boundsOf(image));
+    const Box visible = intersect(interior, canvas.bounds());
     const int64_t left = interior.left + offset;
     const int64_t top = interior.top + offset;
     for (int row = 0; row < kTickSize; ++row) {
@@ -257,7 +292,7 @@ void drawTick(QImage& image, const Box& interior)
             const int64_t y = top + row;
             const bool inside = x >= visible.left && x < visible.right && y >= visible.top && y < visible.bottom;
             if (inside && kTickRows[row][column] == 'x')
-                rowOf(image, y)[x] = translateColor(0);
+                canvas.setPixel(x, y, translateColor(0));
         }
     }
 }
@@ -399,11 +434,11 @@ QRect toQRect(const Box& b)
 
 // Copies the pixels of destination from (x - dx, y - dy), row by row in
 // the order that reads every source row before it is overwritten.
-void movePixels(QImage& image, const Box& destination, int64_t dx, int64_t dy)
+void movePixels(Canvas& canvas, const Box& destination, int64_t dx, int64_t dy)
 {
     const size_t bytes = static_cast<size_t>(destination.width()) * sizeof(QRgb);
     const auto copyRow = [&](int64_t y) {
-        std::memmove(rowOf(image, y) + destination.left, rowOf(image, y - dy) + destination.left - dx, bytes);
+        std::memmove(canvas.row(y) + destination.left, canvas.row(y - dy) + destination.left - dx, bytes);
     };
     if (dy > 0) {
         for (int64_t y = destination.bottom - 1; y >= destination.top; --y)
@@ -412,6 +447,122 @@ void movePixels(QImage& image, const Box& destination, int64_t dx, int64_t dy)
     }
     for (int64_t y = destination.top; y < destination.bottom; ++y)
         copyRow(y);
+}
+
+qreal validRatio(qreal ratio) { return ratio >= 0.25 && ratio <= 16 ? ratio : 1; }
+
+void drawTextLine(QPainter& painter, const QString& text, const QRectF& layout, unsigned flags, const QFont& font,
+                  QRgb pixel)
+{
+    painter.setFont(font);
+    painter.setPen(QColor::fromRgb(pixel));
+    painter.drawText(layout, static_cast<int>(alignmentOf(flags)) | Qt::TextSingleLine | Qt::TextDontClip, text);
+}
+
+// Texts in rectangles larger than this, in device pixels, are not cached.
+constexpr int64_t kLargestCachedText = 1024;
+
+// An even device pixel at or left of (above) a rectangle's corner, and how
+// far past it the corner lies. Text layout rounds halves to even in places,
+// so a mask drawn at the phase is the same pixels as the text drawn in place
+// only when the two differ by an even number of device pixels.
+struct DeviceOrigin {
+    int64_t x;
+    int64_t y;
+    double phaseX;
+    double phaseY;
+};
+
+double evenFloor(double v) { return 2 * std::floor(v / 2); }
+
+DeviceOrigin deviceOriginOf(const Box& bounds, qreal ratio)
+{
+    const double x = static_cast<double>(bounds.left) * ratio;
+    const double y = static_cast<double>(bounds.top) * ratio;
+    return {static_cast<int64_t>(evenFloor(x)), static_cast<int64_t>(evenFloor(y)), x - evenFloor(x),
+            y - evenFloor(y)};
+}
+
+QImage& scratchImage(int width, int height)
+{
+    thread_local QImage scratch;
+    if (scratch.width() < width || scratch.height() < height) {
+        scratch = QImage(std::max(width, scratch.width()), std::max(height, scratch.height()),
+                         QImage::Format_ARGB32_Premultiplied);
+        scratch.setDotsPerMeterX(kDotsPerMeter96Dpi);
+        scratch.setDotsPerMeterY(kDotsPerMeter96Dpi);
+    }
+    return scratch;
+}
+
+TextMask::Run* extendRun(TextMask& mask, int32_t y, int32_t x)
+{
+    if (!mask.runs.empty() && mask.runs.back().y == y && mask.runs.back().right == x)
+        return &mask.runs.back();
+    mask.runs.push_back({y, x, x});
+    return &mask.runs.back();
+}
+
+// How far, in device pixels, a text may start before its rectangle's
+// corner: text wider or taller than its rectangle, centred or aligned to
+// the far side, starts before it. Layout rounds negative positions another
+// way than positive ones, so a mask is made, and used, only where the text
+// starts at a positive position.
+QPoint overhangOf(const QString& text, const QRectF& layout, unsigned flags, const QFont& font,
+                  const QPaintDevice& device, qreal ratio)
+{
+    const QFontMetricsF metrics(font, &device);
+    const auto overhang = [ratio](Anchor anchor, double room, double size) {
+        const double lead = anchor == Anchor::Start ? 0 : anchor == Anchor::End ? room - size : (room - size) / 2;
+        return static_cast<int>(std::ceil(std::max(0.0, -lead) * ratio)) + 2;
+    };
+    return {overhang(horizontalAnchor(flags), layout.width(), metrics.horizontalAdvance(text)),
+            overhang(verticalAnchor(flags), layout.height(), metrics.height())};
+}
+
+int evenCeil(int v) { return v + (v & 1); }
+
+// Draws the text in black on a clear scratch image, exactly as it would be
+// drawn at the device origin, and reads back which pixels it covered.
+TextMask renderMask(const QString& text, const QRectF& layout, const Box& clip, const DeviceOrigin& origin,
+                    qreal ratio, const QFont& font, unsigned flags)
+{
+    TextMask mask;
+    mask.overhang = overhangOf(text, layout, flags, font, referenceDevice(), ratio);
+    const QPoint margin(evenCeil(mask.overhang.x()), evenCeil(mask.overhang.y()));
+    const Box area = translated(clip, margin.x(), margin.y());
+    QImage& scratch = scratchImage(static_cast<int>(area.right), static_cast<int>(area.bottom));
+    for (int64_t y = area.top; y < area.bottom; ++y) {
+        auto* row = reinterpret_cast<QRgb*>(scratch.scanLine(static_cast<int>(y)));
+        std::fill(row + area.left, row + area.right, QRgb{0});
+    }
+    {
+        QPainter painter(&scratch);
+        painter.setClipRect(toQRect(area));
+        const QPointF shift(margin.x() + origin.phaseX, margin.y() + origin.phaseY);
+        QRectF placed = layout.translated(shift);
+        if (ratio != 1) {
+            placed = layout;
+            painter.translate(shift);
+            painter.scale(ratio, ratio);
+        }
+        drawTextLine(painter, text, placed, flags, font, qRgb(0, 0, 0));
+    }
+    constexpr QRgb Covered = 0xFF000000;
+    for (int64_t y = area.top; y < area.bottom; ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(scratch.constScanLine(static_cast<int>(y)));
+        for (int64_t x = area.left; x < area.right; ++x) {
+            if (row[x] == 0)
+                continue;
+            if (row[x] != Covered) {
+                mask.exact = false;
+                mask.runs.clear();
+                return mask;
+            }
+            ++extendRun(mask, static_cast<int32_t>(y - margin.y()), static_cast<int32_t>(x - margin.x()))->right;
+        }
+    }
+    return mask;
 }
 
 }  // namespace
@@ -425,18 +576,26 @@ QRgb translateColor(OleColor colour)
     return qRgb(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
 }
 
-Surface::Surface(int width, int height)
-    : image_(makeImage(width, height)),
+Surface::Surface(int width, int height, qreal devicePixelRatio)
+    : ratio_(validRatio(devicePixelRatio)),
       font_(QFont(), &referenceDevice())
 {
     font_.setStyleStrategy(QFont::NoAntialias);
-    clear();
+    resize(width, height);
+    remakeImage();
 }
 
 const QImage& Surface::image() const
 {
     settle();
     return image_;
+}
+
+QImage Surface::picture() const
+{
+    QImage picture = image();
+    picture.setDevicePixelRatio(ratio_);
+    return picture;
 }
 
 void Surface::settle() const
@@ -456,20 +615,40 @@ bool Surface::readyToDraw()
     return true;
 }
 
+void Surface::remakeImage()
+{
+    const Canvas scale(image_, ratio_, width_, height_);
+    image_ = makeImage(static_cast<int>(scale.toDevice(width_)), static_cast<int>(scale.toDevice(height_)));
+    image_.fill(translateColor(backColor_));
+}
+
+void Surface::setDevicePixelRatio(qreal ratio)
+{
+    ratio = validRatio(ratio);
+    if (ratio == ratio_)
+        return;
+    settle();
+    ratio_ = ratio;
+    remakeImage();
+}
+
 void Surface::resize(int width, int height)
 {
     settle();
-    width = std::max(0, width);
-    height = std::max(0, height);
-    if (width == image_.width() && height == image_.height())
+    // A surface without pixels has no extent either way; the grid's layout
+    // reads a height of 0 when the width is 0.
+    if (width <= 0 || height <= 0)
+        width = height = 0;
+    if (width == width_ && height == height_)
         return;
-    QImage resized = makeImage(width, height);
-    resized.fill(translateColor(backColor_));
-    const int keptWidth = std::min(width, image_.width());
-    const int keptHeight = keptWidth > 0 ? std::min(height, image_.height()) : 0;
+    const QImage old = std::exchange(image_, QImage());
+    width_ = width;
+    height_ = height;
+    remakeImage();
+    const int keptWidth = std::min(image_.width(), old.width());
+    const int keptHeight = keptWidth > 0 ? std::min(image_.height(), old.height()) : 0;
     for (int y = 0; y < keptHeight; ++y)
-        std::memcpy(resized.scanLine(y), image_.constScanLine(y), static_cast<size_t>(keptWidth) * sizeof(QRgb));
-    image_ = std::move(resized);
+        std::memcpy(image_.scanLine(y), old.constScanLine(y), static_cast<size_t>(keptWidth) * sizeof(QRgb));
 }
 
 void Surface::clear()
@@ -480,89 +659,163 @@ void Surface::clear()
 
 void Surface::fill(Rect r, OleColor colour)
 {
-    if (readyToDraw())
-        fillBox(image_, toBox(r), translateColor(colour));
+    if (!readyToDraw())
+        return;
+    Canvas canvas(image_, ratio_, width_, height_);
+    canvas.fill(intersect(toBox(r), canvas.bounds()), translateColor(colour));
 }
 
 void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 {
     if (!readyToDraw())
         return;
+    Canvas canvas(image_, ratio_, width_, height_);
     const QRgb pixel = translateColor(penColor_);
     const bool dotted = penStyle_ == PenStyle::Dot;
     if (!dotted && (x1 == x2 || y1 == y2)) {
         if (x1 != x2 || y1 != y2)
-            fillBox(image_, axisLineBox(x1, y1, x2, y2), pixel);
+            canvas.fill(intersect(axisLineBox(x1, y1, x2, y2), canvas.bounds()), pixel);
         return;
     }
-    walkLine(image_, x1, y1, x2, y2, pixel, dotted);
+    walkLine(canvas, x1, y1, x2, y2, pixel, dotted);
 }
 
 void Surface::edge(Rect r, unsigned kinds, unsigned sides)
 {
     if (!readyToDraw())
         return;
+    Canvas canvas(image_, ratio_, width_, height_);
     const auto paletteOf = [sides](EdgeColours colours) {
         return (sides & EdgeMono) ? EdgeColours{systemColour(6), systemColour(6)} : colours;
     };
     Box ring = toBox(r);
     if (const auto outer = outerColours(kinds)) {
-        drawRing(image_, ring, paletteOf(*outer), sides);
+        drawRing(canvas, ring, paletteOf(*outer), sides);
         ring = deflated(ring, sides);
     }
     if (const auto inner = innerColours(kinds))
-        drawRing(image_, ring, paletteOf(*inner), sides);
+        drawRing(canvas, ring, paletteOf(*inner), sides);
 }
 
 void Surface::checkBox(Rect r, bool checked)
 {
     if (!readyToDraw())
         return;
+    Canvas canvas(image_, ratio_, width_, height_);
     const Box bounds = toBox(r);
     const int64_t side = std::min(bounds.width(), bounds.height());
     if (side <= 0)
         return;
     const Box square{bounds.left, bounds.top, bounds.left + side, bounds.top + side};
-    drawRing(image_, square, *outerColours(SunkenOuter), SideAll);
-    drawRing(image_, deflated(square, SideAll), *innerColours(SunkenInner), SideAll);
+    drawRing(canvas, square, *outerColours(SunkenOuter), SideAll);
+    drawRing(canvas, deflated(square, SideAll), *innerColours(SunkenInner), SideAll);
     const Box interior = deflated(deflated(square, SideAll), SideAll);
     if (interior.empty())
         return;
-    fillBox(image_, interior, translateColor(0xFFFFFF));
+    canvas.fill(intersect(interior, canvas.bounds()), translateColor(0xFFFFFF));
     if (checked)
-        drawTick(image_, interior);
+        drawTick(canvas, interior);
 }
 
-void Surface::setFontName(const QString& name) { font_.setFamily(name); }
+void Surface::setFontName(const QString& name)
+{
+    font_.setFamily(name);
+    fontKey_.clear();
+}
 
 void Surface::setFontSize(double points)
 {
-    if (points > 0 && std::isfinite(points))
+    if (points > 0 && std::isfinite(points)) {
         font_.setPointSizeF(points);
+        fontKey_.clear();
+    }
 }
 
-void Surface::setFontBold(bool on) { font_.setBold(on); }
-void Surface::setFontItalic(bool on) { font_.setItalic(on); }
-void Surface::setFontUnderline(bool on) { font_.setUnderline(on); }
-void Surface::setFontStrikethrough(bool on) { font_.setStrikeOut(on); }
+void Surface::setFontBold(bool on)
+{
+    font_.setBold(on);
+    fontKey_.clear();
+}
+
+void Surface::setFontItalic(bool on)
+{
+    font_.setItalic(on);
+    fontKey_.clear();
+}
+
+void Surface::setFontUnderline(bool on)
+{
+    font_.setUnderline(on);
+    fontKey_.clear();
+}
+
+void Surface::setFontStrikethrough(bool on)
+{
+    font_.setStrikeOut(on);
+    fontKey_.clear();
+}
+
+const QString& Surface::fontKey()
+{
+    if (fontKey_.isEmpty())
+        fontKey_ = font_.key();
+    return fontKey_;
+}
 
 void Surface::text(const QString& s, Rect r, unsigned flags)
 {
     if (!readyToDraw())
         return;
     const Box bounds = toBox(r);
-    const Box visible = intersect(bounds, boundsOf(image_));
+    const Box visible = intersect(bounds, {0, 0, width_, height_});
     if (visible.empty() || s.isEmpty())
         return;
-    const auto layout = layoutRect(bounds, visible, flags, font_, image_, s);
+    const QPaintDevice& device = image_.isNull() ? referenceDevice() : image_;
+    const auto layout = layoutRect(bounds, visible, flags, font_, device, s);
     if (!layout)
         return;
-    const QString shown = visibleText(s, *layout, visible, flags, font_, image_);
+    const QString shown = visibleText(s, *layout, visible, flags, font_, device);
+    if (shown.size() == s.size() && drawCachedText(s, *layout, r, flags))
+        return;
+    const Canvas canvas(image_, ratio_, width_, height_);
     QPainter painter(&image_);
-    painter.setClipRect(toQRect(visible));
-    painter.setFont(font_);
-    painter.setPen(QColor::fromRgb(translateColor(textColor_)));
-    painter.drawText(*layout, static_cast<int>(alignmentOf(flags)) | Qt::TextSingleLine | Qt::TextDontClip, shown);
+    painter.setClipRect(toQRect(canvas.toDevice(visible)));
+    if (ratio_ != 1)
+        painter.scale(ratio_, ratio_);
+    drawTextLine(painter, shown, *layout, flags, font_, translateColor(textColor_));
+}
+
+// A text whose rectangle lies near the surface is drawn from its mask: the
+// mask is made once by drawing the text at the same device phase into a
+// scratch image, and then copied in the text colour.
+bool Surface::drawCachedText(const QString& s, const QRectF& layout, Rect r, unsigned flags)
+{
+    Canvas canvas(image_, ratio_, width_, height_);
+    const Box bounds = toBox(r);
+    const Box device = canvas.toDevice(bounds);
+    if (!isLayoutSafe(bounds) || device.width() > kLargestCachedText || device.height() > kLargestCachedText)
+        return false;
+    const DeviceOrigin origin = deviceOriginOf(bounds, ratio_);
+    const TextKey key{fontKey(), s, bounds.width(), bounds.height(), flags, origin.phaseX, origin.phaseY, ratio_};
+    const TextMask* mask = textCache_.find(key);
+    if (!mask) {
+        const Box clip = translated(device, -origin.x, -origin.y);
+        mask = &textCache_.insert(key, renderMask(s, layout.translated(-bounds.left, -bounds.top), clip, origin, ratio_, font_, flags));
+    }
+    if (!mask->exact || origin.x < mask->overhang.x() || origin.y < mask->overhang.y())
+        return false;
+    const QRgb pixel = translateColor(textColor_);
+    const Box visible = intersect(device, canvas.deviceBounds());
+    for (const TextMask::Run& run : mask->runs) {
+        const int64_t y = origin.y + run.y;
+        if (y < visible.top || y >= visible.bottom)
+            continue;
+        const int64_t left = std::max(origin.x + run.left, visible.left);
+        const int64_t right = std::min(origin.x + run.right, visible.right);
+        if (left < right)
+            std::fill(canvas.row(y) + left, canvas.row(y) + right, pixel);
+    }
+    return true;
 }
 
 double Surface::textWidth(const QString& s) const
@@ -578,30 +831,42 @@ void Surface::focusRect(Rect r)
     const Box b = toBox(r);
     if (b.empty())
         return;
-    invertEvenPixels(image_, {b.left, b.top, b.right, b.top + 1});
+    Canvas canvas(image_, ratio_, width_, height_);
+    invertEvenPixels(canvas, {b.left, b.top, b.right, b.top + 1});
     if (b.height() > 1)
-        invertEvenPixels(image_, {b.left, b.bottom - 1, b.right, b.bottom});
-    invertEvenPixels(image_, {b.left, b.top + 1, b.left + 1, b.bottom - 1});
+        invertEvenPixels(canvas, {b.left, b.bottom - 1, b.right, b.bottom});
+    invertEvenPixels(canvas, {b.left, b.top + 1, b.left + 1, b.bottom - 1});
     if (b.width() > 1)
-        invertEvenPixels(image_, {b.right - 1, b.top + 1, b.right, b.bottom - 1});
+        invertEvenPixels(canvas, {b.right - 1, b.top + 1, b.right, b.bottom - 1});
 }
 
 void Surface::invert(Rect r)
 {
-    if (readyToDraw())
-        invertBox(image_, toBox(r));
+    if (!readyToDraw())
+        return;
+    Canvas canvas(image_, ratio_, width_, height_);
+    canvas.invert(intersect(toBox(r), canvas.bounds()));
 }
 
+// Pixels move by whole device pixels only; at a ratio that would split
+// one, nothing moves and the whole area is reported uncovered.
 Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
 {
     if (!readyToDraw())
         return {};
-    const Box image = boundsOf(image_);
+    Canvas canvas(image_, ratio_, width_, height_);
+    const Box surface = canvas.bounds();
     const Box source = toBox(scroll);
-    const Box target = intersect(toBox(clip), image);
-    const Box moved = intersect(intersect(translated(source, dx, dy), target), translated(image, dx, dy));
+    const Box target = intersect(toBox(clip), surface);
+    const double deviceDx = static_cast<double>(dx) * ratio_;
+    const double deviceDy = static_cast<double>(dy) * ratio_;
+    if (deviceDx != std::floor(deviceDx) || deviceDy != std::floor(deviceDy)) {
+        const Box area = intersect(source, target);
+        return area.empty() ? Rect{} : toRect(area);
+    }
+    const Box moved = intersect(intersect(translated(source, dx, dy), target), translated(surface, dx, dy));
     if (!moved.empty())
-        movePixels(image_, moved, dx, dy);
+        movePixels(canvas, canvas.toDevice(moved), canvas.toDevice(dx), canvas.toDevice(dy));
     const Box uncovered = boundsOfDifference(intersect(source, target), moved);
     return uncovered.empty() ? Rect{} : toRect(uncovered);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/TextCache.h"
+
 #include <QFont>
 #include <QImage>
 #include <QString>
@@ -60,17 +62,25 @@ QRgb translateColor(OleColor colour);
 
 // The grid's drawing surface: a persistent image with the drawing state of a
 // classic device context (pen colour and style, text colour, font).
+// Coordinates and sizes are surface pixels; the image has device pixels, as
+// many per surface pixel as the device pixel ratio says.
 class Surface {
 public:
-    explicit Surface(int width = 0, int height = 0);
+    explicit Surface(int width = 0, int height = 0, qreal devicePixelRatio = 1);
 
     // Resizes the image, keeping the pixels of the overlapping area; new
     // pixels get the surface's back colour.
     void resize(int width, int height);
-    int width() const { return image_.width(); }
-    int height() const { return image_.height(); }
-    // The pixels, after any pending render has been made.
+    int width() const { return width_; }
+    int height() const { return height_; }
+    // A new ratio starts a new image in the back colour: the owner repaints.
+    void setDevicePixelRatio(qreal ratio);
+    qreal devicePixelRatio() const { return ratio_; }
+    // The pixels, after any pending render has been made; device pixels,
+    // with the device pixel ratio left at 1 (see picture()).
     const QImage& image() const;
+    // The pixels as a picture that knows its device pixel ratio.
+    QImage picture() const;
 
     // A render that is owed to the image: made before the image is read or
     // drawn on, and then forgotten. An empty function cancels it.
@@ -134,8 +144,16 @@ private:
     // Makes a pending render; true when drawing is to go ahead.
     bool readyToDraw();
     void settle() const;
+    void remakeImage();
+    const QString& fontKey();
+    bool drawCachedText(const QString& s, const QRectF& layout, Rect r, unsigned flags);
 
+    int width_ = 0;
+    int height_ = 0;
+    qreal ratio_ = 1;
     QImage image_;
+    TextCache textCache_;
+    QString fontKey_;
     mutable std::function<void()> pendingRender_;
     bool discarding_ = false;
     OleColor backColor_ = 0x8000000F;
