@@ -73,6 +73,7 @@ void Grid::UserControl_Resize()
     ui.scrHorizontal.Move(2, h - 21, w - 23, 18);
     ui.scrVertical.Move(w - 21, 2, 18, h - 23);
     ui.picGrid.Move(2, 2, w - 5, h - 5);
+    surface.setDevicePixelRatio(control.devicePixelRatioF());
     surface.resize(std::max(0, w - 5), std::max(0, h - 5));
     Refresh();
     UserControl_Paint();

@@ -74,7 +74,20 @@ void Tabula::resizeEvent(QResizeEvent*)
     notify("UserControl_Resize", [&] { grid_->UserControl_Resize(); });
 }
 
-void Tabula::paintEvent(QPaintEvent*) { grid_->ui.window.paint(); }
+// A grid moved to a screen of another device pixel ratio paints itself
+// again at the new ratio, after this paint.
+void Tabula::paintEvent(QPaintEvent*)
+{
+    grid_->ui.window.paint();
+    if (devicePixelRatioF() == grid_->surface.devicePixelRatio())
+        return;
+    QMetaObject::invokeMethod(this, [this] {
+        notify("UserControl_Paint", [&] {
+            grid_->surface.setDevicePixelRatio(devicePixelRatioF());
+            grid_->Refresh();
+        });
+    }, Qt::QueuedConnection);
+}
 
 int32_t Tabula::Rows() const { return grid_->s.mRows; }
 void Tabula::setRows(int32_t value) { repaintingChange("Rows", [&] { grid_->setRows(value); }); }
@@ -166,7 +179,7 @@ void Tabula::setEnabled(bool value)
     emit propertyChanged(QStringLiteral("Enabled"));
 }
 
-QImage Tabula::Picture() const { return grid_->surface.image(); }
+QImage Tabula::Picture() const { return grid_->surface.picture(); }
 
 void Tabula::ShowAboutBox()
 {

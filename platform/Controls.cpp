@@ -116,6 +116,17 @@ void notify(const H& handler, A&&... args)
         handler(std::forward<A>(args)...);
 }
 
+// An image of device pixels shown over width x height widget pixels: at a
+// device pixel ratio other than 1 each device pixel lands on one of the
+// screen's.
+void drawSurfaceImage(QPainter& painter, const QImage& image, int width, int height)
+{
+    if (image.width() == width && image.height() == height)
+        painter.drawImage(0, 0, image);
+    else
+        painter.drawImage(QRectF(0, 0, width, height), image);
+}
+
 // Shows the surface image and turns input into the grid's notifications.
 class SurfaceView : public QWidget {
 public:
@@ -139,7 +150,7 @@ protected:
         const QImage& image = surface_.image();
         painting_ = false;
         QPainter painter(this);
-        painter.drawImage(0, 0, image);
+        drawSurfaceImage(painter, image, surface_.width(), surface_.height());
     }
     bool focusNextPrevChild(bool) override { return false; }
 
@@ -589,7 +600,7 @@ double Window::TextWidth(const QString& s) const
 
 void Window::paint() const
 {
-    Surface face(control_->width(), control_->height());
+    Surface face(control_->width(), control_->height(), control_->devicePixelRatioF());
     face.setBackColor(backColor_);
     face.clear();
     Rect all{0, 0, face.width(), face.height()};
@@ -609,7 +620,7 @@ void Window::paint() const
         break;
     }
     QPainter painter(control_);
-    painter.drawImage(0, 0, face.image());
+    drawSurfaceImage(painter, face.image(), face.width(), face.height());
 }
 
 Controls::Controls(QWidget* control)

@@ -520,16 +520,35 @@ QPoint overhangOf(const QString& text, const QRectF& layout, unsigned flags, con
             overhang(verticalAnchor(flags), layout.height(), metrics.height())};
 }
 
-int evenCeil(int v) { return v + (v & 1); }
+// A whole number of surface pixels that is an even number of device pixels,
+// at least `least` device pixels; none at a ratio where no small one is.
+std::optional<int> evenDeviceMargin(int least, qreal ratio)
+{
+    const int first = static_cast<int>(std::ceil(least / ratio));
+    for (int margin = first; margin < first + 64; ++margin) {
+        const double device = margin * ratio;
+        if (device == std::floor(device) && static_cast<int64_t>(device) % 2 == 0)
+            return margin;
+    }
+    return std::nullopt;
+}
 
 // Draws the text in black on a clear scratch image, exactly as it would be
-// drawn at the device origin, and reads back which pixels it covered.
+// drawn at the device origin, and reads back which pixels it covered. The
+// text is placed a margin of whole surface pixels in, so that it starts at
+// a positive position in surface and in device pixels alike.
 TextMask renderMask(const QString& text, const QRectF& layout, const Box& clip, const DeviceOrigin& origin,
                     qreal ratio, const QFont& font, unsigned flags)
 {
     TextMask mask;
     mask.overhang = overhangOf(text, layout, flags, font, referenceDevice(), ratio);
-    const QPoint margin(evenCeil(mask.overhang.x()), evenCeil(mask.overhang.y()));
+    const auto marginX = evenDeviceMargin(mask.overhang.x(), ratio);
+    const auto marginY = evenDeviceMargin(mask.overhang.y(), ratio);
+    if (!marginX || !marginY) {
+        mask.exact = false;
+        return mask;
+    }
+    const QPoint margin(static_cast<int>(*marginX * ratio), static_cast<int>(*marginY * ratio));
     const Box area = translated(clip, margin.x(), margin.y());
     QImage& scratch = scratchImage(static_cast<int>(area.right), static_cast<int>(area.bottom));
     for (int64_t y = area.top; y < area.bottom; ++y) {
@@ -539,11 +558,11 @@ TextMask renderMask(const QString& text, const QRectF& layout, const Box& clip, 
     {
         QPainter painter(&scratch);
         painter.setClipRect(toQRect(area));
-        const QPointF shift(margin.x() + origin.phaseX, margin.y() + origin.phaseY);
-        QRectF placed = layout.translated(shift);
-        if (ratio != 1) {
-            placed = layout;
-            painter.translate(shift);
+        QRectF placed = layout.translated(*marginX, *marginY);
+        if (ratio == 1) {
+            placed.translate(origin.phaseX, origin.phaseY);
+        } else {
+            painter.translate(origin.phaseX, origin.phaseY);
             painter.scale(ratio, ratio);
         }
         drawTextLine(painter, text, placed, flags, font, qRgb(0, 0, 0));

@@ -179,6 +179,13 @@ const GoldenCase cases[] = {
          t.fill(6, 4), t.g().setColWidth(0, 12), t.g().setColWidth(2, 20), t.g().setColWidth(3, 110);
          t.g().setRowHeight(2, 30), t.g().setRowHeight(3, 4);
      }},
+    {"coloured_text_at_any_ratio",
+     [](T t) {
+         t.g().setForeColor(0x0000FF), t.g().setForeColorFixed(0xFF0000), t.g().setFormatString("<Left|^Centre|>Right|Box");
+         t.g().setColMask(4, checkmark);
+         t.g().AddItem("Apples\t3\t1.20\t1"), t.g().AddItem("Pears\t12\t0.95\t0"), t.g().AddItem("Plums\t7\t2.10\t1");
+         t.g().setRowHeight(2, 30), t.g().setGridSolid(false);
+     }},
     {"check_boxes",
      [](T t) {
          t.g().setFormatString("Done|^Tick|Text"), t.g().setColMask(1, checkmark), t.g().setColMask(2, checkmark);
@@ -252,5 +259,56 @@ const GoldenCase cases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Golden, Golden, ::testing::ValuesIn(cases), caseName<GoldenCase>);
+
+int deviceEdge(int v, qreal ratio) { return static_cast<int>(std::floor(v * ratio + 0.5)); }
+
+// Each device pixel of a picture at `ratio` from the surface pixel it lies
+// in: surface pixel x covers device pixels deviceEdge(x) up to deviceEdge(x + 1).
+QImage blockScaled(const QImage& image, qreal ratio)
+{
+    QImage scaled(deviceEdge(image.width(), ratio), deviceEdge(image.height(), ratio), QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            for (int dy = deviceEdge(y, ratio); dy < deviceEdge(y + 1, ratio); ++dy)
+                for (int dx = deviceEdge(x, ratio); dx < deviceEdge(x + 1, ratio); ++dx)
+                    scaled.setPixel(dx, dy, image.pixel(x, y));
+    return scaled;
+}
+
+// The grid draws at its screen's device pixel ratio (ctest runs this at
+// QT_SCALE_FACTOR 1.5 and 2 too). Against the stored ratio-1 picture scaled
+// up block by block, only text pixels (red and blue in this scene) may
+// differ, and some must: lines, edges and check boxes cover whole device
+// pixels with no blended colour, and text is laid out at device resolution.
+class DeviceRatio : public Golden {};
+
+TEST_F(DeviceRatio, LinesCoverWholeDevicePixelsAndTextIsDrawnAtDeviceResolution)
+{
+    const auto scene = std::find_if(std::begin(cases), std::end(cases), [](const GoldenCase& c) {
+        return QByteArray(c.name) == "coloured_text_at_any_ratio";
+    });
+    scene->play(*this);
+    const qreal ratio = g().devicePixelRatioF();
+    const QImage picture = g().Picture().convertToFormat(QImage::Format_RGB32);
+    const QImage reference = QImage(goldenPath(scene->name)).convertToFormat(QImage::Format_RGB32);
+    ASSERT_FALSE(reference.isNull());
+    EXPECT_EQ(g().Picture().devicePixelRatio(), ratio);
+    const QImage expected = blockScaled(reference, ratio);
+    ASSERT_EQ(picture.size(), expected.size());
+    const auto isText = [](QRgb p) { return (p & 0xFFFFFF) == 0xFF0000 || (p & 0xFFFFFF) == 0x0000FF; };
+    int textDifferences = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            const QRgb actual = picture.pixel(x, y), scaled = expected.pixel(x, y);
+            if (actual == scaled)
+                continue;
+            ASSERT_TRUE(isText(actual) || isText(scaled)) << "at device pixel " << x << "," << y;
+            ++textDifferences;
+        }
+    if (ratio == 1)
+        EXPECT_EQ(textDifferences, 0);
+    else
+        EXPECT_GT(textDifferences, 0) << "the text is the ratio-1 text scaled up";
+}
 
 }  // namespace
