@@ -102,6 +102,19 @@ public:
         return ratio_ == 1 ? v : static_cast<int64_t>(std::floor(static_cast<double>(v) * ratio_ + 0.5));
     }
     Box toDevice(const Box& b) const { return {toDevice(b.left), toDevice(b.top), toDevice(b.right), toDevice(b.bottom)}; }
+    // The surface pixel that covers device pixel v.
+    int64_t toSurface(int64_t v) const
+    {
+        if (ratio_ == 1)
+            return v;
+        auto s = static_cast<int64_t>(std::floor(static_cast<double>(v) / ratio_));
+        while (toDevice(s + 1) <= v)
+            ++s;
+        while (toDevice(s) > v)
+            --s;
+        return s;
+    }
+    qreal ratio() const { return ratio_; }
     const Box& bounds() const { return surface_; }
     const Box& deviceBounds() const { return device_; }
     QRgb* row(int64_t deviceY) { return reinterpret_cast<QRgb*>(bits_ + deviceY * stride_); }
@@ -584,6 +597,26 @@ TextMask renderMask(const QString& text, const QRectF& layout, const Box& clip, 
     return mask;
 }
 
+// Moves surface pixels by (dx, dy) at a ratio where that is no whole number
+// of device pixels: each device pixel of destination takes the device pixel
+// at the same place in the block of the surface pixel it comes from.
+void moveBlocks(QImage& image, Canvas& canvas, const Box& destination, int64_t dx, int64_t dy)
+{
+    const QImage before = image.copy();
+    const auto sourceOf = [&canvas](int64_t device, int64_t shift) {
+        const int64_t surface = canvas.toSurface(device);
+        const int64_t from = surface - shift;
+        return std::min(canvas.toDevice(from) + device - canvas.toDevice(surface), canvas.toDevice(from + 1) - 1);
+    };
+    const Box target = intersect(canvas.toDevice(destination), canvas.deviceBounds());
+    for (int64_t y = target.top; y < target.bottom; ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(before.constScanLine(static_cast<int>(sourceOf(y, dy))));
+        QRgb* to = canvas.row(y);
+        for (int64_t x = target.left; x < target.right; ++x)
+            to[x] = from[sourceOf(x, dx)];
+    }
+}
+
 }  // namespace
 
 QRgb translateColor(OleColor colour)
@@ -867,8 +900,6 @@ void Surface::invert(Rect r)
     canvas.invert(intersect(toBox(r), canvas.bounds()));
 }
 
-// Pixels move by whole device pixels only; at a ratio that would split
-// one, nothing moves and the whole area is reported uncovered.
 Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
 {
     if (!readyToDraw())
@@ -877,15 +908,14 @@ Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
     const Box surface = canvas.bounds();
     const Box source = toBox(scroll);
     const Box target = intersect(toBox(clip), surface);
+    const Box moved = intersect(intersect(translated(source, dx, dy), target), translated(surface, dx, dy));
     const double deviceDx = static_cast<double>(dx) * ratio_;
     const double deviceDy = static_cast<double>(dy) * ratio_;
-    if (deviceDx != std::floor(deviceDx) || deviceDy != std::floor(deviceDy)) {
-        const Box area = intersect(source, target);
-        return area.empty() ? Rect{} : toRect(area);
-    }
-    const Box moved = intersect(intersect(translated(source, dx, dy), target), translated(surface, dx, dy));
-    if (!moved.empty())
+    const bool whole = deviceDx == std::floor(deviceDx) && deviceDy == std::floor(deviceDy);
+    if (!moved.empty() && whole)
         movePixels(canvas, canvas.toDevice(moved), canvas.toDevice(dx), canvas.toDevice(dy));
+    else if (!moved.empty())
+        moveBlocks(image_, canvas, moved, dx, dy);
     const Box uncovered = boundsOfDifference(intersect(source, target), moved);
     return uncovered.empty() ? Rect{} : toRect(uncovered);
 }

@@ -184,7 +184,10 @@ const GoldenCase cases[] = {
          t.g().setForeColor(0x0000FF), t.g().setForeColorFixed(0xFF0000), t.g().setFormatString("<Left|^Centre|>Right|Box");
          t.g().setColMask(4, checkmark);
          t.g().AddItem("Apples\t3\t1.20\t1"), t.g().AddItem("Pears\t12\t0.95\t0"), t.g().AddItem("Plums\t7\t2.10\t1");
-         t.g().setRowHeight(2, 30), t.g().setGridSolid(false);
+         for (int r = 4; r <= 30; ++r)
+             t.g().AddItem(QString("Row %1\t%1\t%1.00\t%2").arg(r).arg(r % 2));
+         t.g().setRowHeight(1, 20), t.g().setRowHeight(3, 30), t.g().setGridSolid(false);
+         t.step(t.vertical(), 1);  // 21 pixels: no whole number of device pixels at ratio 1.5
      }},
     {"check_boxes",
      [](T t) {
