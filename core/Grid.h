@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace TabulaControl::detail {
 
@@ -217,6 +218,8 @@ public:
 private:
     void paintAll();
     void layoutAll();
+    void runLayout();
+    bool layoutSettled();
     void measureRow(int32_t row);
     void redrawIfAuto();
     void closeEditor();
@@ -234,6 +237,8 @@ private:
     std::optional<RepaintInputs> owedRepaint_;
     std::optional<RowWalk> measuredRow_;
     std::optional<bool> barsShownOverride_;
+    // What the last layout left; see layoutSettled().
+    std::optional<std::vector<int64_t>> settledLayout_;
     int hostCalls_ = 0;
     friend class InputsRestored;
     friend class HostCall;

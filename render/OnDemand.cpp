@@ -1,6 +1,8 @@
 #include "core/Grid.h"
 #include "render/GridPainter.h"
 
+#include <QAbstractSlider>
+
 #include <cassert>
 #include <tuple>
 
@@ -91,6 +93,64 @@ auto settledFields(const GridState& s)
 
 }  // namespace
 
+namespace {
+
+template <class Sizes>
+void addShown(std::vector<int64_t>& v, const Sizes& sizes, int32_t first, int32_t last, int32_t room)
+{
+    if (sizes.upper() >= 0)
+        v.push_back(sizes(0));
+    int64_t reach = 0;
+    for (int32_t i = firstWalked(first); i <= std::min(last, sizes.upper()) && reach <= room; ++i) {
+        v.push_back(sizes(i));
+        reach += sizes(i) + 1;
+    }
+}
+
+void addChild(std::vector<int64_t>& v, const platform::Child& child)
+{
+    v.insert(v.end(), {child.Visible(), child.Left(), child.Top(), child.Width(), child.Height()});
+}
+
+void addBar(std::vector<int64_t>& v, const platform::ScrollBar& bar)
+{
+    addChild(v, bar);
+    const auto* slider = qobject_cast<const QAbstractSlider*>(bar.widget());
+    v.insert(v.end(), {bar.Value(), bar.Max(), slider ? slider->pageStep() : -1});
+}
+
+// What a layout reads and what it leaves, in the grid and in the child
+// controls: rows and columns only as far as they can show. When it is the
+// same before a layout as after the last one, that layout would settle
+// nothing new, and only the pixels are owed.
+std::vector<int64_t> layoutKeyOf(const Grid& g)
+{
+    const GridState& s = g.s;
+    std::vector<int64_t> v = {
+        s.mBorderStyle, s.mRow1, s.mCol1, s.mRow2, s.mCol2, s.mCols, s.mRows, s.mColHeader, s.mRowHeader,
+        s.mShowGrid, s.mGridSolid, s.mCol, s.mRow, s.mAllowSelection, s.mFixedStyle, s.mSelectionMode,
+        s.mAllowUserResizing, s.mLeftCol, s.mTopRow, s.mEditing, s.mEditCancel, s.mMouseDown, s.mHeaderClicked,
+        s.mRowsSelected, s.mColumnsSelected, s.mColSizing, s.mRowSizing, s.mSizerIndex, s.mGridLineWidth,
+        s.mPageRows, s.mPageCols, s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded,
+        s.mRowHeight.upper(), s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(),
+        s.mColMask.upper(), s.mColEditWidth.upper(), s.mCells.Rows(), s.mCells.Cols(),
+        g.surface.width(), g.surface.height(), g.barsShown(), g.ui.txtEdit.MaxLength()};
+    // The resize zones are found across the whole control, a little wider
+    // than the surface.
+    addShown(v, s.mRowHeight, s.mTopRow, s.mRows, g.ui.window.ScaleHeight());
+    addShown(v, s.mColWidth, s.mLeftCol, s.mCols, g.ui.window.ScaleWidth());
+    addBar(v, g.ui.scrVertical);
+    addBar(v, g.ui.scrHorizontal);
+    addChild(v, g.ui.txtEdit);
+    v.push_back(-1);
+    v.insert(v.end(), s.mColSizers.begin(), s.mColSizers.end());
+    v.push_back(-1);
+    v.insert(v.end(), s.mRowSizers.begin(), s.mRowSizers.end());
+    return v;
+}
+
+}  // namespace
+
 void Grid::deferRepaints()
 {
     ++deferDepth_;
@@ -102,9 +162,36 @@ void Grid::deferRepaints()
 
 void Grid::endDeferredRepaints() { --deferDepth_; }
 
+// The observable half of a full repaint, run with the surface discarding
+// what the painters draw; the pixels are owed until they are read.
 void Grid::layoutAll()
 {
     const RepaintInputs inputs = inputsOf(*this);
+    if (!layoutSettled()) {
+        runLayout();
+        settledLayout_ = layoutKeyOf(*this);
+    }
+    owedRepaint_ = inputs;
+    surface.setPendingRender([this] { flushPaint(); });
+    ui.picGrid.Refresh();
+}
+
+bool Grid::layoutSettled()
+{
+    if (!settledLayout_ || *settledLayout_ != layoutKeyOf(*this))
+        return false;
+#ifndef NDEBUG
+    const std::vector<int64_t> settled = *settledLayout_;
+    runLayout();
+    settledLayout_ = layoutKeyOf(*this);
+    assert(*settledLayout_ == settled);
+#endif
+    return true;
+}
+
+void Grid::runLayout()
+{
+    settledLayout_.reset();
     owedRepaint_.reset();
     surface.setPendingRender({});
     try {
@@ -120,9 +207,6 @@ void Grid::layoutAll()
         throw;
     }
     measuredRow_.reset();
-    owedRepaint_ = inputs;
-    surface.setPendingRender([this] { flushPaint(); });
-    ui.picGrid.Refresh();
 }
 
 void Grid::flushPaint()
