@@ -598,9 +598,12 @@ double Window::TextWidth(const QString& s) const
     return QFontMetricsF(QFont(control_->font(), &device), &device).horizontalAdvance(s);
 }
 
-void Window::paint() const
+const QImage& Window::face() const
 {
-    Surface face(control_->width(), control_->height(), control_->devicePixelRatioF());
+    const FaceKey key{control_->width(), control_->height(), control_->devicePixelRatioF(), backColor_, border_};
+    if (key == faceKey_)
+        return face_;
+    Surface face(key.width, key.height, key.ratio);
     face.setBackColor(backColor_);
     face.clear();
     Rect all{0, 0, face.width(), face.height()};
@@ -619,8 +622,15 @@ void Window::paint() const
     default:
         break;
     }
+    faceKey_ = key;
+    face_ = face.image();
+    return face_;
+}
+
+void Window::paint() const
+{
     QPainter painter(control_);
-    drawSurfaceImage(painter, face.image(), face.width(), face.height());
+    drawSurfaceImage(painter, face(), control_->width(), control_->height());
 }
 
 Controls::Controls(QWidget* control)

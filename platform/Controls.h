@@ -159,6 +159,18 @@ public:
     void paint() const;
 
 private:
+    // The control's face, drawn again only when what it shows changed.
+    const QImage& face() const;
+
+    struct FaceKey {
+        int width = -1, height = -1;
+        qreal ratio = 0;
+        OleColor backColor = 0;
+        int16_t border = -1;
+        friend bool operator==(const FaceKey&, const FaceKey&) = default;
+    };
+    mutable FaceKey faceKey_;
+    mutable QImage face_;
     QWidget* control_;
     int16_t mousePointer_ = 0;
     OleColor backColor_ = 0xC0C0C0;

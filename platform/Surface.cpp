@@ -849,10 +849,11 @@ bool Surface::drawCachedText(const QString& s, const QRectF& layout, Rect r, uns
         return false;
     const DeviceOrigin origin = deviceOriginOf(bounds, ratio_);
     const TextKey key{fontKey(), s, bounds.width(), bounds.height(), flags, origin.phaseX, origin.phaseY, ratio_};
-    const TextMask* mask = textCache_.find(key);
+    TextCache& cache = TextCache::forThisThread();
+    const TextMask* mask = cache.find(key);
     if (!mask) {
         const Box clip = translated(device, -origin.x, -origin.y);
-        mask = &textCache_.insert(key, renderMask(s, layout.translated(-bounds.left, -bounds.top), clip, origin, ratio_, font_, flags));
+        mask = &cache.insert(key, renderMask(s, layout.translated(-bounds.left, -bounds.top), clip, origin, ratio_, font_, flags));
     }
     if (!mask->exact || origin.x < mask->overhang.x() || origin.y < mask->overhang.y())
         return false;

@@ -152,7 +152,6 @@ private:
     int height_ = 0;
     qreal ratio_ = 1;
     QImage image_;
-    TextCache textCache_;
     QString fontKey_;
     mutable std::function<void()> pendingRender_;
     bool discarding_ = false;

@@ -8,6 +8,12 @@ size_t qHash(const TextKey& key, size_t seed)
                       key.ratio);
 }
 
+TextCache& TextCache::forThisThread()
+{
+    thread_local TextCache cache;
+    return cache;
+}
+
 const TextMask* TextCache::find(const TextKey& key)
 {
     if (const auto it = current_.constFind(key); it != current_.constEnd())

@@ -52,6 +52,10 @@ class TextCache {
 public:
     explicit TextCache(qsizetype generationSize = 4096) : generationSize_(generationSize) {}
 
+    // One cache for every surface of a thread, as a new grid often shows
+    // the texts another one showed.
+    static TextCache& forThisThread();
+
     const TextMask* find(const TextKey& key);
     const TextMask& insert(const TextKey& key, TextMask mask);
 
