@@ -165,6 +165,26 @@ void fullRepaintTabula(benchmark::State& state)
     }
 }
 
+// Every shown cell holds a text never drawn before, so each repaint lays
+// out all of its texts: the cost of a first paint.
+void fullRepaintNewTextsTabula(benchmark::State& state)
+{
+    auto grid = TabulaBench::fullHdGrid(HdRows, HdCols);
+    if (!TabulaBench::surfaceIsFullHd(state, *grid))
+        return;
+    int round = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        for (int32_t r = 1; r <= 70; ++r)
+            for (int32_t c = 1; c <= 32; ++c)
+                grid->setTextMatrix(r, c, QStringLiteral("%1 r%2c%3").arg(round).arg(r).arg(c));
+        ++round;
+        state.ResumeTiming();
+        grid->Refresh();
+        benchmark::DoNotOptimize(grid->Picture().constBits());
+    }
+}
+
 void fullRepaintTableWidget(benchmark::State& state)
 {
     auto grid = TabulaBench::fullHdGrid(HdRows, HdCols);
@@ -210,6 +230,7 @@ BENCHMARK(appendRowsTableWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK(formatStringTabula)->Unit(benchmark::kMillisecond);
 BENCHMARK(headerItemsTableWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK(fullRepaintTabula)->Unit(benchmark::kMillisecond);
+BENCHMARK(fullRepaintNewTextsTabula)->Unit(benchmark::kMillisecond);
 BENCHMARK(fullRepaintTableWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollOneRowTabula)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollOneRowTableWidget)->Unit(benchmark::kMillisecond);

@@ -524,13 +524,15 @@ TextMask::Run* extendRun(TextMask& mask, int32_t y, int32_t x)
 QPoint overhangOf(const QString& text, const QRectF& layout, unsigned flags, const QFont& font,
                   const QPaintDevice& device, qreal ratio)
 {
-    const QFontMetricsF metrics(font, &device);
-    const auto overhang = [ratio](Anchor anchor, double room, double size) {
-        const double lead = anchor == Anchor::Start ? 0 : anchor == Anchor::End ? room - size : (room - size) / 2;
+    const auto overhang = [ratio](Anchor anchor, double room, const auto& size) {
+        if (anchor == Anchor::Start)
+            return 2;
+        const double lead = anchor == Anchor::End ? room - size() : (room - size()) / 2;
         return static_cast<int>(std::ceil(std::max(0.0, -lead) * ratio)) + 2;
     };
-    return {overhang(horizontalAnchor(flags), layout.width(), metrics.horizontalAdvance(text)),
-            overhang(verticalAnchor(flags), layout.height(), metrics.height())};
+    const QFontMetricsF metrics(font, &device);
+    return {overhang(horizontalAnchor(flags), layout.width(), [&] { return metrics.horizontalAdvance(text); }),
+            overhang(verticalAnchor(flags), layout.height(), [&] { return metrics.height(); })};
 }
 
 // A whole number of surface pixels that is an even number of device pixels,
@@ -837,9 +839,9 @@ void Surface::text(const QString& s, Rect r, unsigned flags)
     drawTextLine(painter, shown, *layout, flags, font_, translateColor(textColor_));
 }
 
-// A text whose rectangle lies near the surface is drawn from its mask: the
-// mask is made once by drawing the text at the same device phase into a
-// scratch image, and then copied in the text colour.
+// A text drawn again in a rectangle near the surface is drawn from its
+// mask: the mask is made on the second draw by drawing the text at the same
+// device phase into a scratch image, and then copied in the text colour.
 bool Surface::drawCachedText(const QString& s, const QRectF& layout, Rect r, unsigned flags)
 {
     Canvas canvas(image_, ratio_, width_, height_);
@@ -851,6 +853,8 @@ bool Surface::drawCachedText(const QString& s, const QRectF& layout, Rect r, uns
     const TextKey key{fontKey(), s, bounds.width(), bounds.height(), flags, origin.phaseX, origin.phaseY, ratio_};
     TextCache& cache = TextCache::forThisThread();
     const TextMask* mask = cache.find(key);
+    if (!mask && !cache.drawnBefore(key))
+        return false;
     if (!mask) {
         const Box clip = translated(device, -origin.x, -origin.y);
         mask = &cache.insert(key, renderMask(s, layout.translated(-bounds.left, -bounds.top), clip, origin, ratio_, font_, flags));

@@ -14,25 +14,39 @@ TextCache& TextCache::forThisThread()
     return cache;
 }
 
-const TextMask* TextCache::find(const TextKey& key)
+template <class Value>
+Value* TextCache::find(Generations<Value>& g, const TextKey& key)
 {
-    if (const auto it = current_.constFind(key); it != current_.constEnd())
+    if (const auto it = g.current.find(key); it != g.current.end())
         return &*it;
-    const auto old = previous_.find(key);
-    if (old == previous_.end())
+    const auto old = g.previous.find(key);
+    if (old == g.previous.end())
         return nullptr;
-    TextMask mask = std::move(*old);
-    previous_.erase(old);
-    return &insert(key, std::move(mask));
+    Value value = std::move(*old);
+    g.previous.erase(old);
+    return &insert(g, key, std::move(value));
 }
 
-const TextMask& TextCache::insert(const TextKey& key, TextMask mask)
+template <class Value>
+Value& TextCache::insert(Generations<Value>& g, const TextKey& key, Value value)
 {
-    if (current_.size() >= generationSize_) {
-        previous_ = std::move(current_);
-        current_.clear();
+    if (g.current.size() >= generationSize_) {
+        g.previous = std::move(g.current);
+        g.current.clear();
     }
-    return *current_.insert(key, std::move(mask));
+    return *g.current.insert(key, std::move(value));
 }
+
+const TextMask* TextCache::find(const TextKey& key) { return find(masks_, key); }
+
+bool TextCache::drawnBefore(const TextKey& key)
+{
+    if (find(drawn_, key))
+        return true;
+    insert(drawn_, key, true);
+    return false;
+}
+
+const TextMask& TextCache::insert(const TextKey& key, TextMask mask) { return insert(masks_, key, std::move(mask)); }
 
 }  // namespace TabulaControl::platform

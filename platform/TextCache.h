@@ -57,12 +57,25 @@ public:
     static TextCache& forThisThread();
 
     const TextMask* find(const TextKey& key);
+    // Whether a text with this key was drawn before; remembers that it was.
+    // A mask costs more than drawing once, so it is made on the second draw.
+    bool drawnBefore(const TextKey& key);
     const TextMask& insert(const TextKey& key, TextMask mask);
 
 private:
+    template <class Value>
+    struct Generations {
+        QHash<TextKey, Value> current;
+        QHash<TextKey, Value> previous;
+    };
+    template <class Value>
+    Value* find(Generations<Value>& g, const TextKey& key);
+    template <class Value>
+    Value& insert(Generations<Value>& g, const TextKey& key, Value value);
+
     qsizetype generationSize_;
-    QHash<TextKey, TextMask> current_;
-    QHash<TextKey, TextMask> previous_;
+    Generations<TextMask> masks_;
+    Generations<bool> drawn_;
 };
 
 }  // namespace TabulaControl::platform
