@@ -5,6 +5,7 @@
 #include "core/GridState.h"
 #include "platform/Controls.h"
 #include "platform/Surface.h"
+#include "render/Marks.h"
 #include "render/OnDemand.h"
 
 #include <QVariant>
@@ -31,6 +32,7 @@ public:
     GridState s;
     platform::Controls ui;
     platform::Surface& surface;
+    render::Marks marks;
     TabulaEvents& events;
     QWidget& control;
 
@@ -96,6 +98,9 @@ public:
     void ShowScrollBars();
     // Whether both scroll bars are shown, as the painters see it.
     bool barsShown() const;
+    render::Canvas canvas() { return {surface, marks}; }
+    // Moves the pixels of area by (dx, dy) with the marks on them.
+    void scrollPixels(int32_t dx, int32_t dy, Rect area);
 
     // Highlighting
     void HilightCell(int32_t row = Omitted, int32_t col = Omitted);

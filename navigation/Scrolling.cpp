@@ -72,7 +72,7 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
     const int32_t top = s.mColHeader ? to32(int64_t{s.mRowHeight(0)} + 2) : 1;
     const Rect area{1, top, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     const int32_t step = to32(int64_t{s.mRowHeight(delta < 1 ? oldTop : s.mTopRow)} + 1);
-    g.surface.scroll(0, to32(int64_t{step} * delta), area, area);
+    g.scrollPixels(0, to32(int64_t{step} * delta), area);
     if (delta < 1)
         g.DrawBottomRows(s.mTopRow, step);
     else
@@ -90,7 +90,7 @@ void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
     const int32_t left = s.mRowHeader ? to32(int64_t{s.mColWidth(0)} + 2) : 1;
     const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     const int32_t step = to32(int64_t{s.mColWidth(delta < 1 ? oldLeft : s.mLeftCol)} + 1);
-    g.surface.scroll(to32(int64_t{step} * delta), 0, area, area);
+    g.scrollPixels(to32(int64_t{step} * delta), 0, area);
     if (delta < 1)
         g.DrawRightCols(s.mLeftCol, step);
     else

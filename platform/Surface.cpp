@@ -120,6 +120,18 @@ void invertEvenPixels(QImage& image, const Box& box)
     }
 }
 
+void focusRectBox(QImage& image, const Box& b)
+{
+    if (b.empty())
+        return;
+    invertEvenPixels(image, {b.left, b.top, b.right, b.top + 1});
+    if (b.height() > 1)
+        invertEvenPixels(image, {b.left, b.bottom - 1, b.right, b.bottom});
+    invertEvenPixels(image, {b.left, b.top + 1, b.left + 1, b.bottom - 1});
+    if (b.width() > 1)
+        invertEvenPixels(image, {b.right - 1, b.top + 1, b.right, b.bottom - 1});
+}
+
 int64_t signOf(int64_t v) { return (v > 0) - (v < 0); }
 
 bool isDrawnDot(int64_t step) { return step % 6 < 3; }
@@ -436,7 +448,32 @@ Surface::Surface(int width, int height)
 const QImage& Surface::image() const
 {
     settle();
-    return image_;
+    if (marks_.empty())
+        return image_;
+    if (composedStale_)
+        compose();
+    return composed_;
+}
+
+void Surface::setMarks(std::vector<Mark> marks)
+{
+    marks_ = std::move(marks);
+    composedStale_ = true;
+}
+
+void Surface::compose() const
+{
+    if (composed_.size() != image_.size() || image_.isNull())
+        composed_ = image_.copy();
+    else
+        std::memcpy(composed_.bits(), image_.constBits(), static_cast<size_t>(image_.sizeInBytes()));
+    for (const Mark& mark : marks_) {
+        if (mark.kind == Mark::Kind::Inversion)
+            invertBox(composed_, toBox(mark.rect));
+        else
+            focusRectBox(composed_, toBox(mark.rect));
+    }
+    composedStale_ = false;
 }
 
 void Surface::settle() const
@@ -453,6 +490,7 @@ bool Surface::readyToDraw()
     if (discarding_)
         return false;
     settle();
+    composedStale_ = true;
     return true;
 }
 
@@ -463,6 +501,7 @@ void Surface::resize(int width, int height)
     height = std::max(0, height);
     if (width == image_.width() && height == image_.height())
         return;
+    composedStale_ = true;
     QImage resized = makeImage(width, height);
     resized.fill(translateColor(backColor_));
     const int keptWidth = std::min(width, image_.width());
@@ -573,17 +612,8 @@ double Surface::textWidth(const QString& s) const
 
 void Surface::focusRect(Rect r)
 {
-    if (!readyToDraw())
-        return;
-    const Box b = toBox(r);
-    if (b.empty())
-        return;
-    invertEvenPixels(image_, {b.left, b.top, b.right, b.top + 1});
-    if (b.height() > 1)
-        invertEvenPixels(image_, {b.left, b.bottom - 1, b.right, b.bottom});
-    invertEvenPixels(image_, {b.left, b.top + 1, b.left + 1, b.bottom - 1});
-    if (b.width() > 1)
-        invertEvenPixels(image_, {b.right - 1, b.top + 1, b.right, b.bottom - 1});
+    if (readyToDraw())
+        focusRectBox(image_, toBox(r));
 }
 
 void Surface::invert(Rect r)

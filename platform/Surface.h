@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 namespace TabulaControl::platform {
 
@@ -130,12 +131,22 @@ public:
     // returns the bounding rectangle of the area left uncovered.
     Rect scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip);
 
+    // Marks drawn over the pixels when they are read: applied in order, each an exclusive-or.
+    struct Mark { enum class Kind { Inversion, FocusRect } kind; Rect rect; };
+    void setMarks(std::vector<Mark> marks);
+    const std::vector<Mark>& marks() const { return marks_; }
+
 private:
     // Makes a pending render; true when drawing is to go ahead.
     bool readyToDraw();
     void settle() const;
+    void compose() const;
 
     QImage image_;
+    std::vector<Mark> marks_;
+    // The pixels with the marks applied, remade when either changed.
+    mutable QImage composed_;
+    mutable bool composedStale_ = true;
     mutable std::function<void()> pendingRender_;
     bool discarding_ = false;
     OleColor backColor_ = 0x8000000F;

@@ -44,7 +44,7 @@ void Grid::HilightCell(int32_t row, int32_t col)
     const int32_t width = s.mColWidth(col);
     const int32_t height = s.mRowHeight(row);
     if (!beyond)
-        surface.focusRect(render::MakeRect(x, y, width, height));
+        marks.toggleFocusRect(render::MakeRect(x, y, width, height));
     const int32_t editorWidth = width < render::EditorLeftInset ? 0 : width - render::EditorLeftInset;
     ui.txtEdit.Move(advance(x, render::EditorLeftInset), advance(y, render::EditorTopInset), editorWidth, height);
     ui.txtEdit.setMaxLength(s.mColEditWidth(col));
@@ -70,10 +70,10 @@ void Grid::HilightSelection(int32_t row1, int32_t col1, int32_t row2, int32_t co
     const int32_t reach = s.mShowGrid ? render::GridLineReach : 0;
     // A block lying wholly left of the scrolled columns has no visible cells.
     if (std::max(col1, col2) >= s.mLeftCol)
-        surface.invert({across.start, down.start, advance(across.end, reach), advance(down.end, reach)});
+        marks.toggleInversion({across.start, down.start, advance(across.end, reach), advance(down.end, reach)});
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     if (render::cornerSquareNeeded(*this))
-        render::paintCornerSquare(surface, size);
+        render::paintCornerSquare(canvas(), size);
     if (!surface.discarding())
         ui.picGrid.Refresh();
 }
