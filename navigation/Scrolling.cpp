@@ -12,15 +12,10 @@ namespace {
 // stored text.
 void finishEditAfterScroll(Grid& g)
 {
-    GridState& s = g.s;
-    if (selectsLines(s))
-        g.HilightSelection();
-    g.ui.txtEdit.setVisible(false);
-    g.redrawCell(s.mRow, s.mCol);
-    g.DrawGridBorder();
-    g.HilightCell(s.mRow, s.mCol);
-    if (selectsLines(s))
-        g.HilightSelection();
+    g.withLineSelectionLifted([&g] {
+        g.ui.txtEdit.setVisible(false);
+        redrawCurrentCell(g);
+    });
     g.raiseAfterEdit();
 }
 
@@ -39,25 +34,9 @@ void commitEdit(Grid& g)
     finishEditAfterScroll(g);
 }
 
-// The by-row mode erases its block before moving it; the by-column mode
-// does not.
-void moveLineSelectionAfterStep(Grid& g)
-{
-    GridState& s = g.s;
-    if (!s.mAllowSelection)
-        return;
-    if (s.mSelectionMode == SelectionByRow) {
-        g.HilightSelection();
-        selectWholeRow(s, s.mRow);
-    } else if (s.mSelectionMode == SelectionByCol) {
-        selectWholeColumn(s, s.mCol);
-    }
-}
-
 void finishOneStep(Grid& g)
 {
-    moveLineSelectionAfterStep(g);
-    toggleSelectionMarks(g);
+    g.flipSelectionAfterScrollStep();
     g.ui.picGrid.Refresh();
 }
 
@@ -66,7 +45,7 @@ void finishOneStep(Grid& g)
 void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 {
     GridState& s = g.s;
-    toggleSelectionMarks(g);
+    g.hideSelectionMarks();
     const int32_t oldTop = s.mTopRow;
     s.mTopRow = newTop;
     const int32_t top = s.mColHeader ? to32(int64_t{s.mRowHeight(0)} + 2) : 1;
@@ -84,7 +63,7 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
 {
     GridState& s = g.s;
-    toggleSelectionMarks(g);
+    g.hideSelectionMarks();
     const int32_t oldLeft = s.mLeftCol;
     s.mLeftCol = newLeft;
     const int32_t left = s.mRowHeader ? to32(int64_t{s.mColWidth(0)} + 2) : 1;
@@ -129,7 +108,7 @@ void Grid::setTopRow(int32_t value) { s.mTopRow = value; }
 void Grid::setLeftCol(int32_t value)
 {
     const int32_t v = std::min<int32_t>(value, ui.scrHorizontal.Max());
-    HilightCell();
+    hideFocus();
     s.mLeftCol = v;
     s.mCol = v;
     RedrawAllCells(true);

@@ -31,18 +31,6 @@ void paintBackgroundBands(const GridState& s, Canvas canvas, SurfaceSize size)
     DrawBox(canvas, advance(s.mDrawnRight, 1), inset, size.width, advance(size.height, -inset), s.mBackColorBkg);
 }
 
-// The selection block with its anchor in normal colours, then the focus
-// rectangle of the current cell when that cell is on the surface.
-void drawMarks(Grid& g)
-{
-    GridState& s = g.s;
-    g.HilightSelection();
-    g.HilightSelection(s.mRow1, s.mCol1, s.mRow1, s.mCol1);
-    int32_t x = 0, y = 0;
-    if (!g.GetCellCoordinates(s.mRow, s.mCol, x, y))
-        g.HilightCell();
-}
-
 // The first row (column) from `first` whose extent, grid line included,
 // reaches past `stripStart`; pos is left at its start. Returns last + 1
 // when the walk ends first.
@@ -139,14 +127,9 @@ using render::DrawLine;
 
 void Grid::Refresh()
 {
-    if (s.mEditing) {
-        const bool selection = s.mAllowSelection && s.mSelectionMode >= 1;
-        if (selection)
-            HilightSelection();
-        EndEdit();
-        if (selection)
-            HilightSelection();
-    }
+    // The host's edit events meet a line selection's block taken off.
+    if (s.mEditing)
+        withLineSelectionLifted([this] { EndEdit(); });
     if (s.mRow < 1 && s.mRows >= 1)
         s.mRow = 1;
     if (s.mCol < 1 && s.mCols >= 1)
@@ -164,7 +147,7 @@ void Grid::paintAll()
     s.mGridLineWidth = render::gridLineWidthOf(s);
     RedrawAllCells(true);
     ShowScrollBars();
-    CheckHighlight();
+    fitSelectionToMode();
     ui.picGrid.Refresh();
 }
 
@@ -197,7 +180,7 @@ void Grid::RedrawAllCells(bool full)
     render::paintBackgroundBands(s, canvas(), size);
     if (s.mRows > 0) {
         DrawGrid();
-        render::drawMarks(*this);
+        showMarksAfterPaint();
     }
     SetSizers();
 }

@@ -113,7 +113,7 @@ void Grid::layoutAll()
         s.mGridLineWidth = render::gridLineWidthOf(s);
         RedrawAllCells(true);
         ShowScrollBars();
-        CheckHighlight();
+        fitSelectionToMode();
     } catch (...) {
         measuredRow_.reset();
         paintAll();
