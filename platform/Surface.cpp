@@ -448,32 +448,35 @@ Surface::Surface(int width, int height)
 const QImage& Surface::image() const
 {
     settle();
-    if (marks_.empty())
-        return image_;
-    if (composedStale_)
-        compose();
-    return composed_;
+    if (!marksShown_) {
+        flipMarks();
+        marksShown_ = true;
+    }
+    return image_;
 }
 
 void Surface::setMarks(std::vector<Mark> marks)
 {
+    liftMarks();
     marks_ = std::move(marks);
-    composedStale_ = true;
 }
 
-void Surface::compose() const
+void Surface::flipMarks() const
 {
-    if (composed_.size() != image_.size() || image_.isNull())
-        composed_ = image_.copy();
-    else
-        std::memcpy(composed_.bits(), image_.constBits(), static_cast<size_t>(image_.sizeInBytes()));
     for (const Mark& mark : marks_) {
         if (mark.kind == Mark::Kind::Inversion)
-            invertBox(composed_, toBox(mark.rect));
+            invertBox(image_, toBox(mark.rect));
         else
-            focusRectBox(composed_, toBox(mark.rect));
+            focusRectBox(image_, toBox(mark.rect));
     }
-    composedStale_ = false;
+}
+
+void Surface::liftMarks()
+{
+    if (!marksShown_)
+        return;
+    flipMarks();
+    marksShown_ = false;
 }
 
 void Surface::settle() const
@@ -490,7 +493,7 @@ bool Surface::readyToDraw()
     if (discarding_)
         return false;
     settle();
-    composedStale_ = true;
+    liftMarks();
     return true;
 }
 
@@ -501,7 +504,7 @@ void Surface::resize(int width, int height)
     height = std::max(0, height);
     if (width == image_.width() && height == image_.height())
         return;
-    composedStale_ = true;
+    liftMarks();
     QImage resized = makeImage(width, height);
     resized.fill(translateColor(backColor_));
     const int keptWidth = std::min(width, image_.width());

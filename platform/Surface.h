@@ -140,13 +140,16 @@ private:
     // Makes a pending render; true when drawing is to go ahead.
     bool readyToDraw();
     void settle() const;
-    void compose() const;
+    // Exclusive-or of every mark into the pixels: a second call takes them
+    // off again.
+    void flipMarks() const;
+    // Takes the marks off the pixels before they are drawn on or moved.
+    void liftMarks();
 
-    QImage image_;
+    // The pixels, with the marks applied while marksShown_.
+    mutable QImage image_;
     std::vector<Mark> marks_;
-    // The pixels with the marks applied, remade when either changed.
-    mutable QImage composed_;
-    mutable bool composedStale_ = true;
+    mutable bool marksShown_ = false;
     mutable std::function<void()> pendingRender_;
     bool discarding_ = false;
     OleColor backColor_ = 0x8000000F;
