@@ -243,6 +243,7 @@ public:
 
 private:
     void flipFocusMark();
+    void placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col);
     void flipSelectionBlock();
     void flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t col2);
     void flipSelectionMarks();

@@ -36,8 +36,7 @@ namespace TabulaControl::detail {
 using render::advance;
 
 // Every flip of a focus rectangle also places the hidden editor box over
-// that cell and gives it the column's edit width, which is where opening
-// the editor finds it.
+// that cell, which is where opening the editor finds it.
 void Grid::flipFocusMark()
 {
     const int32_t row = s.mRow, col = s.mCol;
@@ -49,11 +48,17 @@ void Grid::flipFocusMark()
     const int32_t height = s.mRowHeight(row);
     if (!beyond)
         marks.toggleFocusRect(render::MakeRect(x, y, width, height));
+    placeEditor(x, y, width, height, col);
+    if (!surface.discarding())
+        ui.picGrid.Refresh();
+}
+
+// Inside the cell's left and top edges, with the column's edit width.
+void Grid::placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col)
+{
     const int32_t editorWidth = width < render::EditorLeftInset ? 0 : width - render::EditorLeftInset;
     ui.txtEdit.Move(advance(x, render::EditorLeftInset), advance(y, render::EditorTopInset), editorWidth, height);
     ui.txtEdit.setMaxLength(s.mColEditWidth(col));
-    if (!surface.discarding())
-        ui.picGrid.Refresh();
 }
 
 // The square between the scroll bars is painted again over every flip.
