@@ -178,11 +178,11 @@ void Marks::scrolled(int32_t dx, int32_t dy, Rect scroll, Rect clip)
     if (surface_.discarding() || (inverted_.isEmpty() && dotted_.isEmpty()))
         return;
     const Box image{0, 0, surface_.width(), surface_.height()};
-    const Box source{int64_t{scroll.Left} + dx, int64_t{scroll.Top} + dy, int64_t{scroll.Right} + dx,
-                     int64_t{scroll.Bottom} + dy};
+    const Box shiftedSource{int64_t{scroll.Left} + dx, int64_t{scroll.Top} + dy, int64_t{scroll.Right} + dx,
+                            int64_t{scroll.Bottom} + dy};
     const Box shiftedImage{dx, dy, image.right + dx, image.bottom + dy};
-    const Box moved = intersect(intersect(source, intersect({clip.Left, clip.Top, clip.Right, clip.Bottom}, image)),
-                                shiftedImage);
+    const Box target = intersect({clip.Left, clip.Top, clip.Right, clip.Bottom}, image);
+    const Box moved = intersect(intersect(shiftedSource, target), shiftedImage);
     if (moved.empty())
         return;
     const QRegion movedRegion = regionOf(moved);
