@@ -221,6 +221,45 @@ void scrollOneRowTableWidget(benchmark::State& state)
     }
 }
 
+// The current cell steps between two columns on screen and the pixels are
+// read; with a block of 40 x 20 cells selected when the argument is 1.
+constexpr int BlockRows = 40, BlockCols = 20;
+
+void moveCurrentCellTabula(benchmark::State& state)
+{
+    auto grid = TabulaBench::fullHdGrid(HdRows, HdCols);
+    if (!TabulaBench::surfaceIsFullHd(state, *grid))
+        return;
+    if (state.range(0) == 1) {
+        grid->setRow1(1);
+        grid->setCol1(1);
+        grid->setRow2(BlockRows);
+        grid->setCol2(BlockCols);
+        grid->Refresh();
+    }
+    int32_t col = 2;
+    for (auto _ : state) {
+        col = col == 2 ? 3 : 2;
+        grid->setCol(col);
+        benchmark::DoNotOptimize(grid->Picture().constBits());
+    }
+}
+
+void moveCurrentCellTableWidget(benchmark::State& state)
+{
+    auto grid = TabulaBench::fullHdGrid(HdRows, HdCols);
+    auto table = fullHdTable(*grid);
+    grid.reset();
+    if (state.range(0) == 1)
+        table->setRangeSelected(QTableWidgetSelectionRange(0, 0, BlockRows - 1, BlockCols - 1), true);
+    int col = 1;
+    for (auto _ : state) {
+        col = col == 1 ? 2 : 1;
+        table->selectionModel()->setCurrentIndex(table->model()->index(0, col), QItemSelectionModel::NoUpdate);
+        benchmark::DoNotOptimize(table->grab().cacheKey());
+    }
+}
+
 }  // namespace
 
 BENCHMARK(fillCellsTabula)->Unit(benchmark::kMillisecond);
@@ -234,3 +273,5 @@ BENCHMARK(fullRepaintNewTextsTabula)->Unit(benchmark::kMillisecond);
 BENCHMARK(fullRepaintTableWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollOneRowTabula)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollOneRowTableWidget)->Unit(benchmark::kMillisecond);
+BENCHMARK(moveCurrentCellTabula)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(moveCurrentCellTableWidget)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);

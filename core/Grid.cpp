@@ -3,7 +3,7 @@
 namespace TabulaControl::detail {
 
 Grid::Grid(QWidget& control, TabulaEvents& events)
-    : ui(&control), surface(ui.surface), events(events), control(control)
+    : ui(&control), surface(ui.surface), marks(ui.surface), events(events), control(control)
 {
 }
 
@@ -74,7 +74,9 @@ void Grid::UserControl_Resize()
     ui.scrVertical.Move(w - 21, 2, 18, h - 23);
     ui.picGrid.Move(2, 2, w - 5, h - 5);
     surface.setDevicePixelRatio(control.devicePixelRatioF());
+    const int oldWidth = surface.width(), oldHeight = surface.height();
     surface.resize(std::max(0, w - 5), std::max(0, h - 5));
+    marks.resized(oldWidth, oldHeight);
     Refresh();
     UserControl_Paint();
     events.Resize();

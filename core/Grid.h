@@ -5,6 +5,7 @@
 #include "core/GridState.h"
 #include "platform/Controls.h"
 #include "platform/Surface.h"
+#include "render/Marks.h"
 #include "render/OnDemand.h"
 
 #include <QVariant>
@@ -19,7 +20,7 @@ namespace TabulaControl::detail {
 using platform::MouseArgs;
 using platform::Rect;
 
-// Marks an omitted optional argument of the painters and highlighters.
+// Marks an omitted optional argument of the painters.
 inline constexpr int32_t Omitted = INT32_MIN;
 
 // One grid: its state, its child controls and the procedures that keep them
@@ -32,6 +33,7 @@ public:
     GridState s;
     platform::Controls ui;
     platform::Surface& surface;
+    render::Marks marks;
     TabulaEvents& events;
     QWidget& control;
 
@@ -97,12 +99,37 @@ public:
     void ShowScrollBars();
     // Whether both scroll bars are shown, as the painters see it.
     bool barsShown() const;
+    render::Canvas canvas() { return {surface, marks}; }
+    // Moves the pixels of area by (dx, dy) with the marks on them.
+    void scrollPixels(int32_t dx, int32_t dy, Rect area);
 
-    // Highlighting
-    void HilightCell(int32_t row = Omitted, int32_t col = Omitted);
-    void HilightSelection(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted,
-                          int32_t col2 = Omitted);
-    void CheckHighlight();
+    // Marks over the cells, kept in `marks`: the current cell's focus
+    // rectangle, and the selection block, inverted, with its anchor cell in
+    // normal colours. Each is an exclusive-or: showing or hiding one flips
+    // it where the geometry places it now, so hiding a mark that is not
+    // shown shows it. Only these procedures flip marks; the painters take
+    // away the marks on what they cover.
+    void showFocus();
+    void hideFocus();
+    // Runs moveCurrentCell between hiding and showing the focus rectangle.
+    void moveFocus(const std::function<void()>& moveCurrentCell);
+    void showSelectionMarks();
+    void hideSelectionMarks();
+    // Runs change, which reshapes the selection, between hiding and showing
+    // the selection block.
+    void changeSelection(const std::function<void()>& change);
+    // Runs body with the block of a line selection taken off, then puts it
+    // back over whatever body painted.
+    void withLineSelectionLifted(const std::function<void()>& body);
+    // Widens the selection to the current row or column in the modes that
+    // select whole lines.
+    void fitSelectionToMode();
+    // The marks over a repaint of every cell.
+    void showMarksAfterPaint();
+    // The marks after one scroll step repainted the cells.
+    void flipSelectionAfterScrollStep();
+    // Moves the current cell to the anchor after a press on a header.
+    void showMarksAtAnchor();
 
     // Headers
     void setFormatString(const QString& value);
@@ -216,6 +243,11 @@ public:
     std::function<void()> onPaintFailure;
 
 private:
+    void flipFocusMark();
+    void placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col);
+    void flipSelectionBlock();
+    void flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t col2);
+    void flipSelectionMarks();
     void paintAll();
     void layoutAll();
     void runLayout();

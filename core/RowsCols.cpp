@@ -133,11 +133,11 @@ void Grid::setRow(int32_t n)
 {
     const int32_t lastRow = s.mRow, lastCol = s.mCol;
     const int32_t target = std::min(n, s.mRows);
-    HilightCell(s.mRow, s.mCol);
-    s.mRow = target;
-    ui.scrVertical.setValue(target);
-    HilightCell();
-    CheckHighlight();
+    moveFocus([&] {
+        s.mRow = target;
+        ui.scrVertical.setValue(target);
+    });
+    fitSelectionToMode();
     if (s.mRow != lastRow || s.mCol != lastCol)
         events.RowColChange(lastRow, lastCol);
 }
@@ -146,9 +146,7 @@ void Grid::setCol(int32_t n)
 {
     const int32_t lastRow = s.mRow, lastCol = s.mCol;
     const int32_t target = std::min(n, s.mCols);
-    HilightCell(s.mRow, s.mCol);
-    s.mCol = target;
-    HilightCell();
+    moveFocus([&] { s.mCol = target; });
     ShowLookup();
     if (s.mRow != lastRow || s.mCol != lastCol)
         events.RowColChange(lastRow, lastCol);

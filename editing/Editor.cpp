@@ -21,7 +21,7 @@ void Grid::GridEdit(int16_t keyAscii)
     events.BeforeEdit(s.mRow, s.mCol, cancel);
     if (cancel || !s.mColAllowEdit(s.mCol) || s.mEditing)
         return;
-    HilightCell();
+    hideFocus();
     addRowBeforeEditing();
     s.mEditing = true;
     if (ColHasLookup(s.mCol)) {
@@ -92,15 +92,10 @@ void Grid::closeEditor()
 
 void Grid::repaintEditedCell(bool highlight)
 {
-    const bool selection = s.mAllowSelection && s.mSelectionMode >= 1;
-    if (selection)
-        HilightSelection();
-    redrawCell(s.mRow, s.mCol);
-    if (selection)
-        HilightSelection();
+    withLineSelectionLifted([this] { redrawCell(s.mRow, s.mCol); });
     DrawGridBorder();
     if (highlight)
-        HilightCell();
+        showFocus();
     ui.picGrid.Refresh();
 }
 

@@ -33,6 +33,7 @@ struct Options {
     int64_t iterations = -1;
     double seconds = -1;
     bool keepGoing = false;
+    bool printSteps = false;
     QString replayFile;
     QString picturesFile;
 };
@@ -48,7 +49,8 @@ void usage()
                  "  arguments outside the grid or at the integer edges, and a restoring sequence that raises.\n"
                  "  --pictures FILE writes a digest of the grid's picture after every step, one line per\n"
                  "  step (seed, step, digest, step): two builds that draw alike write the same file.\n"
-                 "tabula_fuzz --replay FILE\n"
+                 "  --print-steps prints every sequence's steps as --replay reads them, after a line \"seed N\".\n"
+                 "tabula_fuzz --replay FILE [--pictures FILE]\n"
                  "  Replays the steps in FILE (the lines a failure prints under \"steps for --replay\") and shrinks a failure.\n";
 }
 
@@ -81,9 +83,12 @@ std::optional<Options> parse(const QStringList& args)
             ++i;
             continue;
         }
-        if (arg != QLatin1String("--keep-going"))
+        if (arg == QLatin1String("--print-steps"))
+            o.printSteps = true;
+        else if (arg == QLatin1String("--keep-going"))
+            o.keepGoing = true;
+        else
             return std::nullopt;
-        o.keepGoing = true;
     }
     if (o.iterations < 0 && o.seconds < 0)
         o.seconds = 60;
@@ -336,6 +341,12 @@ Sequence readSteps(const QString& path)
 int replayMain(const Options& o)
 {
     const ChildResult result = inChild(readSteps(o.replayFile), 0, 0, 600);
+    QFile pictures(o.picturesFile);
+    if (!o.picturesFile.isEmpty() && pictures.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        QTextStream pictureLines(&pictures);
+        for (qsizetype i = 0; i < result.pictures.size(); ++i)
+            pictureLines << "0 " << i << ' ' << result.pictures[i] << '\n';
+    }
     if (!result.verdict.failed()) {
         say(QStringLiteral("all %1 steps passed").arg(result.steps.size()));
         return 0;
@@ -373,6 +384,11 @@ int fuzzMain(const Options& o)
             if (i < static_cast<qsizetype>(result.steps.size()))
                 pictureLines << ' ' << serialize(result.steps[static_cast<size_t>(i)]);
             pictureLines << '\n';
+        }
+        if (o.printSteps) {
+            say(QStringLiteral("seed %1").arg(seed));
+            for (const Operation& op : result.steps)
+                say(serialize(op));
         }
         reach = {reach.editor + result.reach.editor, reach.list + result.reach.list, reach.raised + result.reach.raised};
         if (!result.verdict.failed() || seen.contains(result.verdict.signature))

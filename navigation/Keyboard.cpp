@@ -13,40 +13,56 @@ bool isArrow(int16_t keyCode) { return keyCode >= VkLeft && keyCode <= VkDown; }
 void selectCurrentRow(Grid& g)
 {
     GridState& s = g.s;
-    if (!s.mAllowSelection || s.mSelectionMode != SelectionByRow)
-        return;
-    g.HilightSelection();
-    selectWholeRow(s, s.mRow);
-    g.HilightSelection();
+    if (s.mAllowSelection && s.mSelectionMode == SelectionByRow)
+        g.changeSelection([&s] { selectWholeRow(s, s.mRow); });
 }
 
 void selectCurrentColumn(Grid& g)
 {
     GridState& s = g.s;
-    if (!s.mAllowSelection || s.mSelectionMode != SelectionByCol)
-        return;
-    g.HilightSelection();
-    selectWholeColumn(s, s.mCol);
-    g.HilightSelection();
+    if (s.mAllowSelection && s.mSelectionMode == SelectionByCol)
+        g.changeSelection([&s] { selectWholeColumn(s, s.mCol); });
 }
 
 // Down and Right test the new cell's pixel extent against the area the
 // scroll bars leave free; Up and Left compare indexes with the first shown.
+// Whether the current cell ends inside the area the scroll bars leave free
+// below (fitsDown) or to the right (fitsRight).
+bool fitsDown(Grid& g)
+{
+    GridState& s = g.s;
+    int32_t x = 0, y = 0;
+    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
+    const int32_t barHeight = g.ui.scrHorizontal.Visible() ? g.ui.scrHorizontal.Height() : 0;
+    return int64_t{g.ui.picGrid.ScaleHeight()} - s.mRowHeight(s.mRow) - barHeight >= y;
+}
+
+bool fitsRight(Grid& g)
+{
+    GridState& s = g.s;
+    int32_t x = 0, y = 0;
+    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
+    const int32_t barWidth = g.ui.scrVertical.Visible() ? g.ui.scrVertical.Width() : 0;
+    return int64_t{g.ui.picGrid.ScaleWidth()} - s.mColWidth(s.mCol) - barWidth >= x;
+}
+
+void stepForwardUnless(bool fits, platform::ScrollBar& bar)
+{
+    if (!fits && bar.Value() < bar.Max())
+        bar.setValue(bar.Value() + 1);
+}
+
 void moveDown(Grid& g)
 {
     GridState& s = g.s;
     if (s.mRow >= s.mRows)
         return;
-    g.HilightCell();
-    ++s.mRow;
-    int32_t x = 0, y = 0;
-    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
-    auto& bar = g.ui.scrVertical;
-    const int32_t barHeight = g.ui.scrHorizontal.Visible() ? g.ui.scrHorizontal.Height() : 0;
-    const bool fits = int64_t{g.ui.picGrid.ScaleHeight()} - s.mRowHeight(s.mRow) - barHeight >= y;
-    g.HilightCell();
-    if (!fits && bar.Value() < bar.Max())
-        bar.setValue(bar.Value() + 1);
+    bool fits = true;
+    g.moveFocus([&] {
+        ++s.mRow;
+        fits = fitsDown(g);
+    });
+    stepForwardUnless(fits, g.ui.scrVertical);
     selectCurrentRow(g);
 }
 
@@ -55,16 +71,12 @@ void moveRight(Grid& g)
     GridState& s = g.s;
     if (s.mCol >= s.mCols)
         return;
-    g.HilightCell();
-    ++s.mCol;
-    int32_t x = 0, y = 0;
-    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
-    auto& bar = g.ui.scrHorizontal;
-    const int32_t barWidth = g.ui.scrVertical.Visible() ? g.ui.scrVertical.Width() : 0;
-    const bool fits = int64_t{g.ui.picGrid.ScaleWidth()} - s.mColWidth(s.mCol) - barWidth >= x;
-    g.HilightCell();
-    if (!fits && bar.Value() < bar.Max())
-        bar.setValue(bar.Value() + 1);
+    bool fits = true;
+    g.moveFocus([&] {
+        ++s.mCol;
+        fits = fitsRight(g);
+    });
+    stepForwardUnless(fits, g.ui.scrHorizontal);
     selectCurrentColumn(g);
     selectCurrentRow(g);
 }
@@ -73,7 +85,7 @@ void moveRight(Grid& g)
 void stepBackOrShow(Grid& g, bool onScreen, platform::ScrollBar& bar)
 {
     if (onScreen || bar.Value() < 2)
-        g.HilightCell();
+        g.showFocus();
     else
         bar.setValue(bar.Value() - 1);
 }
@@ -83,7 +95,7 @@ void moveUp(Grid& g)
     GridState& s = g.s;
     if (s.mRow < 2)
         return;
-    g.HilightCell();
+    g.hideFocus();
     --s.mRow;
     stepBackOrShow(g, s.mRow >= s.mTopRow, g.ui.scrVertical);
     selectCurrentRow(g);
@@ -94,7 +106,7 @@ void moveLeft(Grid& g)
     GridState& s = g.s;
     if (s.mCol < 2)
         return;
-    g.HilightCell();
+    g.hideFocus();
     --s.mCol;
     stepBackOrShow(g, s.mCol >= s.mLeftCol, g.ui.scrHorizontal);
     selectCurrentColumn(g);
@@ -132,16 +144,16 @@ bool isPagingKey(int16_t keyCode)
     return keyCode == VkHome || keyCode == VkEnd || keyCode == VkPageUp || keyCode == VkPageDown;
 }
 
-// The new current row becomes the top row.
+// The new current row becomes the top row; the repaint shows its mark.
 void moveByPage(Grid& g, int16_t keyCode)
 {
     GridState& s = g.s;
-    g.HilightCell();
+    g.hideFocus();
     s.mRow = pagedRow(s, keyCode);
     g.RedrawAllCells(true);
     g.ui.scrVertical.setValue(to16(s.mRow));
     g.ShowLookup();
-    g.CheckHighlight();
+    g.fitSelectionToMode();
 }
 
 void toggleCheckmarkByKey(Grid& g)

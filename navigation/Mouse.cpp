@@ -124,18 +124,13 @@ void pressHeader(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
     GridState& s = g.s;
     if (!extendsSelection(s, button, shift)) {
         if (selectionIsBlock(s))
-            toggleSelectionMarks(g);
-        g.HilightCell();
+            g.hideSelectionMarks();
+        g.hideFocus();
         markPressedHeader(g, pressed);
         selectHeaderLine(g, pressed);
         selectAllFromCorner(g, pressed);
     }
-    toggleSelectionMarks(g);
-    if (s.mCol1 > 0)
-        s.mCol = s.mCol1;
-    if (s.mRow1 > 0)
-        s.mRow = s.mRow1;
-    g.HilightCell();
+    g.showMarksAtAnchor();
 }
 
 // One step per press and direction toward a cell cut off by the right or
@@ -157,21 +152,21 @@ void scrollTowardCell(Grid& g, CellIndex pressed)
 void extendSelectionTo(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
-    g.HilightSelection(s.mRow1, s.mCol1, s.mRow2, s.mCol2);
-    s.mRow2 = pressed.row;
-    s.mCol2 = pressed.col;
-    if (s.mSelectionMode == SelectionByRow)
-        s.mCol2 = s.mCols;
-    if (s.mSelectionMode == SelectionByCol)
-        s.mRow2 = s.mRows;
-    g.HilightSelection();
+    g.changeSelection([&] {
+        s.mRow2 = pressed.row;
+        s.mCol2 = pressed.col;
+        if (s.mSelectionMode == SelectionByRow)
+            s.mCol2 = s.mCols;
+        if (s.mSelectionMode == SelectionByCol)
+            s.mRow2 = s.mRows;
+    });
 }
 
 void anchorSelectionAt(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
     if (selectionIsBlock(s))
-        toggleSelectionMarks(g);
+        g.hideSelectionMarks();
     s.mRow1 = s.mRow2 = pressed.row;
     s.mCol1 = s.mCol2 = pressed.col;
     if (!selectsLines(s))
@@ -181,7 +176,7 @@ void anchorSelectionAt(Grid& g, CellIndex pressed)
     else if (s.mSelectionMode == SelectionByCol)
         selectWholeColumn(s, pressed.col);
     if (s.mSelectionMode == SelectionByRow || s.mSelectionMode == SelectionByCol)
-        toggleSelectionMarks(g);
+        g.showSelectionMarks();
 }
 
 void moveCurrentCellTo(Grid& g, CellIndex pressed)
@@ -192,10 +187,10 @@ void moveCurrentCellTo(Grid& g, CellIndex pressed)
     if (s.mEditing)
         g.HideEdit();
     else
-        g.HilightCell(s.mRow, s.mCol);
+        g.hideFocus();
     s.mRow = pressed.row;
     s.mCol = pressed.col;
-    g.HilightCell();
+    g.showFocus();
 }
 
 void pressCell(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
@@ -228,11 +223,7 @@ void toggleCheckmarkAfterPress(Grid& g, CellIndex pressed)
         const int16_t row = to16(s.mRow), col = to16(s.mCol);
         s.mCells.setText(row, col, toggledCheckmark(s.mCells.Text(row, col)));
     }
-    if (selectsLines(s))
-        g.HilightSelection();
-    redrawCurrentCell(g);
-    if (selectsLines(s))
-        g.HilightSelection();
+    g.withLineSelectionLifted([&g] { redrawCurrentCell(g); });
     if (editable)
         g.raiseAfterEdit();
 }
@@ -277,10 +268,10 @@ void extendSelectionByDrag(Grid& g, float x, float y)
     const int32_t row = s.mMouseRow, col = s.mMouseCol;
     if ((row == s.mRow2 && col == s.mCol2) || row < 1 || col < 1)
         return;
-    g.HilightSelection(s.mRow1, s.mCol1, s.mRow2, s.mCol2);
-    s.mRow2 = row;
-    s.mCol2 = col;
-    g.HilightSelection(s.mRow1, s.mCol1, s.mRow2, s.mCol2);
+    g.changeSelection([&] {
+        s.mRow2 = row;
+        s.mCol2 = col;
+    });
     g.ui.picGrid.Refresh();
 }
 

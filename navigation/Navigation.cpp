@@ -4,11 +4,7 @@ namespace TabulaControl::detail::navigation {
 
 void hideEditorBox(Grid& g)
 {
-    if (selectsLines(g.s))
-        g.HilightSelection();
-    g.ui.txtEdit.setVisible(false);
-    if (selectsLines(g.s))
-        g.HilightSelection();
+    g.withLineSelectionLifted([&g] { g.ui.txtEdit.setVisible(false); });
 }
 
 void closeDropDown(Grid& g)
@@ -24,7 +20,7 @@ void redrawCurrentCell(Grid& g)
     GridState& s = g.s;
     g.redrawCell(s.mRow, s.mCol);
     g.DrawGridBorder();
-    g.HilightCell(s.mRow, s.mCol);
+    g.showFocus();
 }
 
 QString toggledCheckmark(const QString& text)

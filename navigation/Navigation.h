@@ -27,16 +27,7 @@ inline bool selectsLines(const GridState& s) { return s.mAllowSelection && s.mSe
 
 inline bool selectionIsBlock(const GridState& s) { return s.mRow1 != s.mRow2 || s.mCol1 != s.mCol2; }
 
-// The inverted block and its anchor cell, drawn again (which removes them
-// when they are shown).
-inline void toggleSelectionMarks(Grid& g)
-{
-    g.HilightSelection();
-    g.HilightSelection(g.s.mRow1, g.s.mCol1, g.s.mRow1, g.s.mCol1);
-}
-
-// Hides a visible editor box, keeping a line selection's inversion intact
-// around it.
+// Hides a visible editor box.
 void hideEditorBox(Grid& g);
 
 // Hides an open drop-down list and the drop-down button, then places the

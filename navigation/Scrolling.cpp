@@ -12,15 +12,10 @@ namespace {
 // stored text.
 void finishEditAfterScroll(Grid& g)
 {
-    GridState& s = g.s;
-    if (selectsLines(s))
-        g.HilightSelection();
-    g.ui.txtEdit.setVisible(false);
-    g.redrawCell(s.mRow, s.mCol);
-    g.DrawGridBorder();
-    g.HilightCell(s.mRow, s.mCol);
-    if (selectsLines(s))
-        g.HilightSelection();
+    g.withLineSelectionLifted([&g] {
+        g.ui.txtEdit.setVisible(false);
+        redrawCurrentCell(g);
+    });
     g.raiseAfterEdit();
 }
 
@@ -39,25 +34,9 @@ void commitEdit(Grid& g)
     finishEditAfterScroll(g);
 }
 
-// The by-row mode erases its block before moving it; the by-column mode
-// does not.
-void moveLineSelectionAfterStep(Grid& g)
-{
-    GridState& s = g.s;
-    if (!s.mAllowSelection)
-        return;
-    if (s.mSelectionMode == SelectionByRow) {
-        g.HilightSelection();
-        selectWholeRow(s, s.mRow);
-    } else if (s.mSelectionMode == SelectionByCol) {
-        selectWholeColumn(s, s.mCol);
-    }
-}
-
 void finishOneStep(Grid& g)
 {
-    moveLineSelectionAfterStep(g);
-    toggleSelectionMarks(g);
+    g.flipSelectionAfterScrollStep();
     g.ui.picGrid.Refresh();
 }
 
@@ -66,13 +45,13 @@ void finishOneStep(Grid& g)
 void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 {
     GridState& s = g.s;
-    toggleSelectionMarks(g);
+    g.hideSelectionMarks();
     const int32_t oldTop = s.mTopRow;
     s.mTopRow = newTop;
     const int32_t top = s.mColHeader ? to32(int64_t{s.mRowHeight(0)} + 2) : 1;
     const Rect area{1, top, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     const int32_t step = to32(int64_t{s.mRowHeight(delta < 1 ? oldTop : s.mTopRow)} + 1);
-    g.surface.scroll(0, to32(int64_t{step} * delta), area, area);
+    g.scrollPixels(0, to32(int64_t{step} * delta), area);
     if (delta < 1)
         g.DrawBottomRows(s.mTopRow, step);
     else
@@ -84,13 +63,13 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
 {
     GridState& s = g.s;
-    toggleSelectionMarks(g);
+    g.hideSelectionMarks();
     const int32_t oldLeft = s.mLeftCol;
     s.mLeftCol = newLeft;
     const int32_t left = s.mRowHeader ? to32(int64_t{s.mColWidth(0)} + 2) : 1;
     const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     const int32_t step = to32(int64_t{s.mColWidth(delta < 1 ? oldLeft : s.mLeftCol)} + 1);
-    g.surface.scroll(to32(int64_t{step} * delta), 0, area, area);
+    g.scrollPixels(to32(int64_t{step} * delta), 0, area);
     if (delta < 1)
         g.DrawRightCols(s.mLeftCol, step);
     else
@@ -129,7 +108,7 @@ void Grid::setTopRow(int32_t value) { s.mTopRow = value; }
 void Grid::setLeftCol(int32_t value)
 {
     const int32_t v = std::min<int32_t>(value, ui.scrHorizontal.Max());
-    HilightCell();
+    hideFocus();
     s.mLeftCol = v;
     s.mCol = v;
     RedrawAllCells(true);

@@ -89,9 +89,9 @@ Box boundsOfDifference(const Box& whole, const Box& cut)
 // the surface pixel x covers the device pixels from round(x * r) up to
 // round((x + 1) * r): every edge lands on a whole device pixel, so nothing
 // is blended, and at ratio 1 the two are the same pixels.
-class Canvas {
+class DevicePixels {
 public:
-    Canvas(QImage& image, qreal ratio, int width, int height)
+    DevicePixels(QImage& image, qreal ratio, int width, int height)
         : ratio_(ratio), bits_(image.bits()), stride_(image.bytesPerLine()),
           device_{0, 0, image.width(), image.height()}, surface_{0, 0, width, height}
     {
@@ -160,12 +160,24 @@ private:
     Box surface_;
 };
 
-void invertEvenPixels(Canvas& canvas, const Box& box)
+void invertEvenPixels(DevicePixels& canvas, const Box& box)
 {
     const Box visible = intersect(box, canvas.bounds());
     for (int64_t y = visible.top; y < visible.bottom; ++y)
         for (int64_t x = visible.left + ((visible.left + y) & 1); x < visible.right; x += 2)
             canvas.invertPixel(x, y);
+}
+
+void focusRectBox(DevicePixels& canvas, const Box& b)
+{
+    if (b.empty())
+        return;
+    invertEvenPixels(canvas, {b.left, b.top, b.right, b.top + 1});
+    if (b.height() > 1)
+        invertEvenPixels(canvas, {b.left, b.bottom - 1, b.right, b.bottom});
+    invertEvenPixels(canvas, {b.left, b.top + 1, b.left + 1, b.bottom - 1});
+    if (b.width() > 1)
+        invertEvenPixels(canvas, {b.right - 1, b.top + 1, b.right, b.bottom - 1});
 }
 
 int64_t signOf(int64_t v) { return (v > 0) - (v < 0); }
@@ -185,7 +197,7 @@ std::pair<int64_t, int64_t> stepsInside(int64_t start, int64_t direction, int64_
 // i * minor / steps rounded to nearest, halves away from the start point.
 // Only steps whose major coordinate is inside the image are visited, so the
 // cost is bounded by the image size whatever the end points.
-void walkLine(Canvas& canvas, int64_t x1, int64_t y1, int64_t x2, int64_t y2, QRgb pixel, bool dotted)
+void walkLine(DevicePixels& canvas, int64_t x1, int64_t y1, int64_t x2, int64_t y2, QRgb pixel, bool dotted)
 {
     const int64_t dx = x2 - x1;
     const int64_t dy = y2 - y1;
@@ -266,7 +278,7 @@ std::optional<EdgeColours> innerColours(unsigned kinds)
     return std::nullopt;
 }
 
-void drawRing(Canvas& canvas, const Box& ring, EdgeColours colours, unsigned sides)
+void drawRing(DevicePixels& canvas, const Box& ring, EdgeColours colours, unsigned sides)
 {
     if (ring.empty())
         return;
@@ -293,7 +305,7 @@ constexpr std::array<const char*, kTickSize> kTickRows = {
     "......x", ".....xx", "x...xxx", "xx.xxx.", "xxxxx..", ".xxx...", "..x....",
 };
 
-void drawTick(Canvas& canvas, const Box& interior)
+void drawTick(DevicePixels& canvas, const Box& interior)
 {
     const int64_t offset = (interior.width() - kTickSize) / 2;
     const Box visible = intersect(interior, canvas.bounds());
@@ -447,7 +459,7 @@ QRect toQRect(const Box& b)
 
 // Copies the pixels of destination from (x - dx, y - dy), row by row in
 // the order that reads every source row before it is overwritten.
-void movePixels(Canvas& canvas, const Box& destination, int64_t dx, int64_t dy)
+void movePixels(DevicePixels& canvas, const Box& destination, int64_t dx, int64_t dy)
 {
     const size_t bytes = static_cast<size_t>(destination.width()) * sizeof(QRgb);
     const auto copyRow = [&](int64_t y) {
@@ -602,7 +614,7 @@ TextMask renderMask(const QString& text, const QRectF& layout, const Box& clip, 
 // Moves surface pixels by (dx, dy) at a ratio where that is no whole number
 // of device pixels: each device pixel of destination takes the device pixel
 // at the same place in the block of the surface pixel it comes from.
-void moveBlocks(QImage& image, Canvas& canvas, const Box& destination, int64_t dx, int64_t dy)
+void moveBlocks(QImage& image, DevicePixels& canvas, const Box& destination, int64_t dx, int64_t dy)
 {
     const QImage before = image.copy();
     const auto sourceOf = [&canvas](int64_t device, int64_t shift) {
@@ -642,6 +654,10 @@ Surface::Surface(int width, int height, qreal devicePixelRatio)
 const QImage& Surface::image() const
 {
     settle();
+    if (!marksShown_) {
+        flipMarks();
+        marksShown_ = true;
+    }
     return image_;
 }
 
@@ -650,6 +666,31 @@ QImage Surface::picture() const
     QImage picture = image();
     picture.setDevicePixelRatio(ratio_);
     return picture;
+}
+
+void Surface::setMarks(std::vector<Mark> marks)
+{
+    liftMarks();
+    marks_ = std::move(marks);
+}
+
+void Surface::flipMarks() const
+{
+    DevicePixels canvas(image_, ratio_, width_, height_);
+    for (const Mark& mark : marks_) {
+        if (mark.kind == Mark::Kind::Inversion)
+            canvas.invert(intersect(toBox(mark.rect), canvas.bounds()));
+        else
+            focusRectBox(canvas, toBox(mark.rect));
+    }
+}
+
+void Surface::liftMarks()
+{
+    if (!marksShown_)
+        return;
+    flipMarks();
+    marksShown_ = false;
 }
 
 void Surface::settle() const
@@ -666,12 +707,13 @@ bool Surface::readyToDraw()
     if (discarding_)
         return false;
     settle();
+    liftMarks();
     return true;
 }
 
 void Surface::remakeImage()
 {
-    const Canvas scale(image_, ratio_, width_, height_);
+    const DevicePixels scale(image_, ratio_, width_, height_);
     image_ = makeImage(static_cast<int>(scale.toDevice(width_)), static_cast<int>(scale.toDevice(height_)));
     image_.fill(translateColor(backColor_));
 }
@@ -682,6 +724,7 @@ void Surface::setDevicePixelRatio(qreal ratio)
     if (ratio == ratio_)
         return;
     settle();
+    liftMarks();
     ratio_ = ratio;
     remakeImage();
 }
@@ -695,6 +738,7 @@ void Surface::resize(int width, int height)
         width = height = 0;
     if (width == width_ && height == height_)
         return;
+    liftMarks();
     const QImage old = std::exchange(image_, QImage());
     width_ = width;
     height_ = height;
@@ -715,7 +759,7 @@ void Surface::fill(Rect r, OleColor colour)
 {
     if (!readyToDraw())
         return;
-    Canvas canvas(image_, ratio_, width_, height_);
+    DevicePixels canvas(image_, ratio_, width_, height_);
     canvas.fill(intersect(toBox(r), canvas.bounds()), translateColor(colour));
 }
 
@@ -723,7 +767,7 @@ void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 {
     if (!readyToDraw())
         return;
-    Canvas canvas(image_, ratio_, width_, height_);
+    DevicePixels canvas(image_, ratio_, width_, height_);
     const QRgb pixel = translateColor(penColor_);
     const bool dotted = penStyle_ == PenStyle::Dot;
     if (!dotted && (x1 == x2 || y1 == y2)) {
@@ -738,7 +782,7 @@ void Surface::edge(Rect r, unsigned kinds, unsigned sides)
 {
     if (!readyToDraw())
         return;
-    Canvas canvas(image_, ratio_, width_, height_);
+    DevicePixels canvas(image_, ratio_, width_, height_);
     const auto paletteOf = [sides](EdgeColours colours) {
         return (sides & EdgeMono) ? EdgeColours{systemColour(6), systemColour(6)} : colours;
     };
@@ -755,7 +799,7 @@ void Surface::checkBox(Rect r, bool checked)
 {
     if (!readyToDraw())
         return;
-    Canvas canvas(image_, ratio_, width_, height_);
+    DevicePixels canvas(image_, ratio_, width_, height_);
     const Box bounds = toBox(r);
     const int64_t side = std::min(bounds.width(), bounds.height());
     if (side <= 0)
@@ -831,7 +875,7 @@ void Surface::text(const QString& s, Rect r, unsigned flags)
     const QString shown = visibleText(s, *layout, visible, flags, font_, device);
     if (shown.size() == s.size() && drawCachedText(s, *layout, r, flags))
         return;
-    const Canvas canvas(image_, ratio_, width_, height_);
+    const DevicePixels canvas(image_, ratio_, width_, height_);
     QPainter painter(&image_);
     painter.setClipRect(toQRect(canvas.toDevice(visible)));
     if (ratio_ != 1)
@@ -844,7 +888,7 @@ void Surface::text(const QString& s, Rect r, unsigned flags)
 // device phase into a scratch image, and then copied in the text colour.
 bool Surface::drawCachedText(const QString& s, const QRectF& layout, Rect r, unsigned flags)
 {
-    Canvas canvas(image_, ratio_, width_, height_);
+    DevicePixels canvas(image_, ratio_, width_, height_);
     const Box bounds = toBox(r);
     const Box device = canvas.toDevice(bounds);
     if (!isLayoutSafe(bounds) || device.width() > kLargestCachedText || device.height() > kLargestCachedText)
@@ -885,23 +929,15 @@ void Surface::focusRect(Rect r)
 {
     if (!readyToDraw())
         return;
-    const Box b = toBox(r);
-    if (b.empty())
-        return;
-    Canvas canvas(image_, ratio_, width_, height_);
-    invertEvenPixels(canvas, {b.left, b.top, b.right, b.top + 1});
-    if (b.height() > 1)
-        invertEvenPixels(canvas, {b.left, b.bottom - 1, b.right, b.bottom});
-    invertEvenPixels(canvas, {b.left, b.top + 1, b.left + 1, b.bottom - 1});
-    if (b.width() > 1)
-        invertEvenPixels(canvas, {b.right - 1, b.top + 1, b.right, b.bottom - 1});
+    DevicePixels canvas(image_, ratio_, width_, height_);
+    focusRectBox(canvas, toBox(r));
 }
 
 void Surface::invert(Rect r)
 {
     if (!readyToDraw())
         return;
-    Canvas canvas(image_, ratio_, width_, height_);
+    DevicePixels canvas(image_, ratio_, width_, height_);
     canvas.invert(intersect(toBox(r), canvas.bounds()));
 }
 
@@ -909,7 +945,7 @@ Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
 {
     if (!readyToDraw())
         return {};
-    Canvas canvas(image_, ratio_, width_, height_);
+    DevicePixels canvas(image_, ratio_, width_, height_);
     const Box surface = canvas.bounds();
     const Box source = toBox(scroll);
     const Box target = intersect(toBox(clip), surface);

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 namespace TabulaControl::platform {
 
@@ -140,6 +141,11 @@ public:
     // returns the bounding rectangle of the area left uncovered.
     Rect scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip);
 
+    // Marks drawn over the pixels when they are read: applied in order, each an exclusive-or.
+    struct Mark { enum class Kind { Inversion, FocusRect } kind; Rect rect; };
+    void setMarks(std::vector<Mark> marks);
+    const std::vector<Mark>& marks() const { return marks_; }
+
 private:
     // Makes a pending render; true when drawing is to go ahead.
     bool readyToDraw();
@@ -147,11 +153,19 @@ private:
     void remakeImage();
     const QString& fontKey();
     bool drawCachedText(const QString& s, const QRectF& layout, Rect r, unsigned flags);
+    // Exclusive-or of every mark into the pixels: a second call takes them
+    // off again.
+    void flipMarks() const;
+    // Takes the marks off the pixels before they are drawn on or moved.
+    void liftMarks();
 
     int width_ = 0;
     int height_ = 0;
     qreal ratio_ = 1;
-    QImage image_;
+    // The pixels, with the marks applied while marksShown_.
+    mutable QImage image_;
+    std::vector<Mark> marks_;
+    mutable bool marksShown_ = false;
     QString fontKey_;
     mutable std::function<void()> pendingRender_;
     bool discarding_ = false;

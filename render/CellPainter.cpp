@@ -30,35 +30,38 @@ OleColor defaultBackColour(const GridState& s, int32_t row)
     return s.mUseBackColorAlt && row % 2 == 1 ? s.mBackColorAlt : SharedBackColor;
 }
 
-void paintButtonCell(const GridState& s, Surface& surface, int32_t row, int32_t col, int32_t x, int32_t y,
+void paintButtonCell(const GridState& s, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
                      int32_t width, int32_t height)
 {
     if (!isFixed(row, col) || s.mFixedStyle != 0) {
         const int16_t value = s.mCells.Value(to16(row), to16(col));
-        DrawButton(surface, x, y, advance(width, 1), advance(height, 1), value);
+        DrawButton(canvas, x, y, advance(width, 1), advance(height, 1), value);
         return;
     }
     if (s.mShowGrid)
-        DrawBox(surface, advance(x, -1), advance(y, -1), advance(width, 2), advance(height, 2), s.mGridLineColor);
-    DrawBox(surface, x, y, width, height, s.mBackColorFixed);
+        DrawBox(canvas, advance(x, -1), advance(y, -1), advance(width, 2), advance(height, 2), s.mGridLineColor);
+    DrawBox(canvas, x, y, width, height, s.mBackColorFixed);
 }
 
-void paintBackground(const GridState& s, Surface& surface, const CellFormat& format, int32_t row, int32_t col,
+void paintBackground(const GridState& s, Canvas canvas, const CellFormat& format, int32_t row, int32_t col,
                      int32_t x, int32_t y, int32_t width, int32_t height)
 {
     if (s.mCells.Style(to16(row), to16(col)) == 1) {
-        paintButtonCell(s, surface, row, col, x, y, width, height);
+        paintButtonCell(s, canvas, row, col, x, y, width, height);
         return;
     }
     const OleColor colour =
         cellColourSet(format.BackColor) ? static_cast<OleColor>(format.BackColor) : defaultBackColour(s, row);
-    DrawBox(surface, x, y, width, height, colour);
+    DrawBox(canvas, x, y, width, height, colour);
 }
 
-void paintCheckBox(Surface& surface, const QString& text, int32_t x, int32_t y, int32_t width)
+// The box covers its whole square.
+void paintCheckBox(Canvas canvas, const QString& text, int32_t x, int32_t y, int32_t width)
 {
     const int32_t left = roundTo32(static_cast<double>(x) + static_cast<double>(width) / 2 - 7);
-    surface.checkBox(MakeRect(left, advance(y, 1), CheckBoxSize, CheckBoxSize), text == QLatin1String("1"));
+    const platform::Rect square = MakeRect(left, advance(y, 1), CheckBoxSize, CheckBoxSize);
+    canvas.surface.checkBox(square, text == QLatin1String("1"));
+    canvas.marks.covered(square);
 }
 
 // Sets each attribute in turn; an attribute that already has the value is
@@ -127,29 +130,25 @@ unsigned textFlags(const GridState& s, int32_t row, int32_t col)
 
 }  // namespace
 
-void DrawBox(Surface& surface, int32_t x, int32_t y, int32_t width, int32_t height, OleColor colour)
+void DrawBox(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t height, OleColor colour)
 {
-    surface.fill(MakeRect(x, y, width, height), colour);
+    const platform::Rect box = MakeRect(x, y, width, height);
+    canvas.surface.fill(box, colour);
+    canvas.marks.covered(box);
 }
 
-void DrawLine(Surface& surface, platform::Rect r, OleColor colour)
+void DrawLine(Canvas canvas, platform::Rect r, OleColor colour)
 {
-    surface.setPenColor(colour);
-    surface.line(r.Left, r.Top, r.Right, r.Bottom);
+    canvas.surface.setPenColor(colour);
+    canvas.surface.line(r.Left, r.Top, r.Right, r.Bottom);
+    canvas.marks.coveredByLine(r.Left, r.Top, r.Right, r.Bottom, canvas.surface.penStyle() == platform::PenStyle::Dot);
 }
 
-void DrawRect(Surface& surface, int32_t left, int32_t top, int32_t right, int32_t bottom, OleColor colour)
+// The edges lie on the button's face.
+void DrawButton(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t height, int16_t pressed)
 {
-    surface.setPenColor(colour);
-    surface.line(left, top, right, top);
-    surface.line(left, bottom, right, bottom);
-    surface.line(left, top, left, bottom);
-    surface.line(right, top, right, bottom);
-}
-
-void DrawButton(Surface& surface, int32_t x, int32_t y, int32_t width, int32_t height, int16_t pressed)
-{
-    DrawBox(surface, x, y, width, height, ButtonFace);
+    DrawBox(canvas, x, y, width, height, ButtonFace);
+    Surface& surface = canvas.surface;
     const platform::Rect r = MakeRect(x, y, width, height);
     if (pressed == Pressed) {
         surface.edge(r, platform::SunkenInner, platform::SideLeft | platform::SideTop);
@@ -160,14 +159,17 @@ void DrawButton(Surface& surface, int32_t x, int32_t y, int32_t width, int32_t h
     }
 }
 
-void DrawCell(const GridState& s, Surface& surface, int32_t row, int32_t col, int32_t x, int32_t y, int32_t width,
+// The text stays inside the background, so only the background and the
+// check box take marks away.
+void DrawCell(const GridState& s, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y, int32_t width,
               int32_t height)
 {
     const CellFormat& format = s.mCells.Format(to16(row), to16(col));
-    paintBackground(s, surface, format, row, col, x, y, width, height);
+    paintBackground(s, canvas, format, row, col, x, y, width, height);
     const QString text = s.mCells.Text(to16(row), to16(col));
     if (isCheckBoxCell(s, row, col))
-        paintCheckBox(surface, text, x, y, width);
+        paintCheckBox(canvas, text, x, y, width);
+    Surface& surface = canvas.surface;
     applyTextStyle(s, surface, format, row, col);
     if (!showsText(s, text, row, col))
         return;
@@ -181,7 +183,7 @@ namespace TabulaControl::detail {
 
 void Grid::DrawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
-    render::DrawCell(s, surface, row, col, x, y, width, height);
+    render::DrawCell(s, canvas(), row, col, x, y, width, height);
 }
 
 }  // namespace TabulaControl::detail

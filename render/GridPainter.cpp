@@ -23,24 +23,12 @@ void settleExtent(int32_t& drawn, bool& needed, int32_t last, int32_t firstShown
 
 // The background colour beyond the last row and column. Under a border the
 // surface's pixel row 0 and column 0 are left alone.
-void paintBackgroundBands(const GridState& s, platform::Surface& surface, SurfaceSize size)
+void paintBackgroundBands(const GridState& s, Canvas canvas, SurfaceSize size)
 {
     const int32_t inset = s.mBorderStyle == 0 ? 0 : 1;
-    DrawBox(surface, inset, advance(s.mDrawnBottom, 1), advance(size.width, -inset), advance(size.height, -1),
+    DrawBox(canvas, inset, advance(s.mDrawnBottom, 1), advance(size.width, -inset), advance(size.height, -1),
             s.mBackColorBkg);
-    DrawBox(surface, advance(s.mDrawnRight, 1), inset, size.width, advance(size.height, -inset), s.mBackColorBkg);
-}
-
-// The selection block with its anchor in normal colours, then the focus
-// rectangle of the current cell when that cell is on the surface.
-void drawMarks(Grid& g)
-{
-    GridState& s = g.s;
-    g.HilightSelection();
-    g.HilightSelection(s.mRow1, s.mCol1, s.mRow1, s.mCol1);
-    int32_t x = 0, y = 0;
-    if (!g.GetCellCoordinates(s.mRow, s.mCol, x, y))
-        g.HilightCell();
+    DrawBox(canvas, advance(s.mDrawnRight, 1), inset, size.width, advance(size.height, -inset), s.mBackColorBkg);
 }
 
 // The first row (column) from `first` whose extent, grid line included,
@@ -76,7 +64,7 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
         x = advance(x, s.mColWidth(c), line);
         if (x > size.width)
             break;
-        DrawLine(g.surface, {x, y1, x, bottom}, s.mGridLineColor);
+        DrawLine(g.canvas(), {x, y1, x, bottom}, s.mGridLineColor);
     }
 
     const int32_t right = advance(x2, s.mColWidth(col2));
@@ -85,7 +73,7 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
         y = advance(y, s.mRowHeight(r), line);
         if (y > size.height)
             break;
-        DrawLine(g.surface, {x1, y, right, y}, s.mGridLineColor);
+        DrawLine(g.canvas(), {x1, y, right, y}, s.mGridLineColor);
     }
 }
 
@@ -122,9 +110,9 @@ bool cornerSquareNeeded(const Grid& g)
     return g.barsShown() || (g.s.mHScrollNeeded && g.s.mVScrollNeeded);
 }
 
-void paintCornerSquare(platform::Surface& surface, SurfaceSize size)
+void paintCornerSquare(Canvas canvas, SurfaceSize size)
 {
-    DrawBox(surface, advance(size.width, -CornerSquareSize), advance(size.height, -CornerSquareSize),
+    DrawBox(canvas, advance(size.width, -CornerSquareSize), advance(size.height, -CornerSquareSize),
             CornerSquareSize, CornerSquareSize, ButtonFace);
 }
 
@@ -139,14 +127,9 @@ using render::DrawLine;
 
 void Grid::Refresh()
 {
-    if (s.mEditing) {
-        const bool selection = s.mAllowSelection && s.mSelectionMode >= 1;
-        if (selection)
-            HilightSelection();
-        EndEdit();
-        if (selection)
-            HilightSelection();
-    }
+    // The host's edit events meet a line selection's block taken off.
+    if (s.mEditing)
+        withLineSelectionLifted([this] { EndEdit(); });
     if (s.mRow < 1 && s.mRows >= 1)
         s.mRow = 1;
     if (s.mCol < 1 && s.mCols >= 1)
@@ -160,10 +143,11 @@ void Grid::Refresh()
 void Grid::paintAll()
 {
     surface.clear();
+    marks.cleared();
     s.mGridLineWidth = render::gridLineWidthOf(s);
     RedrawAllCells(true);
     ShowScrollBars();
-    CheckHighlight();
+    fitSelectionToMode();
     ui.picGrid.Refresh();
 }
 
@@ -193,10 +177,10 @@ void Grid::RedrawAllCells(bool full)
     }
     render::settleExtent(s.mDrawnBottom, s.mVScrollNeeded, size.height - 1, s.mTopRow);
     render::settleExtent(s.mDrawnRight, s.mHScrollNeeded, size.width - 1, s.mLeftCol);
-    render::paintBackgroundBands(s, surface, size);
+    render::paintBackgroundBands(s, canvas(), size);
     if (s.mRows > 0) {
         DrawGrid();
-        render::drawMarks(*this);
+        showMarksAfterPaint();
     }
     SetSizers();
 }
@@ -254,7 +238,7 @@ void Grid::DrawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
     DrawGridBorder(row1, col1, row2, col2);
     surface.setPenStyle(platform::PenStyle::Solid);
     if (render::cornerSquareNeeded(*this))
-        render::paintCornerSquare(surface, size);
+        render::paintCornerSquare(canvas(), size);
 }
 
 void Grid::DrawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
@@ -270,11 +254,11 @@ void Grid::DrawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2
     const int32_t bottom = advance(y2, s.mRowHeight(row2));
     const bool flatHeaders = s.mFixedStyle == 0;
     if (flatHeaders || !s.mColHeader)
-        DrawLine(surface, {x1, y1, right, y1}, s.mGridLineColor);
-    DrawLine(surface, {x1, bottom, right, bottom}, s.mGridLineColor);
+        DrawLine(canvas(), {x1, y1, right, y1}, s.mGridLineColor);
+    DrawLine(canvas(), {x1, bottom, right, bottom}, s.mGridLineColor);
     if (flatHeaders || !s.mRowHeader)
-        DrawLine(surface, {x1, y1, x1, bottom}, s.mGridLineColor);
-    DrawLine(surface, {right, y1, right, bottom}, s.mGridLineColor);
+        DrawLine(canvas(), {x1, y1, x1, bottom}, s.mGridLineColor);
+    DrawLine(canvas(), {right, y1, right, bottom}, s.mGridLineColor);
 }
 
 void Grid::DrawBottomRows(int32_t fromRow, int32_t lines)
@@ -290,7 +274,7 @@ void Grid::DrawBottomRows(int32_t fromRow, int32_t lines)
         y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
     }
     s.mDrawnBottom = std::min(advance(y, -1), size.height - 1);
-    DrawBox(surface, 1, advance(s.mDrawnBottom, 1), size.width, size.height, render::ButtonFace);
+    DrawBox(canvas(), 1, advance(s.mDrawnBottom, 1), size.width, size.height, render::ButtonFace);
 }
 
 void Grid::DrawRightCols(int32_t fromCol, int32_t pixels)
@@ -305,14 +289,14 @@ void Grid::DrawRightCols(int32_t fromCol, int32_t pixels)
         x = advance(x, s.mColWidth(c), s.mGridLineWidth);
     }
     s.mDrawnRight = std::min(advance(x, -1), size.width - 1);
-    DrawBox(surface, advance(s.mDrawnRight, 1), 1, size.width, size.height, render::ButtonFace);
+    DrawBox(canvas(), advance(s.mDrawnRight, 1), 1, size.width, size.height, render::ButtonFace);
 }
 
 void Grid::DrawBottomRight()
 {
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
-    DrawLine(surface, {size.width - 1, 1, size.width - 1, size.height}, s.mGridLineColor);
-    DrawLine(surface, {0, size.height - 1, size.width, size.height - 1}, s.mGridLineColor);
+    DrawLine(canvas(), {size.width - 1, 1, size.width - 1, size.height}, s.mGridLineColor);
+    DrawLine(canvas(), {0, size.height - 1, size.width, size.height - 1}, s.mGridLineColor);
 }
 
 void Grid::RedrawCells(Rect cells)
@@ -332,6 +316,12 @@ void Grid::redrawCell(int32_t row, int32_t col)
     int32_t x = 0, y = 0;
     GetCellCoordinates(row, col, x, y);
     DrawCell(row, col, x, y, s.mColWidth(col), s.mRowHeight(row));
+}
+
+void Grid::scrollPixels(int32_t dx, int32_t dy, Rect area)
+{
+    surface.scroll(dx, dy, area, area);
+    marks.scrolled(dx, dy, area, area);
 }
 
 void Grid::UserControl_Paint() { ui.window.setBorder(s.mBorderStyle); }

@@ -21,6 +21,6 @@ void walkRow(Grid& g, const std::function<void(int32_t col, int32_t x)>& paintCe
 bool cornerSquareNeeded(const Grid& g);
 
 // Paints that square at the surface's bottom-right corner.
-void paintCornerSquare(platform::Surface& surface, SurfaceSize size);
+void paintCornerSquare(Canvas canvas, SurfaceSize size);
 
 }  // namespace TabulaControl::detail::render

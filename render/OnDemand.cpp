@@ -200,7 +200,7 @@ void Grid::runLayout()
         s.mGridLineWidth = render::gridLineWidthOf(s);
         RedrawAllCells(true);
         ShowScrollBars();
-        CheckHighlight();
+        fitSelectionToMode();
     } catch (...) {
         measuredRow_.reset();
         paintAll();

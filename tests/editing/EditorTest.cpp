@@ -92,6 +92,17 @@ TEST_F(Editor, AutoNewRowAddsARowBelowAnEmptyLastRowOnce)
     EXPECT_EQ(grid().Rows(), 2);
 }
 
+TEST_F(Editor, OpensOverTheCurrentCellInsideItsEdges)
+{
+    grid().setColEditWidth(2, 12);
+    clickCell(2, 2);
+    grid().DblClick();
+    const QRect r = cell(2, 2);
+    const QPoint at = surface()->mapFrom(editor()->parentWidget(), editor()->pos());
+    EXPECT_EQ(QRect(at, editor()->size()), QRect(r.left() + 3, r.top() + 2, r.width() - 3, r.height()));
+    EXPECT_EQ(editor()->maxLength(), 12);
+}
+
 TEST_F(Editor, MasksAndTheEditWidthFilterTypedKeys)
 {
     const struct {
