@@ -1,5 +1,7 @@
 #include "platform/Surface.h"
 
+#include "platform/Box.h"
+
 #include "platform/TextCache.h"
 
 #include <QFontMetricsF>
@@ -28,38 +30,6 @@ constexpr std::array<QRgb, 31> kSystemColours = {
 };
 
 constexpr OleColor systemColour(unsigned index) { return kSystemColourBit + index; }
-
-// A rectangle with right and bottom exclusive, wide enough that offsets and
-// deflations of any 32-bit rectangle cannot overflow.
-struct Box {
-    int64_t left = 0;
-    int64_t top = 0;
-    int64_t right = 0;
-    int64_t bottom = 0;
-
-    bool empty() const { return right <= left || bottom <= top; }
-    int64_t width() const { return right - left; }
-    int64_t height() const { return bottom - top; }
-};
-
-Box toBox(Rect r) { return {r.Left, r.Top, r.Right, r.Bottom}; }
-
-Rect toRect(const Box& b)
-{
-    return {static_cast<int32_t>(b.left), static_cast<int32_t>(b.top),
-            static_cast<int32_t>(b.right), static_cast<int32_t>(b.bottom)};
-}
-
-Box intersect(const Box& a, const Box& b)
-{
-    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-            std::min(a.bottom, b.bottom)};
-}
-
-Box translated(const Box& b, int64_t dx, int64_t dy)
-{
-    return {b.left + dx, b.top + dy, b.right + dx, b.bottom + dy};
-}
 
 Box unite(const Box& a, const Box& b)
 {
@@ -815,48 +785,25 @@ void Surface::checkBox(Rect r, bool checked)
         drawTick(canvas, interior);
 }
 
-void Surface::setFontName(const QString& name)
-{
-    font_.setFamily(name);
-    fontKey_.clear();
-}
+void Surface::setFontName(const QString& name) { font_.setFamily(name); }
 
 void Surface::setFontSize(double points)
 {
-    if (points > 0 && std::isfinite(points)) {
+    if (points > 0 && std::isfinite(points))
         font_.setPointSizeF(points);
-        fontKey_.clear();
-    }
 }
 
-void Surface::setFontBold(bool on)
-{
-    font_.setBold(on);
-    fontKey_.clear();
-}
-
-void Surface::setFontItalic(bool on)
-{
-    font_.setItalic(on);
-    fontKey_.clear();
-}
-
-void Surface::setFontUnderline(bool on)
-{
-    font_.setUnderline(on);
-    fontKey_.clear();
-}
-
-void Surface::setFontStrikethrough(bool on)
-{
-    font_.setStrikeOut(on);
-    fontKey_.clear();
-}
+void Surface::setFontBold(bool on) { font_.setBold(on); }
+void Surface::setFontItalic(bool on) { font_.setItalic(on); }
+void Surface::setFontUnderline(bool on) { font_.setUnderline(on); }
+void Surface::setFontStrikethrough(bool on) { font_.setStrikeOut(on); }
 
 const QString& Surface::fontKey()
 {
-    if (fontKey_.isEmpty())
+    if (fontKey_.isEmpty() || font_ != keyedFont_) {
+        keyedFont_ = font_;
         fontKey_ = font_.key();
+    }
     return fontKey_;
 }
 

@@ -166,7 +166,9 @@ private:
     mutable QImage image_;
     std::vector<Mark> marks_;
     mutable bool marksShown_ = false;
+    // The key of keyedFont_, the font last drawn with.
     QString fontKey_;
+    QFont keyedFont_;
     mutable std::function<void()> pendingRender_;
     bool discarding_ = false;
     OleColor backColor_ = 0x8000000F;

@@ -1,5 +1,7 @@
 #include "render/Marks.h"
 
+#include "platform/Box.h"
+
 #include <QRect>
 
 #include <algorithm>
@@ -10,28 +12,13 @@ namespace TabulaControl::detail::render {
 
 namespace {
 
+using platform::Box;
+using platform::intersect;
 using platform::Rect;
 using Mark = platform::Surface::Mark;
 
 constexpr int64_t DotPeriod = 6;
 constexpr int64_t DotLength = 3;
-
-// A rectangle, right and bottom exclusive, in coordinates wide enough that
-// a step past any 32-bit edge cannot overflow.
-struct Box {
-    int64_t left = 0;
-    int64_t top = 0;
-    int64_t right = 0;
-    int64_t bottom = 0;
-
-    bool empty() const { return right <= left || bottom <= top; }
-};
-
-Box intersect(const Box& a, const Box& b)
-{
-    return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-            std::min(a.bottom, b.bottom)};
-}
 
 QRegion regionOf(const Box& b)
 {
