@@ -95,16 +95,20 @@ auto settledFields(const GridState& s)
 
 namespace {
 
+// Adds the sizes of the rows (columns) that can show; returns the first
+// index past them.
 template <class Sizes>
-void addShown(std::vector<int64_t>& v, const Sizes& sizes, int32_t first, int32_t last, int32_t room)
+int64_t addShown(std::vector<int64_t>& v, const Sizes& sizes, int32_t first, int32_t last, int32_t room)
 {
     if (sizes.upper() >= 0)
         v.push_back(sizes(0));
     int64_t reach = 0;
-    for (int32_t i = firstWalked(first); i <= std::min(last, sizes.upper()) && reach <= room; ++i) {
+    int32_t i = firstWalked(first);
+    for (; i <= std::min(last, sizes.upper()) && reach <= room; ++i) {
         v.push_back(sizes(i));
         reach += sizes(i) + 1;
     }
+    return i;
 }
 
 void addChild(std::vector<int64_t>& v, const platform::Child& child)
@@ -116,7 +120,7 @@ void addBar(std::vector<int64_t>& v, const platform::ScrollBar& bar)
 {
     addChild(v, bar);
     const auto* slider = qobject_cast<const QAbstractSlider*>(bar.widget());
-    v.insert(v.end(), {bar.Value(), bar.Max(), slider ? slider->pageStep() : -1});
+    v.push_back(slider ? slider->pageStep() : -1);
 }
 
 // What a layout reads and what it leaves, in the grid and in the child
@@ -127,18 +131,23 @@ std::vector<int64_t> layoutKeyOf(const Grid& g)
 {
     const GridState& s = g.s;
     std::vector<int64_t> v = {
-        s.mBorderStyle, s.mRow1, s.mCol1, s.mRow2, s.mCol2, s.mCols, s.mRows, s.mColHeader, s.mRowHeader,
+        s.mBorderStyle, s.mRow1, s.mCol1, s.mRow2, s.mCol2, s.mCols, s.mColHeader, s.mRowHeader,
         s.mShowGrid, s.mGridSolid, s.mCol, s.mRow, s.mAllowSelection, s.mFixedStyle, s.mSelectionMode,
         s.mAllowUserResizing, s.mLeftCol, s.mTopRow, s.mEditing, s.mEditCancel, s.mMouseDown, s.mHeaderClicked,
         s.mRowsSelected, s.mColumnsSelected, s.mColSizing, s.mRowSizing, s.mSizerIndex, s.mGridLineWidth,
         s.mPageRows, s.mPageCols, s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded,
-        s.mRowHeight.upper(), s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(),
-        s.mColMask.upper(), s.mColEditWidth.upper(), s.mCells.Rows(), s.mCells.Cols(),
-        g.surface.width(), g.surface.height(), g.barsShown(), g.ui.txtEdit.MaxLength()};
+        s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
+        s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
+        g.ui.txtEdit.MaxLength()};
     // The resize zones are found across the whole control, a little wider
     // than the surface.
-    addShown(v, s.mRowHeight, s.mTopRow, s.mRows, g.ui.window.ScaleHeight());
+    const int64_t rowsShownEnd = addShown(v, s.mRowHeight, s.mTopRow, s.mRows, g.ui.window.ScaleHeight());
     addShown(v, s.mColWidth, s.mLeftCol, s.mCols, g.ui.window.ScaleWidth());
+    // Rows past those that can show matter only by their number, and that
+    // only to a selection of whole columns, which spans every row.
+    const bool spansRows = s.mSelectionMode == SelectionByCol || s.mColumnsSelected;
+    for (const int64_t count : {int64_t{s.mRows}, int64_t{s.mRowHeight.upper()}, int64_t{s.mCells.Rows()}})
+        v.push_back(spansRows ? count : std::min(count, rowsShownEnd + 1));
     addBar(v, g.ui.scrVertical);
     addBar(v, g.ui.scrHorizontal);
     addChild(v, g.ui.txtEdit);
