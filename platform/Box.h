@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 namespace TabulaControl::platform {
 
@@ -37,6 +38,17 @@ inline Box intersect(const Box& a, const Box& b)
 inline Box translated(const Box& b, int64_t dx, int64_t dy)
 {
     return {b.left + dx, b.top + dy, b.right + dx, b.bottom + dy};
+}
+
+// The pixels a line visits along one axis, from `from` towards `to` with
+// `to` itself excluded, as a half-open range; one pixel when they are equal.
+inline std::pair<int64_t, int64_t> axisSpan(int64_t from, int64_t to)
+{
+    if (to > from)
+        return {from, to};
+    if (to < from)
+        return {to + 1, from + 1};
+    return {from, from + 1};
 }
 
 }  // namespace TabulaControl::platform

@@ -207,17 +207,6 @@ void walkLine(DevicePixels& canvas, int64_t x1, int64_t y1, int64_t x2, int64_t 
     }
 }
 
-// The pixels a line visits along one axis, from `from` towards `to` with
-// `to` itself excluded, as a half-open range; one pixel when they are equal.
-std::pair<int64_t, int64_t> axisSpan(int64_t from, int64_t to)
-{
-    if (to > from)
-        return {from, to};
-    if (to < from)
-        return {to + 1, from + 1};
-    return {from, from + 1};
-}
-
 Box axisLineBox(int64_t x1, int64_t y1, int64_t x2, int64_t y2)
 {
     const auto [left, right] = axisSpan(x1, x2);

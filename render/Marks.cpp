@@ -12,6 +12,7 @@ namespace TabulaControl::detail::render {
 
 namespace {
 
+using platform::axisSpan;
 using platform::Box;
 using platform::intersect;
 using platform::Rect;
@@ -37,20 +38,9 @@ QRegion translated(const QRegion& region, int64_t dx, int64_t dy, const Box& wit
     QRegion moved;
     for (const QRect& r : region) {
         const Box b = boxOf(r);
-        moved += regionOf(intersect({b.left + dx, b.top + dy, b.right + dx, b.bottom + dy}, within));
+        moved += regionOf(intersect(platform::translated(b, dx, dy), within));
     }
     return moved;
-}
-
-// The pixels a line of one axis covers, from `from` towards `to` with `to`
-// excluded; one pixel when the ends are equal.
-std::pair<int64_t, int64_t> solidSpan(int64_t from, int64_t to)
-{
-    if (to > from)
-        return {from, to};
-    if (to < from)
-        return {to + 1, from + 1};
-    return {from, from + 1};
 }
 
 // The dots of a horizontal (vertical) line that lie inside bounds: steps i
@@ -139,8 +129,8 @@ void Marks::coveredByLine(int32_t x1, int32_t y1, int32_t x2, int32_t y2, bool d
     if (!dotted) {
         if (x1 == x2 && y1 == y2)
             return;
-        const auto [left, right] = solidSpan(x1, x2);
-        const auto [top, bottom] = solidSpan(y1, y2);
+        const auto [left, right] = axisSpan(x1, x2);
+        const auto [top, bottom] = axisSpan(y1, y2);
         take(clipped(left, top, right, bottom));
         return;
     }
