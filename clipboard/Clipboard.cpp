@@ -155,7 +155,7 @@ int32_t Tabula::paste()
 {
     const int32_t dropped = call("paste", [&] {
         if (grid_->s.mEditing)
-            grid_->EndEdit();
+            grid_->endEdit();
         const int32_t count = detail::pasteRows(*grid_, detail::fromTabSeparated(QGuiApplication::clipboard()->text()));
         if (grid_->s.mAutoRedraw)
             grid_->Refresh();
@@ -192,7 +192,7 @@ QRect Tabula::cellRect(int32_t Row, int32_t Col) const
         if (Row < s.mTopRow || Col < s.mLeftCol || Row > s.mRows || Col > s.mCols)
             return {};
         int32_t x = 0, y = 0;
-        if (grid_->GetCellCoordinates(Row, Col, x, y))
+        if (grid_->cellCoordinates(Row, Col, x, y))
             return {};
         const QPoint surface = grid_->ui.picGrid.widget()->mapTo(this, QPoint(0, 0));
         return QRect(x, y, s.mColWidth(Col), s.mRowHeight(Row)).translated(surface);

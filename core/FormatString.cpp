@@ -155,13 +155,13 @@ void Grid::setFormatString(const QString& value)
     {
         // Every caption may grow the columns; the grid is painted once, after.
         const RedrawDeferred deferred(s);
-        UpdateHeader();
+        updateHeader();
     }
     Refresh();
-    PropertyChanged("FormatString");
+    notifyPropertyChanged("FormatString");
 }
 
-void Grid::UpdateHeader() { HeaderParser(*this).run(s.mFormatString); }
+void Grid::updateHeader() { HeaderParser(*this).run(s.mFormatString); }
 
 void Grid::AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader, bool colHeader,
                      const QVariant& formatString)
@@ -169,7 +169,7 @@ void Grid::AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader,
     const bool autoRedraw = s.mAutoRedraw;
     s.mAutoRedraw = false;
     ui.scrVertical.setMax(0);
-    InitializeRows(0);
+    initializeRows(0);
     s.mRows = 0;
     setRows(countOf(rows));
     setCols(countOf(cols));
@@ -177,7 +177,7 @@ void Grid::AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader,
     setColHeader(colHeader);
     s.mFormatString = textOf(formatString);
     ClearAllLookups();
-    UpdateHeader();
+    updateHeader();
     s.mAutoRedraw = autoRedraw;
     Refresh();
 }

@@ -7,7 +7,7 @@ Grid::Grid(QWidget& control, TabulaEvents& events)
 {
 }
 
-void Grid::PropertyChanged(const char* name)
+void Grid::notifyPropertyChanged(const char* name)
 {
     if (onPropertyChanged)
         onPropertyChanged(QLatin1String(name));
@@ -19,7 +19,7 @@ void Grid::redrawIfAuto()
         Refresh();
 }
 
-void Grid::UserControl_Initialize()
+void Grid::initialize()
 {
     s.mCells = CellArray();
     s.mColSizers.clear();
@@ -29,7 +29,7 @@ void Grid::UserControl_Initialize()
     s.mRow1 = s.mCol1 = s.mRow2 = s.mCol2 = 1;
 }
 
-void Grid::UserControl_InitProperties()
+void Grid::applyDefaultProperties()
 {
     s.mGridLineColor = 0xC0C0C0;
     s.mColHeader = s.mRowHeader = s.mShowGrid = s.mGridSolid = true;
@@ -66,7 +66,7 @@ void Grid::UserControl_InitProperties()
     s.mRow1 = s.mCol1 = s.mRow2 = s.mCol2 = 1;
 }
 
-void Grid::UserControl_Resize()
+void Grid::fitToControl()
 {
     const int32_t w = ui.window.ScaleWidth();
     const int32_t h = ui.window.ScaleHeight();
@@ -78,11 +78,11 @@ void Grid::UserControl_Resize()
     surface.resize(std::max(0, w - 5), std::max(0, h - 5));
     marks.resized(oldWidth, oldHeight);
     Refresh();
-    UserControl_Paint();
+    applyBorderStyle();
     events.Resize();
 }
 
-void Grid::UserControl_Terminate()
+void Grid::shutDown()
 {
     s.mCells = CellArray();
     s.mColSizers.clear();

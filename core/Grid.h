@@ -38,13 +38,13 @@ public:
     QWidget& control;
 
     // Lifecycle
-    void UserControl_Initialize();
-    void UserControl_InitProperties();
-    void UserControl_Resize();
-    void UserControl_Terminate();
-    void UserControl_ReadProperties(const PropertyBag& bag);
-    void UserControl_WriteProperties(PropertyBag& bag) const;
-    void PropertyChanged(const char* name);
+    void initialize();
+    void applyDefaultProperties();
+    void fitToControl();
+    void shutDown();
+    void readProperties(const PropertyBag& bag);
+    void writeProperties(PropertyBag& bag) const;
+    void notifyPropertyChanged(const char* name);
 
     // Rows, columns and cell access
     void setRows(int32_t n);
@@ -65,8 +65,8 @@ public:
     void setColAlign(int32_t col, int32_t value);
     void setColMask(int32_t col, int32_t value);
     bool RowEmpty(int32_t row) const;
-    void InitializeRows(int32_t n, std::optional<int32_t> backColor = {}, std::optional<int32_t> foreColor = {});
-    void InitializeCols(int32_t n);
+    void initializeRows(int32_t n, std::optional<int32_t> backColor = {}, std::optional<int32_t> foreColor = {});
+    void initializeColumns(int32_t n);
     void AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor);
     // Whether AddItem can store every field of rowData.
     bool itemFits(const QString& rowData) const;
@@ -77,26 +77,26 @@ public:
     QString Validate(const QString& text, int32_t col) const;
 
     // Geometry
-    bool GetCellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y);
+    bool cellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y);
 
     // Painting
     void Refresh();
-    void RedrawAllCells(bool full);
-    void DrawRow(int32_t row, int32_t y, bool header);
-    void DrawCol(int32_t col, int32_t x, bool header = false);
-    void DrawGrid(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted, int32_t col2 = Omitted);
-    void DrawGridBorder(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted,
+    void redrawAllCells(bool full);
+    void drawRow(int32_t row, int32_t y, bool header);
+    void drawColumn(int32_t col, int32_t x, bool header = false);
+    void drawGrid(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted, int32_t col2 = Omitted);
+    void drawGridBorder(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted,
                         int32_t col2 = Omitted);
-    void DrawBottomRows(int32_t fromRow, int32_t lines);
-    void DrawRightCols(int32_t fromCol, int32_t pixels);
-    void DrawBottomRight();
-    void RedrawCells(Rect cells);
-    void DrawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
+    void drawBottomRows(int32_t fromRow, int32_t lines);
+    void drawRightColumns(int32_t fromCol, int32_t pixels);
+    void drawBottomRight();
+    void redrawCells(Rect cells);
+    void drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
     // Paints one cell where it stands now; a cell outside the grid is drawn
     // nowhere.
     void redrawCell(int32_t row, int32_t col);
-    void UserControl_Paint();
-    void ShowScrollBars();
+    void applyBorderStyle();
+    void showScrollBars();
     // Whether both scroll bars are shown, as the painters see it.
     bool barsShown() const;
     render::Canvas canvas() { return {surface, marks}; }
@@ -133,7 +133,7 @@ public:
 
     // Headers
     void setFormatString(const QString& value);
-    void UpdateHeader();
+    void updateHeader();
     void AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader, bool colHeader,
                    const QVariant& formatString);
 
@@ -160,37 +160,37 @@ public:
     // Scrolling
     void setTopRow(int32_t value);
     void setLeftCol(int32_t value);
-    void VChange();
-    void HChange();
-    void scrVertical_Change();
-    void scrHorizontal_Change();
-    void scrollBar_GotFocus();
+    void applyVerticalScroll();
+    void applyHorizontalScroll();
+    void onVerticalScroll();
+    void onHorizontalScroll();
+    void onScrollBarFocus();
 
     // Mouse, selection and resizing
-    int32_t RowFromPoint(float x, float y);
-    int32_t ColFromPoint(float x, float y);
+    int32_t rowAt(float x, float y);
+    int32_t columnAt(float x, float y);
     void MouseDown(int16_t button, int16_t shift, float x, float y);
     void MouseUp(int16_t button, int16_t shift, float x, float y);
     void MouseMove(int16_t button, int16_t shift, float x, float y);
     void DblClick();
-    void SetSizers();
-    void picGrid_MouseDown(const MouseArgs& e);
-    void picGrid_MouseUp(const MouseArgs& e);
-    void picGrid_MouseMove(const MouseArgs& e);
-    void picGrid_Click();
-    void picGrid_DblClick();
+    void placeResizeZones();
+    void onSurfaceMousePress(const MouseArgs& e);
+    void onSurfaceMouseRelease(const MouseArgs& e);
+    void onSurfaceMouseMove(const MouseArgs& e);
+    void onSurfaceClick();
+    void onSurfaceDoubleClick();
 
     // Keyboard
     void KeyDown(int16_t keyCode, int16_t shift);
-    void picGrid_KeyDown(int16_t keyCode, int16_t shift);
-    void picGrid_KeyPress(int16_t keyAscii);
-    void picGrid_KeyUp(int16_t keyCode, int16_t shift);
+    void onSurfaceKeyDown(int16_t keyCode, int16_t shift);
+    void onSurfaceCharacter(int16_t keyAscii);
+    void onSurfaceKeyUp(int16_t keyCode, int16_t shift);
 
     // The cell editor's entry points
-    void GridEdit(int16_t keyAscii);
-    void HideEdit();
+    void startEdit(int16_t keyAscii);
+    void hideEditor();
     // Commits and closes an open editor before a full repaint.
-    void EndEdit();
+    void endEdit();
 
     // Lookup lists and the drop-down list
     void AddLookup(int32_t col, const QString& value, const QVariant& itemData);
@@ -199,35 +199,35 @@ public:
     void RemoveLookup(int32_t col);
     void ClearAllLookups();
     bool ColHasLookup(int32_t col) const;
-    void FillCombo(int32_t col);
+    void fillList(int32_t col);
     // Hides the drop-down list when it is open.
-    void HideList();
-    void cmdLookup_Click();
-    void ListBox_KeyDown(int16_t keyCode, int16_t shift);
-    void ListBox_MouseUp(int16_t button, int16_t shift, float x, float y);
-    void ListBox_LostFocus();
-    void Timer1_Timer();
+    void hideList();
+    void onDropDownButtonClick();
+    void onListKeyDown(int16_t keyCode, int16_t shift);
+    void onListMouseRelease(int16_t button, int16_t shift, float x, float y);
+    void onListFocusLost();
+    void closeListIfFocusLeft();
 
     // Column buttons
     void AddButton(int32_t col);
     void RemoveButton(int32_t col);
     bool ColHasButton(int32_t col) const;
-    void cmdButton_Click();
+    void onCellButtonClick();
 
     // The cell editor
-    void EditKeyDown(int16_t keyCode, int16_t shift);
+    void onEditorKeyDown(int16_t keyCode, int16_t shift);
     // Raises BeforeEdit and, unless it is cancelled, stores the validated
     // editor text in the current cell.
     void storeEditorText();
     // Raises AfterEdit with the current cell's stored text. An edit whose
     // cell the host moved out of the grid has no text to report.
     void raiseAfterEdit();
-    void txtEdit_KeyPress(int16_t& keyAscii);
-    void txtEdit_LostFocus();
+    void onEditorCharacter(int16_t& keyAscii);
+    void onEditorFocusLost();
     void setColEditWidth(int32_t col, int32_t value);
 
     // Drop-down button and column button of the current cell
-    void ShowLookup();
+    void showCellButtons();
 
     // Tells the host that a saved property changed.
     std::function<void(const QString&)> onPropertyChanged;

@@ -87,7 +87,7 @@ private:
 
 }  // namespace
 
-void Grid::UserControl_ReadProperties(const PropertyBag& bag)
+void Grid::readProperties(const PropertyBag& bag)
 {
     const Reader in(bag);
     s.mAutoRedraw = false;
@@ -130,11 +130,11 @@ void Grid::UserControl_ReadProperties(const PropertyBag& bag)
         const int16_t col = in.int16(column.constData());
         AddLookup(col, in.text(value.constData()), QVariant());
     }
-    UpdateHeader();
+    updateHeader();
     Refresh();
 }
 
-void Grid::UserControl_WriteProperties(PropertyBag& bag) const
+void Grid::writeProperties(PropertyBag& bag) const
 {
     auto write = [&bag](const char* name, const QVariant& value, const QVariant& fallback = {}) {
         bag.WriteProperty(QLatin1String(name), value, fallback);

@@ -43,7 +43,7 @@ void initializeGridCell(CellArray& cells, int16_t row, int16_t col)
 void Grid::setRows(int32_t n)
 {
     ui.scrVertical.setMax(to16(n));
-    InitializeRows(n);
+    initializeRows(n);
     s.mRows = n;
     if (s.mRow > s.mRows)
         s.mRow = s.mRow1 = s.mRow2 = s.mRows;
@@ -53,14 +53,14 @@ void Grid::setRows(int32_t n)
 void Grid::setCols(int32_t n)
 {
     ui.scrHorizontal.setMax(to16(n));
-    InitializeCols(n);
+    initializeColumns(n);
     s.mCols = n;
     if (s.mCol > s.mCols)
         s.mCol = s.mCol1 = s.mCol2 = s.mCols;
     redrawIfAuto();
 }
 
-void Grid::InitializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
+void Grid::initializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
 {
     if (s.mCols == 0) {
         s.mColWidth.redimPreserve(1);
@@ -97,7 +97,7 @@ void Grid::InitializeRows(int32_t n, std::optional<int32_t> backColor, std::opti
     }
 }
 
-void Grid::InitializeCols(int32_t n)
+void Grid::initializeColumns(int32_t n)
 {
     s.mColWidth.redimPreserve(n);
     s.mColAlign.redimPreserve(n);
@@ -147,7 +147,7 @@ void Grid::setCol(int32_t n)
     const int32_t lastRow = s.mRow, lastCol = s.mCol;
     const int32_t target = std::min(n, s.mCols);
     moveFocus([&] { s.mCol = target; });
-    ShowLookup();
+    showCellButtons();
     if (s.mRow != lastRow || s.mCol != lastCol)
         events.RowColChange(lastRow, lastCol);
 }
@@ -244,7 +244,7 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     if (cancel)
         return;
     ui.scrVertical.setMax(to16(int64_t{s.mRows} + 1));
-    InitializeRows(to32(int64_t{s.mRows} + 1), optionalColour(backColor), optionalColour(foreColor));
+    initializeRows(to32(int64_t{s.mRows} + 1), optionalColour(backColor), optionalColour(foreColor));
     s.mRows += 1;
 
     QString field;
@@ -288,7 +288,7 @@ void Grid::RemoveItem(int32_t row)
         return;
     s.mCells.Remove(to16(row));
     ui.scrVertical.setMax(to16(s.mRows - 1));
-    InitializeRows(s.mRows - 1);
+    initializeRows(s.mRows - 1);
     s.mRows -= 1;
     s.mRow = std::min(s.mRow, s.mRows);
     s.mRow1 = std::min(s.mRow1, s.mRows);
@@ -302,7 +302,7 @@ void Grid::RemoveItem(int32_t row)
 void Grid::Clear()
 {
     ui.scrVertical.setMax(0);
-    InitializeRows(0);
+    initializeRows(0);
     s.mRows = 0;
     if (s.mRow > 0)
         s.mRow = s.mRow1 = s.mRow2 = 0;

@@ -16,8 +16,8 @@ Tabula::Tabula(QWidget* parent)
     grid_->onPaintFailure = [this] { reportPaintFailure(); };
     wireChildren();
     wireEditor();
-    call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
-    call("UserControl_InitProperties", [&] { grid_->UserControl_InitProperties(); });
+    call("UserControl_Initialize", [&] { grid_->initialize(); });
+    call("UserControl_InitProperties", [&] { grid_->applyDefaultProperties(); });
 }
 
 Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
@@ -29,8 +29,8 @@ Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
     grid_->onPaintFailure = [this] { reportPaintFailure(); };
     wireChildren();
     wireEditor();
-    call("UserControl_Initialize", [&] { grid_->UserControl_Initialize(); });
-    call("UserControl_ReadProperties", [&] { grid_->UserControl_ReadProperties(saved); });
+    call("UserControl_Initialize", [&] { grid_->initialize(); });
+    call("UserControl_ReadProperties", [&] { grid_->readProperties(saved); });
 }
 
 // The user moves the current cell and adds or deletes rows without a setter.
@@ -43,7 +43,7 @@ void Tabula::reportSettingsMovedByInput()
 
 void Tabula::WriteProperties(PropertyBag& store) const
 {
-    call("UserControl_WriteProperties", [&] { grid_->UserControl_WriteProperties(store); });
+    call("UserControl_WriteProperties", [&] { grid_->writeProperties(store); });
 }
 
 bool Tabula::UserMode() const { return grid_->ui.window.UserMode(); }
@@ -51,7 +51,7 @@ void Tabula::setUserMode(bool value) { grid_->ui.window.setUserMode(value); }
 
 Tabula::~Tabula()
 {
-    notify("UserControl_Terminate", [&] { grid_->UserControl_Terminate(); });
+    notify("UserControl_Terminate", [&] { grid_->shutDown(); });
 }
 
 void Tabula::notify(const char* procedure, const std::function<void()>& body)
@@ -71,7 +71,7 @@ void Tabula::reportPaintFailure()
 
 void Tabula::resizeEvent(QResizeEvent*)
 {
-    notify("UserControl_Resize", [&] { grid_->UserControl_Resize(); });
+    notify("UserControl_Resize", [&] { grid_->fitToControl(); });
 }
 
 // A grid moved to a screen of another device pixel ratio paints itself
@@ -231,7 +231,7 @@ void Tabula::setSelectionMode(SelectModes value)
 {
     change("SelectionMode", [&] {
         grid_->s.mSelectionMode = detail::to16(value);
-        grid_->PropertyChanged("SelectionMode");
+        grid_->notifyPropertyChanged("SelectionMode");
     });
 }
 
@@ -240,7 +240,7 @@ void Tabula::setAllowSelection(bool value)
 {
     grid_->flushPaint();
     grid_->s.mAllowSelection = value;
-    grid_->PropertyChanged("AllowSelection");
+    grid_->notifyPropertyChanged("AllowSelection");
     emit settingsChanged();
 }
 
@@ -248,7 +248,7 @@ bool Tabula::AllowUserResizing() const { return grid_->s.mAllowUserResizing; }
 void Tabula::setAllowUserResizing(bool value)
 {
     grid_->s.mAllowUserResizing = value;
-    grid_->PropertyChanged("AllowUserResizing");
+    grid_->notifyPropertyChanged("AllowUserResizing");
     emit settingsChanged();
 }
 

@@ -12,7 +12,7 @@ constexpr int16_t VkDown = 40;
 
 }  // namespace
 
-void Grid::GridEdit(int16_t keyAscii)
+void Grid::startEdit(int16_t keyAscii)
 {
     // A current cell the host moved out of the grid cannot be edited.
     if (s.mRow < 1 || s.mCol < 1 || !hasCell(s, s.mRow, s.mCol))
@@ -93,7 +93,7 @@ void Grid::closeEditor()
 void Grid::repaintEditedCell(bool highlight)
 {
     withLineSelectionLifted([this] { redrawCell(s.mRow, s.mCol); });
-    DrawGridBorder();
+    drawGridBorder();
     if (highlight)
         showFocus();
     ui.picGrid.Refresh();
@@ -106,14 +106,14 @@ void Grid::commitAndRepaint()
     repaintEditedCell(true);
 }
 
-void Grid::EndEdit()
+void Grid::endEdit()
 {
     storeEditorText();
     closeEditor();
     raiseAfterEdit();
 }
 
-void Grid::HideEdit()
+void Grid::hideEditor()
 {
     if (!ColHasLookup(s.mCol))
         storeEditorText();
@@ -127,7 +127,7 @@ void Grid::HideEdit()
     repaintEditedCell(false);
 }
 
-void Grid::EditKeyDown(int16_t keyCode, int16_t)
+void Grid::onEditorKeyDown(int16_t keyCode, int16_t)
 {
     if (!s.mEditing)
         return;
@@ -151,7 +151,7 @@ void Grid::EditKeyDown(int16_t keyCode, int16_t)
     }
 }
 
-void Grid::txtEdit_KeyPress(int16_t& keyAscii)
+void Grid::onEditorCharacter(int16_t& keyAscii)
 {
     switch (s.mColMask(s.mCol)) {
     case Uppercase:
@@ -174,7 +174,7 @@ void Grid::txtEdit_KeyPress(int16_t& keyAscii)
     }
 }
 
-void Grid::txtEdit_LostFocus()
+void Grid::onEditorFocusLost()
 {
     if (!s.mEditing)
         return;

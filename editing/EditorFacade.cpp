@@ -6,22 +6,22 @@ void Tabula::wireEditor()
 {
     auto& editor = grid_->ui.txtEdit;
     editor.onKeyDown = [this](int16_t keyCode, int16_t shift) {
-        notify("EditKeyDown", [&] { grid_->EditKeyDown(keyCode, shift); });
+        notify("EditKeyDown", [&] { grid_->onEditorKeyDown(keyCode, shift); });
     };
     editor.onKeyPress = [this](int16_t& keyAscii) {
-        notify("txtEdit_KeyPress", [&] { grid_->txtEdit_KeyPress(keyAscii); });
+        notify("txtEdit_KeyPress", [&] { grid_->onEditorCharacter(keyAscii); });
     };
-    editor.onLostFocus = [this] { notify("txtEdit_LostFocus", [&] { grid_->txtEdit_LostFocus(); }); };
-    grid_->ui.cmdButton.onClick = [this] { notify("cmdButton_Click", [&] { grid_->cmdButton_Click(); }); };
-    grid_->ui.cmdLookup.onClick = [this] { notify("cmdLookup_Click", [&] { grid_->cmdLookup_Click(); }); };
+    editor.onLostFocus = [this] { notify("txtEdit_LostFocus", [&] { grid_->onEditorFocusLost(); }); };
+    grid_->ui.cmdButton.onClick = [this] { notify("cmdButton_Click", [&] { grid_->onCellButtonClick(); }); };
+    grid_->ui.cmdLookup.onClick = [this] { notify("cmdLookup_Click", [&] { grid_->onDropDownButtonClick(); }); };
     auto& list = grid_->ui.listForm;
     list.onKeyDown = [this](int16_t keyCode, int16_t shift) {
-        notify("ListBox_KeyDown", [&] { grid_->ListBox_KeyDown(keyCode, shift); });
+        notify("ListBox_KeyDown", [&] { grid_->onListKeyDown(keyCode, shift); });
     };
     list.onMouseUp = [this](int16_t button, int16_t shift, float x, float y) {
-        notify("ListBox_MouseUp", [&] { grid_->ListBox_MouseUp(button, shift, x, y); });
+        notify("ListBox_MouseUp", [&] { grid_->onListMouseRelease(button, shift, x, y); });
     };
-    list.onTimer = [this] { notify("Timer1_Timer", [&] { grid_->Timer1_Timer(); }); };
+    list.onTimer = [this] { notify("Timer1_Timer", [&] { grid_->closeListIfFocusLeft(); }); };
 }
 
 bool Tabula::ColAllowEdit(int32_t Col) const
@@ -32,7 +32,7 @@ void Tabula::setColAllowEdit(int32_t Col, bool value)
 {
     call("ColAllowEdit", [&] {
         grid_->s.mColAllowEdit(Col) = value;
-        grid_->PropertyChanged("ColAllowEdit");
+        grid_->notifyPropertyChanged("ColAllowEdit");
     });
 }
 
@@ -49,7 +49,7 @@ bool Tabula::SelectText() const { return grid_->s.mSelectText; }
 void Tabula::setSelectText(bool value)
 {
     grid_->s.mSelectText = value;
-    grid_->PropertyChanged("SelectText");
+    grid_->notifyPropertyChanged("SelectText");
     emit settingsChanged();
 }
 
@@ -57,7 +57,7 @@ bool Tabula::AutoNewRow() const { return grid_->s.mAutoNewRow; }
 void Tabula::setAutoNewRow(bool value)
 {
     grid_->s.mAutoNewRow = value;
-    grid_->PropertyChanged("AutoNewRow");
+    grid_->notifyPropertyChanged("AutoNewRow");
     emit settingsChanged();
 }
 

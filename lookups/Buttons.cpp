@@ -27,7 +27,7 @@ bool Grid::ColHasButton(int32_t col) const
     return std::any_of(s.mButtons.begin(), s.mButtons.end(), [col](int16_t c) { return c == col; });
 }
 
-void Grid::cmdButton_Click() { events.BtnClick(s.mRow, s.mCol); }
+void Grid::onCellButtonClick() { events.BtnClick(s.mRow, s.mCol); }
 
 }  // namespace TabulaControl::detail
 

@@ -4,9 +4,9 @@
 
 namespace TabulaControl::detail {
 
-void Grid::cmdLookup_Click() { GridEdit(32); }
+void Grid::onDropDownButtonClick() { startEdit(32); }
 
-void Grid::HideList()
+void Grid::hideList()
 {
     if (ui.listForm.Visible())
         ui.listForm.Hide();
@@ -40,7 +40,7 @@ void Grid::openList(int16_t keyAscii)
     s.mEditing = false;
     if (!ui.cmdLookup.Visible())
         return;
-    FillCombo(s.mCol);
+    fillList(s.mCol);
     auto& form = ui.listForm;
     if (form.Visible()) {
         form.Hide();
@@ -73,39 +73,39 @@ void Grid::pickListValue()
         text = s.mUseItemData ? LookupItemData(s.mCol, item).toString() : item;
     }
     setText(text);
-    HideList();
+    hideList();
     ui.picGrid.SetFocus();
     repaintEditedCell(true);
     raiseAfterEdit();
 }
 
-void Grid::ListBox_KeyDown(int16_t keyCode, int16_t)
+void Grid::onListKeyDown(int16_t keyCode, int16_t)
 {
     if (keyCode == 13)
         return pickListValue();
     if (keyCode != 27)
         return;
     s.mEditing = false;
-    HideList();
+    hideList();
     ui.picGrid.SetFocus();
 }
 
-void Grid::ListBox_MouseUp(int16_t button, int16_t, float, float)
+void Grid::onListMouseRelease(int16_t button, int16_t, float, float)
 {
     if (button == 1)
         pickListValue();
 }
 
-void Grid::ListBox_LostFocus()
+void Grid::onListFocusLost()
 {
-    HideList();
+    hideList();
     ui.picGrid.SetFocus();
     repaintEditedCell(true);
 }
 
 // Closes the list once its focus has come and gone elsewhere: quietly when another
 // window took it, with the grid's repaint when it went back to the grid.
-void Grid::Timer1_Timer()
+void Grid::closeListIfFocusLeft()
 {
     auto& form = ui.listForm;
     if (!form.focusHasLeft())
@@ -118,7 +118,7 @@ void Grid::Timer1_Timer()
     form.RaiseGridWindow();
     form.Hide();
     form.setTimer(0, false);
-    ListBox_LostFocus();
+    onListFocusLost();
 }
 
 }  // namespace TabulaControl::detail

@@ -53,7 +53,7 @@ bool Grid::ColHasLookup(int32_t col) const
     return std::any_of(s.mLookups.begin(), s.mLookups.end(), [col](const Lookup& l) { return l.Column == col; });
 }
 
-void Grid::FillCombo(int32_t col)
+void Grid::fillList(int32_t col)
 {
     ui.listForm.Clear();
     for (const Lookup& l : s.mLookups) {
@@ -88,7 +88,7 @@ bool Tabula::UseItemData() const { return grid_->s.mUseItemData; }
 void Tabula::setUseItemData(bool value)
 {
     grid_->s.mUseItemData = value;
-    grid_->PropertyChanged("UseItemData");
+    grid_->notifyPropertyChanged("UseItemData");
     emit settingsChanged();
 }
 
@@ -96,7 +96,7 @@ int16_t Tabula::ListBoxRows() const { return grid_->s.mListBoxRows; }
 void Tabula::setListBoxRows(int16_t value)
 {
     grid_->s.mListBoxRows = value;
-    grid_->PropertyChanged("ListBoxRows");
+    grid_->notifyPropertyChanged("ListBoxRows");
     emit settingsChanged();
 }
 

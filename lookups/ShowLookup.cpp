@@ -6,10 +6,10 @@ namespace TabulaControl::detail {
 // current cell. Only cells scrolled off to the left or above lose them; a
 // cell past the right or bottom edge keeps its buttons where the surface
 // clips them.
-void Grid::ShowLookup()
+void Grid::showCellButtons()
 {
     int32_t x = 0, y = 0;
-    GetCellCoordinates(s.mRow, s.mCol, x, y);
+    cellCoordinates(s.mRow, s.mCol, x, y);
     const bool inView =
         s.mCol > 0 && s.mRow > 0 && s.mLeftCol <= s.mCol && s.mTopRow <= s.mRow && hasCell(s, s.mRow, s.mCol);
     placeCellButton(ui.cmdLookup, inView && ColHasLookup(s.mCol), x, y);

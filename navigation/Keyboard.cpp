@@ -32,7 +32,7 @@ bool fitsDown(Grid& g)
 {
     GridState& s = g.s;
     int32_t x = 0, y = 0;
-    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
+    g.cellCoordinates(s.mRow, s.mCol, x, y);
     const int32_t barHeight = g.ui.scrHorizontal.Visible() ? g.ui.scrHorizontal.Height() : 0;
     return int64_t{g.ui.picGrid.ScaleHeight()} - s.mRowHeight(s.mRow) - barHeight >= y;
 }
@@ -41,7 +41,7 @@ bool fitsRight(Grid& g)
 {
     GridState& s = g.s;
     int32_t x = 0, y = 0;
-    g.GetCellCoordinates(s.mRow, s.mCol, x, y);
+    g.cellCoordinates(s.mRow, s.mCol, x, y);
     const int32_t barWidth = g.ui.scrVertical.Visible() ? g.ui.scrVertical.Width() : 0;
     return int64_t{g.ui.picGrid.ScaleWidth()} - s.mColWidth(s.mCol) - barWidth >= x;
 }
@@ -150,9 +150,9 @@ void moveByPage(Grid& g, int16_t keyCode)
     GridState& s = g.s;
     g.hideFocus();
     s.mRow = pagedRow(s, keyCode);
-    g.RedrawAllCells(true);
+    g.redrawAllCells(true);
     g.ui.scrVertical.setValue(to16(s.mRow));
-    g.ShowLookup();
+    g.showCellButtons();
     g.fitSelectionToMode();
 }
 
@@ -185,23 +185,23 @@ void Grid::KeyDown(int16_t keyCode, int16_t)
         events.RowColChange(oldRow, oldCol);
 }
 
-void Grid::picGrid_KeyDown(int16_t keyCode, int16_t shift)
+void Grid::onSurfaceKeyDown(int16_t keyCode, int16_t shift)
 {
     events.KeyDown(keyCode, shift);
     KeyDown(keyCode, shift);
 }
 
-void Grid::picGrid_KeyPress(int16_t keyAscii)
+void Grid::onSurfaceCharacter(int16_t keyAscii)
 {
     events.KeyPress(keyAscii);
     const bool checkmarkColumn = s.mColMask(s.mCol) == checkmark;
     if (s.mCols > 0 && s.mRows > 0 && keyAscii != CharTab && !checkmarkColumn)
-        GridEdit(keyAscii);
+        startEdit(keyAscii);
     if (s.mColMask(s.mCol) == checkmark)
         toggleCheckmarkByKey(*this);
 }
 
-void Grid::picGrid_KeyUp(int16_t keyCode, int16_t shift)
+void Grid::onSurfaceKeyUp(int16_t keyCode, int16_t shift)
 {
     const int32_t oldRow = s.mRow, oldCol = s.mCol;
     if (isPagingKey(keyCode))

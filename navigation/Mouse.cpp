@@ -31,13 +31,13 @@ bool extendsSelection(const GridState& s, int16_t button, int16_t shift)
 void drawHeaderCell(Grid& g, int32_t row, int32_t col)
 {
     int32_t x = 0, y = 0;
-    if (g.GetCellCoordinates(row, col, x, y))
+    if (g.cellCoordinates(row, col, x, y))
         return;
     if (row == 0)
         y = 1;
     if (col == 0)
         x = 1;
-    g.DrawCell(row, col, x, y, g.s.mColWidth(col), g.s.mRowHeight(row));
+    g.drawCell(row, col, x, y, g.s.mColWidth(col), g.s.mRowHeight(row));
 }
 
 void unmarkHeaderCell(Grid& g, int32_t row, int32_t col)
@@ -54,7 +54,7 @@ void unmarkHeaders(Grid& g)
     GridState& s = g.s;
     if (isMarked(s.mCells, 0, 0)) {
         s.mCells.setValue(0, 0, Unmarked);
-        g.DrawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
+        g.drawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
     }
     for (int32_t c = s.mCol1; c <= s.mCol2; ++c)
         unmarkHeaderCell(g, 0, c);
@@ -107,7 +107,7 @@ void selectAllFromCorner(Grid& g, CellIndex pressed)
     GridState& s = g.s;
     if (pressed.row != 0 || pressed.col != 0 || !s.mAllowSelection || s.mSelectionMode != SelectionFree)
         return;
-    g.DrawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
+    g.drawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
     for (int32_t c = 1; c <= s.mCols; ++c)
         markAndDrawHeader(g, 0, c);
     for (int32_t r = 1; r <= s.mRows; ++r)
@@ -142,7 +142,7 @@ void scrollTowardCell(Grid& g, CellIndex pressed)
     auto& h = g.ui.scrHorizontal;
     auto& v = g.ui.scrVertical;
     int32_t x = 0, y = 0;
-    g.GetCellCoordinates(pressed.row, pressed.col, x, y);
+    g.cellCoordinates(pressed.row, pressed.col, x, y);
     if (to32(int64_t{x} + s.mColWidth(pressed.col)) > v.Left() && h.Visible() && h.Value() < h.Max())
         h.setValue(h.Value() + 1);
     if (to32(int64_t{y} + s.mRowHeight(pressed.row)) > h.Top() && v.Visible() && v.Value() < v.Max())
@@ -185,7 +185,7 @@ void moveCurrentCellTo(Grid& g, CellIndex pressed)
     if (pressed.row == s.mRow && pressed.col == s.mCol)
         return;
     if (s.mEditing)
-        g.HideEdit();
+        g.hideEditor();
     else
         g.hideFocus();
     s.mRow = pressed.row;
@@ -299,13 +299,13 @@ int32_t lineAt(double pos, bool headerShown, const VbArray<int16_t>& sizes, int3
 
 }  // namespace
 
-int32_t Grid::RowFromPoint(float, float y)
+int32_t Grid::rowAt(float, float y)
 {
     s.mGridLineWidth = s.mShowGrid ? 1 : 0;
     return lineAt(y, s.mColHeader, s.mRowHeight, s.mTopRow, s.mRows, s.mGridLineWidth);
 }
 
-int32_t Grid::ColFromPoint(float x, float)
+int32_t Grid::columnAt(float x, float)
 {
     s.mGridLineWidth = s.mShowGrid ? 1 : 0;
     return lineAt(x, s.mRowHeader, s.mColWidth, s.mLeftCol, s.mCols, s.mGridLineWidth);
@@ -320,7 +320,7 @@ void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
         unmarkHeaders(*this);
         if (inDeadCorner(*this, x, y))
             return;
-        pressed = {RowFromPoint(x, y), ColFromPoint(x, y)};
+        pressed = {rowAt(x, y), columnAt(x, y)};
         s.mHeaderClicked = pressed.row < 1 || pressed.col < 1;
         if (isHeader(pressed))
             pressHeader(*this, pressed, button, shift);
@@ -348,28 +348,28 @@ void Grid::MouseUp(int16_t, int16_t, float, float)
 void Grid::DblClick()
 {
     if (s.mRow > 0 && s.mCol > 0 && s.mColMask(s.mCol) != checkmark && !s.mHeaderClicked)
-        GridEdit(CharSpace);
+        startEdit(CharSpace);
 }
 
-void Grid::picGrid_MouseDown(const MouseArgs& e)
+void Grid::onSurfaceMousePress(const MouseArgs& e)
 {
     if (e.Button == 1)
         MouseDown(e.Button, e.Shift, e.X, e.Y);
-    s.mMouseRow = to16(RowFromPoint(e.X, e.Y));
-    s.mMouseCol = to16(ColFromPoint(e.X, e.Y));
+    s.mMouseRow = to16(rowAt(e.X, e.Y));
+    s.mMouseCol = to16(columnAt(e.X, e.Y));
     if (!s.mColSizing && !s.mRowSizing)
         events.MouseDown(e.Button, e.Shift, e.X, e.Y);
 }
 
-void Grid::picGrid_MouseUp(const MouseArgs& e)
+void Grid::onSurfaceMouseRelease(const MouseArgs& e)
 {
     MouseUp(e.Button, e.Shift, e.X, e.Y);
     events.MouseUp(e.Button, e.Shift, e.X, e.Y);
 }
 
-void Grid::picGrid_Click() { events.Click(); }
+void Grid::onSurfaceClick() { events.Click(); }
 
-void Grid::picGrid_DblClick()
+void Grid::onSurfaceDoubleClick()
 {
     events.DblClick();
     DblClick();

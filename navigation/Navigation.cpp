@@ -12,14 +12,14 @@ void closeDropDown(Grid& g)
     if (g.ui.listForm.Visible())
         g.ui.listForm.Hide();
     g.ui.cmdLookup.setVisible(false);
-    g.ShowLookup();
+    g.showCellButtons();
 }
 
 void redrawCurrentCell(Grid& g)
 {
     GridState& s = g.s;
     g.redrawCell(s.mRow, s.mCol);
-    g.DrawGridBorder();
+    g.drawGridBorder();
     g.showFocus();
 }
 

@@ -9,27 +9,27 @@ void Tabula::wireChildren()
     auto& ui = grid_->ui;
     auto& input = ui.handlers;
     input.mouseDown = [this](const MouseArgs& e) {
-        notify("picGrid_MouseDown", [&] { grid_->picGrid_MouseDown(e); });
+        notify("picGrid_MouseDown", [&] { grid_->onSurfaceMousePress(e); });
     };
-    input.mouseUp = [this](const MouseArgs& e) { notify("picGrid_MouseUp", [&] { grid_->picGrid_MouseUp(e); }); };
+    input.mouseUp = [this](const MouseArgs& e) { notify("picGrid_MouseUp", [&] { grid_->onSurfaceMouseRelease(e); }); };
     input.mouseMove = [this](const MouseArgs& e) {
-        notify("picGrid_MouseMove", [&] { grid_->picGrid_MouseMove(e); });
+        notify("picGrid_MouseMove", [&] { grid_->onSurfaceMouseMove(e); });
     };
-    input.click = [this] { notify("picGrid_Click", [&] { grid_->picGrid_Click(); }); };
-    input.dblClick = [this] { notify("picGrid_DblClick", [&] { grid_->picGrid_DblClick(); }); };
+    input.click = [this] { notify("picGrid_Click", [&] { grid_->onSurfaceClick(); }); };
+    input.dblClick = [this] { notify("picGrid_DblClick", [&] { grid_->onSurfaceDoubleClick(); }); };
     input.keyDown = [this](int16_t keyCode, int16_t shift) {
-        notify("picGrid_KeyDown", [&] { grid_->picGrid_KeyDown(keyCode, shift); });
+        notify("picGrid_KeyDown", [&] { grid_->onSurfaceKeyDown(keyCode, shift); });
     };
     input.keyPress = [this](int16_t keyAscii) {
-        notify("picGrid_KeyPress", [&] { grid_->picGrid_KeyPress(keyAscii); });
+        notify("picGrid_KeyPress", [&] { grid_->onSurfaceCharacter(keyAscii); });
     };
     input.keyUp = [this](int16_t keyCode, int16_t shift) {
-        notify("picGrid_KeyUp", [&] { grid_->picGrid_KeyUp(keyCode, shift); });
+        notify("picGrid_KeyUp", [&] { grid_->onSurfaceKeyUp(keyCode, shift); });
     };
-    ui.scrVertical.onChange = [this] { notify("scrVertical_Change", [&] { grid_->scrVertical_Change(); }); };
-    ui.scrHorizontal.onChange = [this] { notify("scrHorizontal_Change", [&] { grid_->scrHorizontal_Change(); }); };
-    ui.scrVertical.onFocus = [this] { notify("scrVertical_GotFocus", [&] { grid_->scrollBar_GotFocus(); }); };
-    ui.scrHorizontal.onFocus = [this] { notify("scrHorizontal_GotFocus", [&] { grid_->scrollBar_GotFocus(); }); };
+    ui.scrVertical.onChange = [this] { notify("scrVertical_Change", [&] { grid_->onVerticalScroll(); }); };
+    ui.scrHorizontal.onChange = [this] { notify("scrHorizontal_Change", [&] { grid_->onHorizontalScroll(); }); };
+    ui.scrVertical.onFocus = [this] { notify("scrVertical_GotFocus", [&] { grid_->onScrollBarFocus(); }); };
+    ui.scrHorizontal.onFocus = [this] { notify("scrHorizontal_GotFocus", [&] { grid_->onScrollBarFocus(); }); };
 }
 
 int32_t Tabula::LeftCol() const { return grid_->s.mLeftCol; }

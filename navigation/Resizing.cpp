@@ -101,12 +101,12 @@ void finishColumnDrag(Grid& g)
     if (width < 0)
         width = 0;
     g.setColWidth(static_cast<int32_t>(col), width);
-    g.ShowLookup();
+    g.showCellButtons();
 }
 
 }  // namespace navigation
 
-void Grid::SetSizers()
+void Grid::placeResizeZones()
 {
     if (!s.mAllowUserResizing)
         return;
@@ -130,8 +130,8 @@ void Grid::MouseMove(int16_t, int16_t, float x, float y)
 {
     const int16_t surfaceWidth = to16(ui.picGrid.ScaleWidth());
     const int16_t surfaceHeight = to16(ui.picGrid.ScaleHeight());
-    s.mMouseRow = to16(RowFromPoint(x, y));
-    s.mMouseCol = to16(ColFromPoint(x, y));
+    s.mMouseRow = to16(rowAt(x, y));
+    s.mMouseCol = to16(columnAt(x, y));
     if (s.mColSizing)
         return followColumnSizer(*this, x, surfaceWidth);
     if (s.mRowSizing)
@@ -144,7 +144,7 @@ void Grid::MouseMove(int16_t, int16_t, float x, float y)
     updateSizingPointer(*this, x);
 }
 
-void Grid::picGrid_MouseMove(const MouseArgs& e)
+void Grid::onSurfaceMouseMove(const MouseArgs& e)
 {
     MouseMove(e.Button, e.Shift, e.X, e.Y);
     copyHostToolTip(*this);

@@ -53,10 +53,10 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
     const int32_t step = to32(int64_t{s.mRowHeight(delta < 1 ? oldTop : s.mTopRow)} + 1);
     g.scrollPixels(0, to32(int64_t{step} * delta), area);
     if (delta < 1)
-        g.DrawBottomRows(s.mTopRow, step);
+        g.drawBottomRows(s.mTopRow, step);
     else
-        g.DrawRow(s.mTopRow, top, true);
-    g.RedrawAllCells(false);
+        g.drawRow(s.mTopRow, top, true);
+    g.redrawAllCells(false);
     finishOneStep(g);
 }
 
@@ -71,10 +71,10 @@ void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
     const int32_t step = to32(int64_t{s.mColWidth(delta < 1 ? oldLeft : s.mLeftCol)} + 1);
     g.scrollPixels(to32(int64_t{step} * delta), 0, area);
     if (delta < 1)
-        g.DrawRightCols(s.mLeftCol, step);
+        g.drawRightColumns(s.mLeftCol, step);
     else
-        g.DrawCol(s.mLeftCol, left, true);
-    g.RedrawAllCells(true);
+        g.drawColumn(s.mLeftCol, left, true);
+    g.redrawAllCells(true);
     finishOneStep(g);
 }
 
@@ -111,12 +111,12 @@ void Grid::setLeftCol(int32_t value)
     hideFocus();
     s.mLeftCol = v;
     s.mCol = v;
-    RedrawAllCells(true);
+    redrawAllCells(true);
     ui.scrHorizontal.setValue(to16(v));
-    ShowLookup();
+    showCellButtons();
 }
 
-void Grid::VChange()
+void Grid::applyVerticalScroll()
 {
     if (s.mEditing)
         dropEdit(*this);
@@ -126,12 +126,12 @@ void Grid::VChange()
         scrollRowsOneStep(*this, static_cast<int16_t>(delta), newTop);
     } else {
         s.mTopRow = newTop;
-        RedrawAllCells(false);
+        redrawAllCells(false);
     }
-    SetSizers();
+    placeResizeZones();
 }
 
-void Grid::HChange()
+void Grid::applyHorizontalScroll()
 {
     if (s.mEditing)
         commitEdit(*this);
@@ -141,23 +141,23 @@ void Grid::HChange()
         scrollColumnsOneStep(*this, static_cast<int16_t>(delta), newLeft);
     } else {
         s.mLeftCol = newLeft;
-        RedrawAllCells(true);
+        redrawAllCells(true);
     }
-    SetSizers();
+    placeResizeZones();
 }
 
-void Grid::scrVertical_Change()
+void Grid::onVerticalScroll()
 {
-    VChange();
+    applyVerticalScroll();
     afterScrollBarChange(*this);
 }
 
-void Grid::scrHorizontal_Change()
+void Grid::onHorizontalScroll()
 {
-    HChange();
+    applyHorizontalScroll();
     afterScrollBarChange(*this);
 }
 
-void Grid::scrollBar_GotFocus() { ui.picGrid.SetFocus(); }
+void Grid::onScrollBarFocus() { ui.picGrid.SetFocus(); }
 
 }  // namespace TabulaControl::detail

@@ -21,7 +21,7 @@ void restyle(Grid& grid, T& field, V&& value, const char* savedAs)
     field = std::forward<V>(value);
     grid.Refresh();
     if (savedAs)
-        grid.PropertyChanged(savedAs);
+        grid.notifyPropertyChanged(savedAs);
 }
 
 FontRef requireFont(FontRef font)
@@ -49,14 +49,14 @@ void Grid::setBorderStyle(int32_t value)
         return;
     s.mBorderStyle = to16(value);
     ui.window.setBackColor(surroundColour(s.mBorderStyle, s.mBackColorBkg));
-    UserControl_Paint();
-    PropertyChanged("BorderStyle");
+    applyBorderStyle();
+    notifyPropertyChanged("BorderStyle");
 }
 
 void Grid::setMousePointer(int16_t value)
 {
     ui.window.setMousePointer(value);
-    PropertyChanged("MousePointer");
+    notifyPropertyChanged("MousePointer");
 }
 
 void Grid::setUseBackColorAlt(bool value) { restyle(*this, s.mUseBackColorAlt, value, "UseBackColorAlt"); }
@@ -64,9 +64,9 @@ void Grid::setUseBackColorAlt(bool value) { restyle(*this, s.mUseBackColorAlt, v
 void Grid::setBackColor(OleColor value)
 {
     SharedBackColor = value;
-    InitializeRows(s.mRows);
+    initializeRows(s.mRows);
     Refresh();
-    PropertyChanged("BackColor");
+    notifyPropertyChanged("BackColor");
 }
 
 void Grid::setBackColorAlt(OleColor value) { restyle(*this, s.mBackColorAlt, value, "BackColorAlt"); }
@@ -77,7 +77,7 @@ void Grid::setBackColorFixed(OleColor value) { restyle(*this, s.mBackColorFixed,
 void Grid::setForeColor(OleColor value)
 {
     SharedForeColor = value;
-    PropertyChanged("ForeColor");
+    notifyPropertyChanged("ForeColor");
 }
 
 void Grid::setForeColorFixed(OleColor value) { restyle(*this, s.mForeColorFixed, value, "ForeColorFixed"); }
@@ -87,7 +87,7 @@ void Grid::setFixedStyle(int32_t value)
     if (value != s.mFixedStyle)
         s.mFixedStyle = to16(value);
     Refresh();
-    PropertyChanged("FixedStyle");
+    notifyPropertyChanged("FixedStyle");
 }
 
 // The fonts are kept by reference: changes made through the object later
@@ -103,7 +103,7 @@ void Grid::setBackColorBkg(OleColor value)
     s.mBackColorBkg = value;
     ui.window.setBackColor(surroundColour(s.mBorderStyle, value));
     Refresh();
-    PropertyChanged("BackColorBkg");
+    notifyPropertyChanged("BackColorBkg");
 }
 
 }  // namespace TabulaControl::detail

@@ -161,7 +161,7 @@ void DrawButton(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t heig
 
 // The text stays inside the background, so only the background and the
 // check box take marks away.
-void DrawCell(const GridState& s, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y, int32_t width,
+void drawCell(const GridState& s, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y, int32_t width,
               int32_t height)
 {
     const CellFormat& format = s.mCells.Format(to16(row), to16(col));
@@ -181,9 +181,9 @@ void DrawCell(const GridState& s, Canvas canvas, int32_t row, int32_t col, int32
 
 namespace TabulaControl::detail {
 
-void Grid::DrawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
+void Grid::drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
-    render::DrawCell(s, canvas(), row, col, x, y, width, height);
+    render::drawCell(s, canvas(), row, col, x, y, width, height);
 }
 
 }  // namespace TabulaControl::detail

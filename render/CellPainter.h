@@ -24,7 +24,7 @@ void DrawButton(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t heig
 
 // Paints cell (row, col) completely into the rectangle at (x, y): background
 // or button face, check box, then text.
-void DrawCell(const GridState& s, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
+void drawCell(const GridState& s, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
               int32_t width, int32_t height);
 
 }  // namespace TabulaControl::detail::render

@@ -61,7 +61,7 @@ platform::Rect MakeRect(int32_t left, int32_t top, int32_t width, int32_t height
 
 namespace TabulaControl::detail {
 
-bool Grid::GetCellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y)
+bool Grid::cellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y)
 {
     return render::cellCoordinates(s, {ui.picGrid.ScaleWidth(), ui.picGrid.ScaleHeight()}, row, col, x, y);
 }

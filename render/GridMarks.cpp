@@ -43,7 +43,7 @@ void Grid::flipFocusMark()
     if (s.mRows < 1 || s.mCols < 1 || row < s.mTopRow || col < s.mLeftCol || !hasCell(s, row, col))
         return;
     int32_t x = 0, y = 0;
-    const bool beyond = GetCellCoordinates(row, col, x, y);
+    const bool beyond = cellCoordinates(row, col, x, y);
     const int32_t width = s.mColWidth(col);
     const int32_t height = s.mRowHeight(row);
     if (!beyond)
@@ -69,8 +69,8 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
     if (row1 < s.mTopRow && row2 < s.mTopRow)
         return;
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
-    GetCellCoordinates(row1, col1, x1, y1);
-    GetCellCoordinates(row2, col2, x2, y2);
+    cellCoordinates(row1, col1, x1, y1);
+    cellCoordinates(row2, col2, x2, y2);
     const render::Span across = render::blockSpan(col1, x1, col2, x2, s.mColWidth);
     const render::Span down = render::blockSpan(row1, y1, row2, y2, s.mRowHeight);
     const int32_t reach = s.mShowGrid ? render::GridLineReach : 0;
@@ -142,7 +142,7 @@ void Grid::showMarksAfterPaint()
 {
     showSelectionMarks();
     int32_t x = 0, y = 0;
-    if (!GetCellCoordinates(s.mRow, s.mCol, x, y))
+    if (!cellCoordinates(s.mRow, s.mCol, x, y))
         showFocus();
 }
 

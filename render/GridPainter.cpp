@@ -54,8 +54,8 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
 {
     GridState& s = g.s;
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
-    g.GetCellCoordinates(row1, col1, x1, y1);
-    g.GetCellCoordinates(row2, col2, x2, y2);
+    g.cellCoordinates(row1, col1, x1, y1);
+    g.cellCoordinates(row2, col2, x2, y2);
     const int32_t line = s.mGridLineWidth;
 
     const int32_t bottom = advance(y2, s.mRowHeight(row2));
@@ -129,7 +129,7 @@ void Grid::Refresh()
 {
     // The host's edit events meet a line selection's block taken off.
     if (s.mEditing)
-        withLineSelectionLifted([this] { EndEdit(); });
+        withLineSelectionLifted([this] { endEdit(); });
     if (s.mRow < 1 && s.mRows >= 1)
         s.mRow = 1;
     if (s.mCol < 1 && s.mCols >= 1)
@@ -145,25 +145,25 @@ void Grid::paintAll()
     surface.clear();
     marks.cleared();
     s.mGridLineWidth = render::gridLineWidthOf(s);
-    RedrawAllCells(true);
-    ShowScrollBars();
+    redrawAllCells(true);
+    showScrollBars();
     fitSelectionToMode();
     ui.picGrid.Refresh();
 }
 
-void Grid::RedrawAllCells(bool full)
+void Grid::redrawAllCells(bool full)
 {
     int32_t y = 1;
     s.mDrawnBottom = 0;
     if (s.mColHeader) {
         if (full)
-            DrawRow(0, 1, true);
+            drawRow(0, 1, true);
         y = advance(s.mRowHeight(0), 1, s.mGridLineWidth);
         s.mDrawnBottom = advance(s.mRowHeight(0), 1);
     }
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     for (int32_t r = firstWalked(s.mTopRow); r <= s.mRows; ++r) {
-        DrawRow(r, y, true);
+        drawRow(r, y, true);
         y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
         if (y <= size.height - 1 && r != s.mRows)
             continue;
@@ -179,13 +179,13 @@ void Grid::RedrawAllCells(bool full)
     render::settleExtent(s.mDrawnRight, s.mHScrollNeeded, size.width - 1, s.mLeftCol);
     render::paintBackgroundBands(s, canvas(), size);
     if (s.mRows > 0) {
-        DrawGrid();
+        drawGrid();
         showMarksAfterPaint();
     }
-    SetSizers();
+    placeResizeZones();
 }
 
-void Grid::DrawRow(int32_t row, int32_t y, bool)
+void Grid::drawRow(int32_t row, int32_t y, bool)
 {
     s.mGridLineWidth = render::gridLineWidthOf(s);
     const int32_t height = s.mRowHeight(row);
@@ -193,10 +193,10 @@ void Grid::DrawRow(int32_t row, int32_t y, bool)
         measureRow(row);
         return;
     }
-    render::walkRow(*this, [&](int32_t col, int32_t x) { DrawCell(row, col, x, y, s.mColWidth(col), height); });
+    render::walkRow(*this, [&](int32_t col, int32_t x) { drawCell(row, col, x, y, s.mColWidth(col), height); });
 }
 
-void Grid::DrawCol(int32_t col, int32_t x, bool header)
+void Grid::drawColumn(int32_t col, int32_t x, bool header)
 {
     s.mGridLineWidth = render::gridLineWidthOf(s);
     const int32_t width = s.mColWidth(col);
@@ -204,12 +204,12 @@ void Grid::DrawCol(int32_t col, int32_t x, bool header)
     int32_t y = 1;
     if (s.mColHeader) {
         if (header)
-            DrawCell(0, col, x, 1, width, s.mRowHeight(0));
+            drawCell(0, col, x, 1, width, s.mRowHeight(0));
         y = advance(1, s.mRowHeight(0), s.mGridLineWidth);
     }
     s.mVScrollNeeded = s.mTopRow > 1;
     for (int32_t r = firstWalked(s.mTopRow); r <= s.mRows; ++r) {
-        DrawCell(r, col, x, y, width, s.mRowHeight(r));
+        drawCell(r, col, x, y, width, s.mRowHeight(r));
         y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
         if (y <= surfaceHeight)
             continue;
@@ -220,7 +220,7 @@ void Grid::DrawCol(int32_t col, int32_t x, bool header)
     s.mDrawnBottom = std::min(advance(y, -1), surfaceHeight - 1);
 }
 
-void Grid::DrawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
+void Grid::drawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 {
     // Lines and outline change nothing but pixels.
     if (surface.discarding())
@@ -235,21 +235,21 @@ void Grid::DrawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
             surface.setPenStyle(platform::PenStyle::Dot);
         render::drawGridLines(*this, row1, col1, row2, col2, size);
     }
-    DrawGridBorder(row1, col1, row2, col2);
+    drawGridBorder(row1, col1, row2, col2);
     surface.setPenStyle(platform::PenStyle::Solid);
     if (render::cornerSquareNeeded(*this))
         render::paintCornerSquare(canvas(), size);
 }
 
-void Grid::DrawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
+void Grid::drawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 {
     row1 = argOr(row1, s.mTopRow);
     col1 = argOr(col1, s.mLeftCol);
     row2 = argOr(row2, s.mRows);
     col2 = argOr(col2, s.mCols);
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
-    GetCellCoordinates(row1, col1, x1, y1);
-    GetCellCoordinates(row2, col2, x2, y2);
+    cellCoordinates(row1, col1, x1, y1);
+    cellCoordinates(row2, col2, x2, y2);
     const int32_t right = advance(x2, s.mColWidth(col2));
     const int32_t bottom = advance(y2, s.mRowHeight(row2));
     const bool flatHeaders = s.mFixedStyle == 0;
@@ -261,7 +261,7 @@ void Grid::DrawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2
     DrawLine(canvas(), {right, y1, right, bottom}, s.mGridLineColor);
 }
 
-void Grid::DrawBottomRows(int32_t fromRow, int32_t lines)
+void Grid::drawBottomRows(int32_t fromRow, int32_t lines)
 {
     s.mGridLineWidth = render::gridLineWidthOf(s);
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
@@ -270,14 +270,14 @@ void Grid::DrawBottomRows(int32_t fromRow, int32_t lines)
     int32_t r = render::firstReaching(fromRow, s.mRows, stripTop, s.mGridLineWidth, y,
                                       [&](int32_t row) { return int32_t{s.mRowHeight(row)}; });
     for (; r <= s.mRows && y <= size.height - 1; ++r) {
-        DrawRow(r, y, true);
+        drawRow(r, y, true);
         y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
     }
     s.mDrawnBottom = std::min(advance(y, -1), size.height - 1);
     DrawBox(canvas(), 1, advance(s.mDrawnBottom, 1), size.width, size.height, render::ButtonFace);
 }
 
-void Grid::DrawRightCols(int32_t fromCol, int32_t pixels)
+void Grid::drawRightColumns(int32_t fromCol, int32_t pixels)
 {
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     const int32_t stripLeft = to32(int64_t{size.width} - 1 - pixels);
@@ -285,21 +285,21 @@ void Grid::DrawRightCols(int32_t fromCol, int32_t pixels)
     int32_t c = render::firstReaching(fromCol, s.mCols, stripLeft, s.mGridLineWidth, x,
                                       [&](int32_t col) { return int32_t{s.mColWidth(col)}; });
     for (; c <= s.mCols && x <= size.width - 1; ++c) {
-        DrawCol(c, x, true);
+        drawColumn(c, x, true);
         x = advance(x, s.mColWidth(c), s.mGridLineWidth);
     }
     s.mDrawnRight = std::min(advance(x, -1), size.width - 1);
     DrawBox(canvas(), advance(s.mDrawnRight, 1), 1, size.width, size.height, render::ButtonFace);
 }
 
-void Grid::DrawBottomRight()
+void Grid::drawBottomRight()
 {
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     DrawLine(canvas(), {size.width - 1, 1, size.width - 1, size.height}, s.mGridLineColor);
     DrawLine(canvas(), {0, size.height - 1, size.width, size.height - 1}, s.mGridLineColor);
 }
 
-void Grid::RedrawCells(Rect cells)
+void Grid::redrawCells(Rect cells)
 {
     if (cells.Left > cells.Right)
         return;
@@ -314,8 +314,8 @@ void Grid::redrawCell(int32_t row, int32_t col)
     if (!hasCell(s, row, col))
         return;
     int32_t x = 0, y = 0;
-    GetCellCoordinates(row, col, x, y);
-    DrawCell(row, col, x, y, s.mColWidth(col), s.mRowHeight(row));
+    cellCoordinates(row, col, x, y);
+    drawCell(row, col, x, y, s.mColWidth(col), s.mRowHeight(row));
 }
 
 void Grid::scrollPixels(int32_t dx, int32_t dy, Rect area)
@@ -324,7 +324,7 @@ void Grid::scrollPixels(int32_t dx, int32_t dy, Rect area)
     marks.scrolled(dx, dy, area, area);
 }
 
-void Grid::UserControl_Paint() { ui.window.setBorder(s.mBorderStyle); }
+void Grid::applyBorderStyle() { ui.window.setBorder(s.mBorderStyle); }
 
 bool Grid::barsShown() const
 {
@@ -333,7 +333,7 @@ bool Grid::barsShown() const
     return ui.scrHorizontal.Visible() && ui.scrVertical.Visible();
 }
 
-void Grid::ShowScrollBars()
+void Grid::showScrollBars()
 {
     barsShownOverride_.reset();
     ui.scrVertical.setVisible(s.mVScrollNeeded);

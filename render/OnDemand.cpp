@@ -207,8 +207,8 @@ void Grid::runLayout()
         Discarding discarding(surface);
         measuredRow_.reset();
         s.mGridLineWidth = render::gridLineWidthOf(s);
-        RedrawAllCells(true);
-        ShowScrollBars();
+        redrawAllCells(true);
+        showScrollBars();
         fitSelectionToMode();
     } catch (...) {
         measuredRow_.reset();

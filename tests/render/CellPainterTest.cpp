@@ -20,7 +20,7 @@ protected:
     QRect draw(int32_t row, int32_t col)
     {
         const QRect r = cell(row, col);
-        g().DrawCell(row, col, r.x(), r.y(), r.width(), r.height());
+        g().drawCell(row, col, r.x(), r.y(), r.width(), r.height());
         return r;
     }
     void setText(int16_t row, int16_t col, const QString& text) { s().mCells.setText(row, col, text); }
@@ -169,7 +169,7 @@ TEST_F(CellPainter, CellFontReplacesTheGridFontOnlyWithAName)
 TEST_F(CellPainter, WidthFourLeavesNoRoomForText)
 {
     setText(1, 1, "WWW");
-    g().DrawCell(1, 1, 34, 17, 4, 15);
+    g().drawCell(1, 1, 34, 17, 4, 15);
     EXPECT_EQ(count(QRect(34, 17, 4, 15), White), 60);
     EXPECT_EQ(pixel(38, 20), Magenta);
 }

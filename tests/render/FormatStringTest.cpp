@@ -144,13 +144,13 @@ TEST_F(FormatStringEngine, UpdateHeaderParsesTheStoredStringWithoutNotifyingAndO
     QStringList notified;
     g().onPropertyChanged = [&](const QString& name) { notified.append(name); };
     s().mFormatString = ">Total";
-    g().UpdateHeader();
+    g().updateHeader();
     EXPECT_EQ(s().mCells.Text(0, 1), "Total");
     EXPECT_EQ(s().mColAlign(1), 2);
     EXPECT_TRUE(notified.isEmpty());
 
     s().mFormatString = QString(20000, QLatin1Char('W'));
-    EXPECT_EQ(TabulaTest::errorCodeOf([&] { g().UpdateHeader(); }), TabulaControl::detail::RuntimeError::Overflow);
+    EXPECT_EQ(TabulaTest::errorCodeOf([&] { g().updateHeader(); }), TabulaControl::detail::RuntimeError::Overflow);
 }
 
 class FormatStringProperty : public TabulaTest::GridFixture {};

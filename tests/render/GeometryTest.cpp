@@ -31,7 +31,7 @@ protected:
     Position at(int32_t row, int32_t col)
     {
         Position p;
-        p.beyond = g().GetCellCoordinates(row, col, p.x, p.y);
+        p.beyond = g().cellCoordinates(row, col, p.x, p.y);
         return p;
     }
 };

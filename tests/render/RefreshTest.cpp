@@ -13,7 +13,7 @@ TEST_F(RefreshEngine, OpenEditIsCommittedFirst)
     QObject::connect(&events_, &TabulaEvents::AfterEdit, [&](int32_t r, int32_t c, QString v) {
         log.append(QString("AfterEdit(%1,%2,%3)").arg(r).arg(c).arg(v));
     });
-    g().GridEdit(0);
+    g().startEdit(0);
     ASSERT_TRUE(s().mEditing);
     g().ui.txtEdit.setText("typed");
     log.clear();

@@ -61,7 +61,7 @@ protected:
     QRect cell(int32_t row, int32_t col)
     {
         int32_t x = 0, y = 0;
-        g().GetCellCoordinates(row, col, x, y);
+        g().cellCoordinates(row, col, x, y);
         return QRect(col == 0 ? 1 : x, row == 0 ? 1 : y, s().mColWidth(col), s().mRowHeight(row));
     }
     QImage image() { return g().surface.image(); }

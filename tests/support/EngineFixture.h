@@ -19,9 +19,9 @@ protected:
     {
         host_.resize(400, 300);
         grid_ = std::make_unique<TabulaControl::detail::Grid>(host_, events_);
-        g().UserControl_Initialize();
-        g().UserControl_InitProperties();
-        g().UserControl_Resize();
+        g().initialize();
+        g().applyDefaultProperties();
+        g().fitToControl();
     }
 
     TabulaControl::detail::Grid& g() { return *grid_; }
