@@ -269,8 +269,10 @@ private:
     std::optional<RepaintInputs> owedRepaint_;
     std::optional<RowWalk> measuredRow_;
     std::optional<bool> barsShownOverride_;
-    // What the last layout left; see layoutSettled().
-    std::optional<std::vector<int64_t>> settledLayout_;
+    // What the last layout left, empty when unknown; see layoutSettled().
+    std::vector<int64_t> settledLayout_;
+    // The key of the layout now, kept between calls for its storage.
+    std::vector<int64_t> layoutKey_;
     int hostCalls_ = 0;
     friend class InputsRestored;
     friend class HostCall;

@@ -247,22 +247,16 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     initializeRows(to32(int64_t{s.mRows} + 1), optionalColour(backColor), optionalColour(foreColor));
     s.mRows += 1;
 
-    QString field;
     int32_t counter = 0;
-    auto store = [&] {
+    auto store = [&](const QString& field) {
         ++counter;
         s.mCells.setText(to16(s.mRows), to16(counter), Validate(field, s.mCol));
     };
-    for (QChar ch : rowData) {
-        if (ch != QLatin1Char('\t')) {
-            field.append(ch);
-            continue;
-        }
-        store();
-        field.clear();
-    }
-    if (!field.isEmpty())
-        store();
+    qsizetype start = 0;
+    for (qsizetype tab; (tab = rowData.indexOf(QLatin1Char('\t'), start)) >= 0; start = tab + 1)
+        store(rowData.sliced(start, tab - start));
+    if (start < rowData.size())
+        store(rowData.sliced(start));
 
     redrawIfAuto();
     ui.cmdButton.setVisible(false);

@@ -139,13 +139,21 @@ public:
         setAttribute(Qt::WA_OpaquePaintEvent);
     }
 
-    bool isPainting() const { return painting_; }
+    // Asks Qt for a paint; requests made before it comes are answered by it.
+    void requestPaint()
+    {
+        if (painting_ || paintQueued_)
+            return;
+        paintQueued_ = isVisible();
+        update();
+    }
 
 protected:
     // Reading the image may first render it; a request to show the
     // surface made by that render is already being answered.
     void paintEvent(QPaintEvent*) override
     {
+        paintQueued_ = false;
         painting_ = true;
         const QImage& image = surface_.image();
         painting_ = false;
@@ -215,6 +223,7 @@ private:
     const SurfaceHandlers& handlers_;
     bool pressedLeft_ = false;
     bool painting_ = false;
+    bool paintQueued_ = false;
     bool afterDoubleClick_ = false;
     Move lastMove_;
 };
@@ -529,8 +538,8 @@ void Editor::applyMaxLength(qsizetype textLength)
 
 void SurfaceChild::Refresh()
 {
-    if (widget() && !static_cast<SurfaceView*>(widget())->isPainting())
-        widget()->update();
+    if (widget())
+        static_cast<SurfaceView*>(widget())->requestPaint();
 }
 void SurfaceChild::postKey(int16_t keyCode)
 {

@@ -105,8 +105,9 @@ int64_t addShown(std::vector<int64_t>& v, const Sizes& sizes, int32_t first, int
     int64_t reach = 0;
     int32_t i = firstWalked(first);
     for (; i <= std::min(last, sizes.upper()) && reach <= room; ++i) {
-        v.push_back(sizes(i));
-        reach += sizes(i) + 1;
+        const int64_t size = sizes(i);
+        v.push_back(size);
+        reach += size + 1;
     }
     return i;
 }
@@ -123,14 +124,15 @@ void addBar(std::vector<int64_t>& v, const platform::ScrollBar& bar)
     v.push_back(slider ? slider->pageStep() : -1);
 }
 
-// What a layout reads and what it leaves, in the grid and in the child
+// Fills v with what a layout reads and what it leaves, in the grid and the child
 // controls: rows and columns only as far as they can show. When it is the
 // same before a layout as after the last one, that layout would settle
 // nothing new, and only the pixels are owed.
-std::vector<int64_t> layoutKeyOf(const Grid& g)
+void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
 {
     const GridState& s = g.s;
-    std::vector<int64_t> v = {
+    v.clear();
+    v.insert(v.end(), {
         s.mBorderStyle, s.mRow1, s.mCol1, s.mRow2, s.mCol2, s.mCols, s.mColHeader, s.mRowHeader,
         s.mShowGrid, s.mGridSolid, s.mCol, s.mRow, s.mAllowSelection, s.mFixedStyle, s.mSelectionMode,
         s.mAllowUserResizing, s.mLeftCol, s.mTopRow, s.mEditing, s.mEditCancel, s.mMouseDown, s.mHeaderClicked,
@@ -138,7 +140,7 @@ std::vector<int64_t> layoutKeyOf(const Grid& g)
         s.mPageRows, s.mPageCols, s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded,
         s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
         s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
-        g.ui.txtEdit.MaxLength()};
+        g.ui.txtEdit.MaxLength()});
     // The resize zones are found across the whole control, a little wider
     // than the surface.
     const int64_t rowsShownEnd = addShown(v, s.mRowHeight, s.mTopRow, s.mRows, g.ui.window.ScaleHeight());
@@ -155,7 +157,6 @@ std::vector<int64_t> layoutKeyOf(const Grid& g)
     v.insert(v.end(), s.mColSizers.begin(), s.mColSizers.end());
     v.push_back(-1);
     v.insert(v.end(), s.mRowSizers.begin(), s.mRowSizers.end());
-    return v;
 }
 
 }  // namespace
@@ -178,7 +179,7 @@ void Grid::layoutAll()
     const RepaintInputs inputs = inputsOf(*this);
     if (!layoutSettled()) {
         runLayout();
-        settledLayout_ = layoutKeyOf(*this);
+        fillLayoutKey(*this, settledLayout_);
     }
     owedRepaint_ = inputs;
     surface.setPendingRender([this] { flushPaint(); });
@@ -187,20 +188,23 @@ void Grid::layoutAll()
 
 bool Grid::layoutSettled()
 {
-    if (!settledLayout_ || *settledLayout_ != layoutKeyOf(*this))
+    if (settledLayout_.empty())
+        return false;
+    fillLayoutKey(*this, layoutKey_);
+    if (layoutKey_ != settledLayout_)
         return false;
 #ifndef NDEBUG
-    const std::vector<int64_t> settled = *settledLayout_;
+    const std::vector<int64_t> settled = settledLayout_;
     runLayout();
-    settledLayout_ = layoutKeyOf(*this);
-    assert(*settledLayout_ == settled);
+    fillLayoutKey(*this, settledLayout_);
+    assert(settledLayout_ == settled);
 #endif
     return true;
 }
 
 void Grid::runLayout()
 {
-    settledLayout_.reset();
+    settledLayout_.clear();
     owedRepaint_.reset();
     surface.setPendingRender({});
     try {
