@@ -3,6 +3,7 @@
 #include <TabulaControl/Tabula.h>
 
 #include "core/GridState.h"
+#include "lookups/LookupLists.h"
 #include "platform/Controls.h"
 #include "platform/Surface.h"
 #include "render/Marks.h"
@@ -265,6 +266,7 @@ private:
     void selectListItem(const QString& text, int32_t length);
     void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
 
+    lookups::LookupLists lookupLists_;
     int deferDepth_ = 0;
     std::optional<RepaintInputs> owedRepaint_;
     std::optional<RowWalk> measuredRow_;
