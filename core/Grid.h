@@ -4,6 +4,7 @@
 
 #include "core/GridState.h"
 #include "lookups/LookupLists.h"
+#include "navigation/ResizeZones.h"
 #include "platform/Controls.h"
 #include "platform/Surface.h"
 #include "render/Marks.h"
@@ -35,6 +36,7 @@ public:
     platform::Controls ui;
     platform::Surface& surface;
     render::Marks marks;
+    navigation::ResizeZones resizeZones;
     TabulaEvents& events;
     QWidget& control;
 

@@ -55,8 +55,6 @@ struct GridState {
     VbArray<Flag> mColAllowEdit;
     VbArray<int16_t> mColMask;
     VbArray<int16_t> mColEditWidth;
-    std::vector<int32_t> mColSizers;
-    std::vector<int32_t> mRowSizers;
     bool mSelectText = false;
     int32_t mLeftCol = 0;
     int32_t mTopRow = 0;
@@ -69,8 +67,6 @@ struct GridState {
     bool mMouseDown = false;
     bool mHeaderClicked = false;
     bool mRowsSelected = false, mColumnsSelected = false;
-    bool mColSizing = false, mRowSizing = false;
-    int32_t mSizerIndex = 0;
     uint8_t mGridLineWidth = 0;
     int32_t mPageRows = 0, mPageCols = 0;
     int32_t mDrawnBottom = 0, mDrawnRight = 0;
