@@ -22,8 +22,7 @@ void Grid::redrawIfAuto()
 void Grid::initialize()
 {
     s.mCells = CellArray();
-    s.mColSizers.clear();
-    s.mRowSizers.clear();
+    resizeZones.clear();
     s.mLeftCol = s.mTopRow = 1;
     s.mRow = s.mCol = 1;
     s.mRow1 = s.mCol1 = s.mRow2 = s.mCol2 = 1;
@@ -85,8 +84,7 @@ void Grid::fitToControl()
 void Grid::shutDown()
 {
     s.mCells = CellArray();
-    s.mColSizers.clear();
-    s.mRowSizers.clear();
+    resizeZones.clear();
     s.mRowHeight.erase();
     s.mColWidth.erase();
     s.mColAllowEdit.erase();

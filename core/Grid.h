@@ -3,6 +3,8 @@
 #include <TabulaControl/Tabula.h>
 
 #include "core/GridState.h"
+#include "lookups/LookupLists.h"
+#include "navigation/ResizeZones.h"
 #include "platform/Controls.h"
 #include "platform/Surface.h"
 #include "render/Marks.h"
@@ -34,6 +36,7 @@ public:
     platform::Controls ui;
     platform::Surface& surface;
     render::Marks marks;
+    navigation::ResizeZones resizeZones;
     TabulaEvents& events;
     QWidget& control;
 
@@ -265,6 +268,7 @@ private:
     void selectListItem(const QString& text, int32_t length);
     void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
 
+    lookups::LookupLists lookupLists_;
     int deferDepth_ = 0;
     std::optional<RepaintInputs> owedRepaint_;
     std::optional<RowWalk> measuredRow_;

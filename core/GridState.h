@@ -17,14 +17,6 @@ namespace TabulaControl::detail {
 inline thread_local OleColor SharedBackColor = 0xFFFFFF;
 inline thread_local OleColor SharedForeColor = 0x80000012;
 
-// One lookup value of a column, with the host's item data (invalid when none
-// was given).
-struct Lookup {
-    int16_t Column = 0;
-    QString Value;
-    QVariant ItemData;
-};
-
 // The whole state of one grid. Rows and columns count from 0, the fixed
 // header row and column; every per-row array runs 0..mRows and every
 // per-column array 0..mCols. Sizes and positions are surface pixels.
@@ -63,14 +55,10 @@ struct GridState {
     VbArray<Flag> mColAllowEdit;
     VbArray<int16_t> mColMask;
     VbArray<int16_t> mColEditWidth;
-    std::vector<int32_t> mColSizers;
-    std::vector<int32_t> mRowSizers;
     bool mSelectText = false;
     int32_t mLeftCol = 0;
     int32_t mTopRow = 0;
     bool mUseItemData = false;
-    std::vector<Lookup> mLookups;
-    std::vector<int16_t> mButtons;
     int16_t mMouseRow = 0, mMouseCol = 0;
 
     // Working fields of painting, mouse and editing.
@@ -79,8 +67,6 @@ struct GridState {
     bool mMouseDown = false;
     bool mHeaderClicked = false;
     bool mRowsSelected = false, mColumnsSelected = false;
-    bool mColSizing = false, mRowSizing = false;
-    int32_t mSizerIndex = 0;
     uint8_t mGridLineWidth = 0;
     int32_t mPageRows = 0, mPageCols = 0;
     int32_t mDrawnBottom = 0, mDrawnRight = 0;

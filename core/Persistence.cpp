@@ -174,11 +174,12 @@ void Grid::writeProperties(PropertyBag& bag) const
     write("SelectText", s.mSelectText, false);
     if (ui.window.UserMode())
         return;
-    write("Count", static_cast<int32_t>(s.mLookups.size()), 0);
-    for (size_t i = 0; i < s.mLookups.size(); ++i) {
+    const auto saved = lookupLists_.savedValues();
+    write("Count", static_cast<int32_t>(saved.size()), 0);
+    for (size_t i = 0; i < saved.size(); ++i) {
         const QByteArray n = QByteArray::number(static_cast<qulonglong>(i + 1));
-        write((n + "Column").constData(), s.mLookups[i].Column);
-        write((n + "Value").constData(), s.mLookups[i].Value);
+        write((n + "Column").constData(), saved[i].column);
+        write((n + "Value").constData(), saved[i].value);
     }
 }
 

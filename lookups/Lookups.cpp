@@ -1,65 +1,30 @@
 #include "core/Facade.h"
 
-#include <algorithm>
-
 namespace TabulaControl::detail {
-
-namespace {
-
-// Every scan counts the lookups in 16 bits first.
-int16_t lookupCount(const std::vector<Lookup>& lookups) { return to16(static_cast<int64_t>(lookups.size())); }
-
-bool matches(const Lookup& l, int32_t col, const QString& value) { return l.Column == col && l.Value == value; }
-
-}  // namespace
 
 void Grid::AddLookup(int32_t col, const QString& value, const QVariant& itemData)
 {
-    s.mLookups.push_back(Lookup{to16(col), value, itemData});
+    lookupLists_.add(col, value, itemData);
 }
 
 QVariant Grid::LookupItemData(int32_t col, const QString& value) const
 {
-    const int16_t count = lookupCount(s.mLookups);
-    for (int16_t i = 0; i < count; ++i) {
-        if (matches(s.mLookups[static_cast<size_t>(i)], col, value))
-            return s.mLookups[static_cast<size_t>(i)].ItemData;
-    }
-    return QVariant::fromValue<int16_t>(-1);
+    return lookupLists_.itemDataOf(col, value);
 }
 
-void Grid::RemoveLookupValue(int32_t col, const QString& value)
-{
-    const int16_t count = lookupCount(s.mLookups);
-    for (int16_t i = 0; i < count; ++i) {
-        if (matches(s.mLookups[static_cast<size_t>(i)], col, value)) {
-            s.mLookups.erase(s.mLookups.begin() + i);
-            return;
-        }
-    }
-}
+void Grid::RemoveLookupValue(int32_t col, const QString& value) { lookupLists_.removeValue(col, value); }
 
-void Grid::RemoveLookup(int32_t col)
-{
-    lookupCount(s.mLookups);
-    std::erase_if(s.mLookups, [col](const Lookup& l) { return l.Column == col; });
-}
+void Grid::RemoveLookup(int32_t col) { lookupLists_.removeColumn(col); }
 
-void Grid::ClearAllLookups() { s.mLookups.clear(); }
+void Grid::ClearAllLookups() { lookupLists_.clear(); }
 
-bool Grid::ColHasLookup(int32_t col) const
-{
-    lookupCount(s.mLookups);
-    return std::any_of(s.mLookups.begin(), s.mLookups.end(), [col](const Lookup& l) { return l.Column == col; });
-}
+bool Grid::ColHasLookup(int32_t col) const { return lookupLists_.columnHasList(col); }
 
 void Grid::fillList(int32_t col)
 {
     ui.listForm.Clear();
-    for (const Lookup& l : s.mLookups) {
-        if (l.Column == col)
-            ui.listForm.AddItem(l.Value);
-    }
+    for (const QString& value : lookupLists_.valuesOf(col))
+        ui.listForm.AddItem(value);
 }
 
 }  // namespace TabulaControl::detail

@@ -340,9 +340,9 @@ void Grid::MouseUp(int16_t, int16_t, float, float)
     s.mRowsSelected = false;
     s.mColumnsSelected = false;
     ui.picSizer.setVisible(false);
-    if (s.mColSizing)
+    if (resizeZones.columnDragging())
         finishColumnDrag(*this);
-    s.mColSizing = s.mRowSizing = false;
+    resizeZones.endDrag();
 }
 
 void Grid::DblClick()
@@ -357,7 +357,7 @@ void Grid::onSurfaceMousePress(const MouseArgs& e)
         MouseDown(e.Button, e.Shift, e.X, e.Y);
     s.mMouseRow = to16(rowAt(e.X, e.Y));
     s.mMouseCol = to16(columnAt(e.X, e.Y));
-    if (!s.mColSizing && !s.mRowSizing)
+    if (!resizeZones.dragging())
         events.MouseDown(e.Button, e.Shift, e.X, e.Y);
 }
 

@@ -1,20 +1,10 @@
 #include "navigation/Navigation.h"
 
-#include <cmath>
-
 namespace TabulaControl::detail {
 
 using namespace navigation;
 
 namespace {
-
-// Entry index (1-based) of the column sizer list.
-int32_t sizerAt(const GridState& s, int32_t index)
-{
-    if (index < 1 || index > static_cast<int64_t>(s.mColSizers.size()))
-        raise(RuntimeError::Subscript);
-    return s.mColSizers[static_cast<size_t>(index - 1)];
-}
 
 // Past the limit the bar stays where it was.
 void followColumnSizer(Grid& g, float x, int16_t surfaceWidth)
@@ -37,19 +27,12 @@ void followRowSizer(Grid& g, float y, int16_t surfaceHeight)
 // wins.
 void updateSizingPointer(Grid& g, float x)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
     if (!s.mColHeader || s.mMouseRow != 0) {
         g.ui.window.setMousePointer(PointerDefault);
         return;
     }
-    s.mSizerIndex = -1;
-    for (size_t i = 0; i < s.mColSizers.size(); ++i) {
-        if (std::abs(double{x} - s.mColSizers[i]) < 2) {
-            s.mSizerIndex = static_cast<int32_t>(i + 1);
-            break;
-        }
-    }
-    g.ui.window.setMousePointer(s.mSizerIndex >= 1 ? PointerSizeWE : PointerDefault);
+    g.ui.window.setMousePointer(g.resizeZones.findZoneAt(x) ? PointerSizeWE : PointerDefault);
 }
 
 // Shows the host's tooltip over the grid. A failure to read it is of no
@@ -74,13 +57,13 @@ bool startSizerDrag(Grid& g, float x, float y)
     if (pointer == PointerSizeWE) {
         g.ui.picSizer.Move(roundTo32(x), 0, 2, g.ui.window.ScaleHeight());
         g.ui.picSizer.setVisible(true);
-        g.s.mColSizing = true;
+        g.resizeZones.startColumnDrag();
         return true;
     }
     if (pointer == PointerSizeNS) {
         g.ui.picSizer.Move(0, roundTo32(y), g.ui.window.ScaleWidth(), 2);
         g.ui.picSizer.setVisible(true);
-        g.s.mRowSizing = true;
+        g.resizeZones.startRowDrag();
         return true;
     }
     return false;
@@ -92,12 +75,12 @@ bool startSizerDrag(Grid& g, float x, float y)
 // the host's, or the view moved since the zone was found), sizes nothing.
 void finishColumnDrag(Grid& g)
 {
-    GridState& s = g.s;
-    const int64_t col = int64_t{s.mLeftCol} + s.mSizerIndex - (s.mRowHeader ? 2 : 1);
-    if (s.mSizerIndex > static_cast<int64_t>(s.mColSizers.size()) || !hasCell(s, 0, col))
+    const GridState& s = g.s;
+    const ResizeZones& zones = g.resizeZones;
+    const int64_t col = int64_t{s.mLeftCol} + zones.foundZone() - (s.mRowHeader ? 2 : 1);
+    if (!zones.foundZonePlaced() || !hasCell(s, 0, col))
         return;
-    const int32_t barLeft = g.ui.picSizer.Left();
-    int32_t width = s.mSizerIndex < 2 ? barLeft : to32(int64_t{barLeft} - sizerAt(s, s.mSizerIndex - 1));
+    int32_t width = zones.draggedWidth(g.ui.picSizer.Left());
     if (width < 0)
         width = 0;
     g.setColWidth(static_cast<int32_t>(col), width);
@@ -110,20 +93,7 @@ void Grid::placeResizeZones()
 {
     if (!s.mAllowUserResizing)
         return;
-    s.mColSizers.clear();
-    s.mRowSizers.clear();
-    int32_t pos = 0;
-    if (s.mRowHeader) {
-        pos = s.mColWidth(0);
-        s.mColSizers.push_back(pos);
-    }
-    const int32_t innerWidth = ui.window.ScaleWidth();
-    for (int32_t c = firstWalked(s.mLeftCol); c <= s.mCols; ++c) {
-        pos = to32(int64_t{pos} + s.mColWidth(c) + 1);
-        if (pos > innerWidth)
-            return;
-        s.mColSizers.push_back(pos);
-    }
+    resizeZones.place(s.mColWidth, s.mRowHeader, firstWalked(s.mLeftCol), s.mCols, ui.window.ScaleWidth());
 }
 
 void Grid::MouseMove(int16_t, int16_t, float x, float y)
@@ -132,9 +102,9 @@ void Grid::MouseMove(int16_t, int16_t, float x, float y)
     const int16_t surfaceHeight = to16(ui.picGrid.ScaleHeight());
     s.mMouseRow = to16(rowAt(x, y));
     s.mMouseCol = to16(columnAt(x, y));
-    if (s.mColSizing)
+    if (resizeZones.columnDragging())
         return followColumnSizer(*this, x, surfaceWidth);
-    if (s.mRowSizing)
+    if (resizeZones.rowDragging())
         return followRowSizer(*this, y, surfaceHeight);
     if (s.mMouseDown && s.mAllowSelection && s.mSelectionMode == SelectionFree) {
         if (!s.mRowsSelected && !s.mColumnsSelected)

@@ -37,7 +37,7 @@ RepaintInputs inputsOf(const Grid& g)
 class InputsRestored {
 public:
     InputsRestored(Grid& g, const RepaintInputs& then)
-        : g_(g), s_(g.s), now_(inputsOf(g)), colSizers_(s_.mColSizers), rowSizers_(s_.mRowSizers)
+        : g_(g), s_(g.s), now_(inputsOf(g)), zones_(g.resizeZones)
     {
         font_ = std::exchange(s_.mFont, std::make_shared<StdFont>(then.font));
         fontFixed_ = std::exchange(s_.mFontFixed, std::make_shared<StdFont>(then.fontFixed));
@@ -49,8 +49,7 @@ public:
         s_.mFont = font_;
         s_.mFontFixed = fontFixed_;
         apply(now_);
-        s_.mColSizers = std::move(colSizers_);
-        s_.mRowSizers = std::move(rowSizers_);
+        g_.resizeZones.restoreZones(zones_);
         g_.barsShownOverride_.reset();
     }
     InputsRestored(const InputsRestored&) = delete;
@@ -67,7 +66,7 @@ private:
     Grid& g_;
     GridState& s_;
     RepaintInputs now_;
-    std::vector<int32_t> colSizers_, rowSizers_;
+    navigation::ResizeZones zones_;
     FontRef font_, fontFixed_;
 };
 
@@ -136,7 +135,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
         s.mBorderStyle, s.mRow1, s.mCol1, s.mRow2, s.mCol2, s.mCols, s.mColHeader, s.mRowHeader,
         s.mShowGrid, s.mGridSolid, s.mCol, s.mRow, s.mAllowSelection, s.mFixedStyle, s.mSelectionMode,
         s.mAllowUserResizing, s.mLeftCol, s.mTopRow, s.mEditing, s.mEditCancel, s.mMouseDown, s.mHeaderClicked,
-        s.mRowsSelected, s.mColumnsSelected, s.mColSizing, s.mRowSizing, s.mSizerIndex, s.mGridLineWidth,
+        s.mRowsSelected, s.mColumnsSelected, s.mGridLineWidth,
         s.mPageRows, s.mPageCols, s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded,
         s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
         s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
@@ -153,10 +152,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     addBar(v, g.ui.scrVertical);
     addBar(v, g.ui.scrHorizontal);
     addChild(v, g.ui.txtEdit);
-    v.push_back(-1);
-    v.insert(v.end(), s.mColSizers.begin(), s.mColSizers.end());
-    v.push_back(-1);
-    v.insert(v.end(), s.mRowSizers.begin(), s.mRowSizers.end());
+    g.resizeZones.appendLayoutKey(v);
 }
 
 }  // namespace

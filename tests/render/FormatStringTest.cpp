@@ -125,17 +125,16 @@ TEST_F(FormatStringEngine, WidthsFollowTheControlsOwnFontNotTheGridFont)
 
 TEST_F(FormatStringEngine, FormatStringAndAutoSetupRemoveEveryLookupList)
 {
-    s().mLookups.push_back({2, "one", {}});
-    s().mLookups.push_back({4, "two", 7});
+    g().AddLookup(2, "one", {});
+    g().AddLookup(4, "two", 7);
     ASSERT_TRUE(g().ColHasLookup(2));
     g().setFormatString("A");
-    EXPECT_TRUE(s().mLookups.empty());
     EXPECT_FALSE(g().ColHasLookup(2));
     EXPECT_FALSE(g().ColHasLookup(4));
 
-    s().mLookups.push_back({1, "one", {}});
+    g().AddLookup(1, "one", {});
     g().AutoSetup(2, 3, true, true, QString("A|B|C"));
-    EXPECT_TRUE(s().mLookups.empty());
+    EXPECT_FALSE(g().ColHasLookup(1));
     EXPECT_EQ(s().mCells.Text(0, 3), "C");
 }
 

@@ -1,0 +1,53 @@
+#include "navigation/ResizeZones.h"
+
+#include "core/Errors.h"
+
+#include <cmath>
+
+namespace TabulaControl::detail::navigation {
+
+void ResizeZones::place(const VbArray<int16_t>& widths, bool rowHeader, int32_t first, int32_t last, int32_t reach)
+{
+    columnBorders_.clear();
+    int32_t pos = 0;
+    if (rowHeader) {
+        pos = widths(0);
+        columnBorders_.push_back(pos);
+    }
+    for (int32_t c = first; c <= last; ++c) {
+        pos = to32(int64_t{pos} + widths(c) + 1);
+        if (pos > reach)
+            return;
+        columnBorders_.push_back(pos);
+    }
+}
+
+bool ResizeZones::findZoneAt(float x)
+{
+    foundZone_ = -1;
+    for (size_t i = 0; i < columnBorders_.size(); ++i) {
+        if (std::abs(double{x} - columnBorders_[i]) < 2) {
+            foundZone_ = static_cast<int32_t>(i + 1);
+            break;
+        }
+    }
+    return foundZone_ >= 1;
+}
+
+int32_t ResizeZones::draggedWidth(int32_t barLeft) const
+{
+    if (foundZone_ < 2)
+        return barLeft;
+    const auto previous = static_cast<size_t>(foundZone_ - 1);
+    if (previous > columnBorders_.size())
+        raise(RuntimeError::Subscript);
+    return to32(int64_t{barLeft} - columnBorders_[previous - 1]);
+}
+
+void ResizeZones::appendLayoutKey(std::vector<int64_t>& key) const
+{
+    key.insert(key.end(), {columnDrag_, rowDrag_, foundZone_, -1});
+    key.insert(key.end(), columnBorders_.begin(), columnBorders_.end());
+}
+
+}  // namespace TabulaControl::detail::navigation

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "core/VbArray.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace TabulaControl::detail::navigation {
+
+// The places on the header row where a press starts resizing a column: one
+// at the right border of the header column and of each column shown, and the
+// drag in progress. Zones count from 1.
+class ResizeZones {
+public:
+    // Places the zones from the column widths: the header column's when
+    // rowHeader, then columns first..last, until a border lies past reach.
+    void place(const VbArray<int16_t>& widths, bool rowHeader, int32_t first, int32_t last, int32_t reach);
+    void clear() { columnBorders_.clear(); }
+    // Takes back the zones of earlier, keeping the drag and the zone found.
+    void restoreZones(const ResizeZones& earlier) { columnBorders_ = earlier.columnBorders_; }
+
+    // Finds the leftmost zone within reach of x as the one a drag sizes;
+    // returns whether there is one.
+    bool findZoneAt(float x);
+    // The zone found last: -1 when none was within reach, 0 before any search.
+    int32_t foundZone() const { return foundZone_; }
+    // Whether the zone found is not past the zones placed since.
+    bool foundZonePlaced() const { return foundZone_ <= static_cast<int64_t>(columnBorders_.size()); }
+    // The width of the found zone's column when its border is dropped at
+    // barLeft: from the zone before it, or from the left edge for the first
+    // two zones.
+    int32_t draggedWidth(int32_t barLeft) const;
+
+    void startColumnDrag() { columnDrag_ = true; }
+    void startRowDrag() { rowDrag_ = true; }
+    bool columnDragging() const { return columnDrag_; }
+    bool rowDragging() const { return rowDrag_; }
+    bool dragging() const { return columnDrag_ || rowDrag_; }
+    void endDrag() { columnDrag_ = rowDrag_ = false; }
+
+    // Appends what the zones add to a layout's key.
+    void appendLayoutKey(std::vector<int64_t>& key) const;
+
+private:
+    std::vector<int32_t> columnBorders_;
+    int32_t foundZone_ = 0;
+    bool columnDrag_ = false;
+    bool rowDrag_ = false;
+};
+
+}  // namespace TabulaControl::detail::navigation
