@@ -1,12 +1,11 @@
 #include "core/CellArray.h"
 
-#include <TabulaControl/Tabula.h>
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
 #include <functional>
 
-using TabulaControl::ComponentError;
 using TabulaControl::detail::CellArray;
 
 namespace {
@@ -31,43 +30,7 @@ QStringList columnOne(const CellArray& store)
     return texts;
 }
 
-ComponentError storeError(const std::function<void()>& body)
-{
-    try {
-        body();
-    } catch (const ComponentError& e) {
-        return e;
-    }
-    ADD_FAILURE() << "no error";
-    return ComponentError({}, {});
-}
-
 }  // namespace
-
-TEST(CellArray, NewStoreHoldsOneInitialisedCell)
-{
-    CellArray store;
-    EXPECT_EQ(store.Rows(), 0);
-    EXPECT_EQ(store.Cols(), 0);
-    EXPECT_TRUE(store.FontBold(0, 0));
-    EXPECT_EQ(store.FontSize(0, 0), 9);
-    EXPECT_EQ(store.BackColor(0, 0), -1);
-    EXPECT_EQ(store.ForeColor(0, 0), -1);
-    EXPECT_EQ(store.Style(0, 0), 0);
-}
-
-TEST(CellArray, GrowingColsInitialisesOnlyNewCells)
-{
-    CellArray store = filledStore(2, 5);
-    store.setFontSize(1, 5, 14);
-    store.setCols(7);
-    for (int16_t r = 0; r <= 2; ++r) {
-        EXPECT_EQ(store.Text(r, 5), QString("%1,5").arg(r));
-        EXPECT_EQ(store.Text(r, 6), "");
-        EXPECT_EQ(store.FontBold(r, 7), r == 0) << "row " << r;
-    }
-    EXPECT_EQ(store.FontSize(1, 5), 14);
-}
 
 TEST(CellArray, ResizingAndRemovingMoveWholeRecords)
 {
@@ -107,88 +70,6 @@ TEST(CellArray, ResizingAndRemovingMoveWholeRecords)
     EXPECT_EQ(empty.Rows(), 0);
 }
 
-TEST(CellArray, ColumnsAddedToAMovedInRowZeroAreHeaderCells)
-{
-    CellArray store = filledStore(2, 1);
-    store.Remove(0);
-    store.setCols(3);
-    EXPECT_FALSE(store.FontBold(0, 1));
-    EXPECT_TRUE(store.FontBold(0, 2));
-    EXPECT_TRUE(store.FontBold(0, 3));
-    EXPECT_FALSE(store.FontBold(1, 3));
-}
-
-TEST(CellArray, InitializeCellKeepsTextStyleValueAlignAndTag)
-{
-    CellArray store = filledStore(1, 1);
-    store.setFontName(1, 1, "Courier");
-    store.setFontBold(1, 1, true);
-    store.setForeColor(1, 1, 255);
-    store.setStyle(1, 1, 2);
-    store.setValue(1, 1, -1);
-    store.setTextAlignVertical(1, 1, 2);
-    store.setTag(1, 1, "kept");
-    store.InitializeCell(1, 1);
-    EXPECT_EQ(store.FontName(1, 1), "");
-    EXPECT_FALSE(store.FontBold(1, 1));
-    EXPECT_EQ(store.ForeColor(1, 1), -1);
-    EXPECT_EQ(store.Text(1, 1), "1,1");
-    EXPECT_EQ(store.Style(1, 1), 2);
-    EXPECT_EQ(store.Value(1, 1), -1);
-    EXPECT_EQ(store.TextAlignVertical(1, 1), 2);
-    EXPECT_EQ(store.Tag(1, 1), "kept");
-}
-
-TEST(CellArray, DefaultStylesApplyToCellsWithoutTheirOwn)
-{
-    CellArray store = filledStore(2, 2);
-    store.setStyle(2, 2, 7);
-    store.setDefaultStyles({.headerStyle = 1, .headerAlignVertical = 3, .dataStyle = 2});
-    EXPECT_EQ(store.Style(0, 2), 1);
-    EXPECT_EQ(store.TextAlignVertical(2, 0), 3);
-    EXPECT_EQ(store.Style(1, 1), 2);
-    EXPECT_EQ(store.TextAlignVertical(1, 1), 0);
-    EXPECT_EQ(store.Style(2, 2), 7);
-}
-
-TEST(CellArray, ValueAndTagReadsAboveTheCountsAreEmpty)
-{
-    CellArray store = filledStore(2, 2);
-    EXPECT_EQ(store.Value(3, 1), 0);
-    EXPECT_EQ(store.Value(1, 3), 0);
-    EXPECT_EQ(store.Tag(9, 9), "");
-    EXPECT_EQ(storeError([&] { store.Value(-1, 1); }).Source, "TabulaControl.clsCellArray.Value");
-}
-
-TEST(CellArray, OutOfRangeAccessFailsWithItsOwnSource)
-{
-    CellArray store = filledStore(2, 2);
-    struct Case {
-        const char* source;
-        std::function<void()> body;
-    };
-    const Case cases[] = {
-        {"Text", [&] { store.Text(3, 1); }},
-        {"Text", [&] { store.setText(1, 3, "x"); }},
-        {"FontName", [&] { store.FontName(-1, 0); }},
-        {"BackColor", [&] { store.setBackColor(5, 0, 1); }},
-        {"Style", [&] { store.Style(0, -2); }},
-        {"Tag", [&] { store.setTag(3, 3, "x"); }},
-        {"Rows", [&] { store.setRows(-1); }},
-        {"Cols", [&] { store.setCols(-5); }},
-        {"InitializeCell", [&] { store.InitializeCell(3, 0); }},
-        {"Remove", [&] { store.Remove(-1); }},
-    };
-    for (const Case& c : cases) {
-        const ComponentError error = storeError(c.body);
-        EXPECT_EQ(error.Number, -2147221404);
-        EXPECT_EQ(error.Source, QString("TabulaControl.clsCellArray.%1").arg(c.source));
-        EXPECT_TRUE(error.Description.startsWith("clsCellArray component failureat line ")) << qPrintable(error.Description);
-    }
-    EXPECT_EQ(store.Rows(), 2);
-    EXPECT_EQ(store.Text(2, 2), "2,2");
-}
-
 TEST(CellArray, AFullGridOfDefaultCellsIsUsable)
 {
     CellArray store;
@@ -197,9 +78,6 @@ TEST(CellArray, AFullGridOfDefaultCellsIsUsable)
     store.setText(32767, 32767, "corner");
     store.Remove(32766);
     EXPECT_EQ(store.Text(32766, 32767), "corner");
-    EXPECT_TRUE(store.FontBold(0, 32767));
-    EXPECT_TRUE(store.FontBold(32767, 0));
-    EXPECT_FALSE(store.FontBold(32767, 32766));
     EXPECT_EQ(store.Text(20000, 30000), "");
 }
 

@@ -16,21 +16,17 @@ QStringList rowTexts(TabulaControl::Tabula& grid, int32_t row)
 
 }  // namespace
 
-TEST_F(RowData, AddItemAppendsTabSeparatedFields)
+TEST_F(RowData, AddItemAppendsTabSeparatedFieldsEmptyOrNot)
 {
     grid().AddItem("a\tb\tc");
     EXPECT_EQ(grid().Rows(), 2);
     EXPECT_EQ(rowTexts(grid(), 2), QStringList({"a", "b", "c", "", ""}));
     EXPECT_EQ(log().entries, QStringList({"BeforeAddRow", "AfterAddRow(2)"}));
-}
-
-TEST_F(RowData, EmptyMiddleFieldStoresEmptyAndEmptyLastFieldStoresNothing)
-{
     grid().AddItem("a\t\tc\t");
-    EXPECT_EQ(rowTexts(grid(), 2), QStringList({"a", "", "c", "", ""}));
+    EXPECT_EQ(rowTexts(grid(), 3), QStringList({"a", "", "c", "", ""})) << "an empty last field stores nothing";
     grid().AddItem("");
-    EXPECT_EQ(grid().Rows(), 3);
-    EXPECT_EQ(rowTexts(grid(), 3), QStringList({"", "", "", "", ""}));
+    EXPECT_EQ(grid().Rows(), 4);
+    EXPECT_EQ(rowTexts(grid(), 4), QStringList({"", "", "", "", ""}));
 }
 
 TEST_F(RowData, CancelledBeforeAddRowChangesNothing)
@@ -88,39 +84,30 @@ TEST_F(RowData, RemoveItemShiftsTextsButNotHeights)
         << "the bar's shorter range moves the view";
 }
 
-TEST_F(RowData, RemoveItemPastTheEndRemovesTheLastRow)
+TEST_F(RowData, RemoveItemPastTheEndTakesTheLastRowAndOfRowZeroTheHeaderTexts)
 {
     grid().setRows(4);
+    grid().setTextMatrix(0, 1, "caption");
+    grid().setTextMatrix(1, 1, "first");
     grid().setTextMatrix(3, 1, "three");
     grid().RemoveItem(9);
     EXPECT_EQ(grid().Rows(), 3);
     EXPECT_EQ(grid().TextMatrix(3, 1), "three");
-}
-
-TEST_F(RowData, RemoveItemOfRowZeroReplacesTheHeaderTexts)
-{
-    grid().setRows(2);
-    grid().setTextMatrix(0, 1, "caption");
-    grid().setTextMatrix(1, 1, "first");
     grid().RemoveItem(0);
     EXPECT_EQ(grid().TextMatrix(0, 1), "first");
 }
 
-TEST_F(RowData, RemoveItemOnAnEmptyGridRaisesNothing)
-{
-    grid().Clear();
-    log().clear();
-    grid().RemoveItem(1);
-    EXPECT_TRUE(log().entries.isEmpty());
-    EXPECT_EQ(grid().Rows(), 0);
-}
-
-TEST_F(RowData, CancelledBeforeDeleteRowKeepsTheRow)
+TEST_F(RowData, CancelledBeforeDeleteRowKeepsTheRowAndAnEmptyGridRaisesNothing)
 {
     log().onBeforeDeleteRow = [](int32_t, bool& cancel) { cancel = true; };
     grid().RemoveItem(1);
     EXPECT_EQ(grid().Rows(), 1);
     EXPECT_EQ(log().entries, QStringList({"BeforeDeleteRow(1)"}));
+    grid().Clear();
+    log().clear();
+    grid().RemoveItem(1);
+    EXPECT_TRUE(log().entries.isEmpty());
+    EXPECT_EQ(grid().Rows(), 0);
 }
 
 TEST_F(RowData, ClearKeepsTheHeaderRowAndColumns)

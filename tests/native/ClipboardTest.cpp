@@ -42,8 +42,6 @@ protected:
     QWidget* surface() { return grid().findChild<QWidget*>("picGrid"); }
 };
 
-}  // namespace
-
 TEST_F(Clipboard, CopiesTheSelectedBlockOrElseTheCurrentCellAsTextAndHtml)
 {
     grid().setRow(2);
@@ -60,8 +58,6 @@ TEST_F(Clipboard, CopiesTheSelectedBlockOrElseTheCurrentCellAsTextAndHtml)
     EXPECT_EQ(clipboard()->mimeData()->html(),
               "<table><tr><td>a\tb &quot;q&quot;</td><td>2,2</td></tr><tr><td>3,1</td><td>&lt;b&gt;</td></tr></table>");
 }
-
-namespace {
 
 struct PasteCase {
     const char* name;
@@ -90,8 +86,6 @@ const PasteCase pasteCases[] = {
 
 class Paste : public Clipboard, public ::testing::WithParamInterface<PasteCase> {};
 
-}  // namespace
-
 TEST_P(Paste, StoresEachCellAsAnEditWould)
 {
     const PasteCase& c = GetParam();
@@ -106,8 +100,7 @@ TEST_P(Paste, StoresEachCellAsAnEditWould)
     EXPECT_EQ(clipped.size(), c.dropped > 0 ? 1 : 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Clipboard, Paste, ::testing::ValuesIn(pasteCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Clipboard, Paste, ::testing::ValuesIn(pasteCases), TabulaTest::caseName);
 
 TEST_F(Clipboard, PasteRaisesTheEditEventsAndACancelledCellKeepsItsText)
 {
@@ -141,3 +134,5 @@ TEST_F(Clipboard, CtrlCAndCtrlVReachTheGridUntilTheShortcutsAreTurnedOn)
     grid().setClipboardShortcuts(false);
     EXPECT_FALSE(grid().clipboardShortcuts());
 }
+
+}  // namespace

@@ -36,8 +36,6 @@ protected:
 
 class SettingsFormat : public SettingsFile, public ::testing::WithParamInterface<QSettings::Format> {};
 
-}  // namespace
-
 TEST_P(SettingsFormat, EverySavedPropertySurvivesARoundTripThroughAFile)
 {
     grid().setUserMode(false);
@@ -89,8 +87,6 @@ TEST_F(SettingsFile, ColoursAndFontsAreWrittenReadablyAndDefaultsNotAtAll)
         EXPECT_FALSE(text.contains(name)) << name;
 }
 
-namespace {
-
 struct HandWritten {
     const char* name;
     const char* line;
@@ -108,8 +104,6 @@ const HandWritten handWritten[] = {
 
 class HandWrittenFile : public SettingsFile, public ::testing::WithParamInterface<HandWritten> {};
 
-}  // namespace
-
 TEST_P(HandWrittenFile, IsRead)
 {
     writeFile(QByteArray("[General]\n") + GetParam().line + "\n");
@@ -117,8 +111,7 @@ TEST_P(HandWrittenFile, IsRead)
     EXPECT_TRUE(GetParam().holds(Tabula(SettingsPropertyBag(settings))));
 }
 
-INSTANTIATE_TEST_SUITE_P(Settings, HandWrittenFile, ::testing::ValuesIn(handWritten),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Settings, HandWrittenFile, ::testing::ValuesIn(handWritten), TabulaTest::caseName);
 
 TEST_F(SettingsFile, AnUnreadableColourOrFontFailsWithTheReadError)
 {
@@ -129,3 +122,5 @@ TEST_F(SettingsFile, AnUnreadableColourOrFontFailsWithTheReadError)
         EXPECT_EQ(error.Source, "TabulaControl.Tabula.UserControl_ReadProperties") << line;
     }
 }
+
+}  // namespace

@@ -51,8 +51,7 @@ TEST_P(Arrow, MovesTheCurrentCellByOneScrollingOneStepWhenItLeavesTheView)
     EXPECT_EQ(markedTopEdge(c.fromRow, c.fromCol), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Keyboard, Arrow, ::testing::ValuesIn(arrowCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Keyboard, Arrow, ::testing::ValuesIn(arrowCases), TabulaTest::caseName);
 
 TEST_F(Keyboard, ArrowsAtTheEdgesMoveNothing)
 {

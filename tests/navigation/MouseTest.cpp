@@ -9,8 +9,6 @@ namespace {
 
 class HitTest : public TabulaTest::NavigationFixture {};
 
-}  // namespace
-
 TEST_F(HitTest, MouseRowAndMouseColNameTheLineUnderThePointOrMinusOneOffAllOfThem)
 {
     // Ten rows of 15 pixels under a header row of 15, ten columns of 64 right
@@ -52,8 +50,6 @@ TEST_F(HitTest, MouseRowAndMouseColNameTheLineUnderThePointOrMinusOneOffAllOfThe
     }
 }
 
-namespace {
-
 class Mouse : public TabulaTest::WideGrid {
 protected:
     void doubleClick(QPoint at)
@@ -63,16 +59,7 @@ protected:
         QTest::mouseDClick(surface(), Qt::LeftButton, {}, at);
         release(at);
     }
-    void checkmarks(int32_t col, std::initializer_list<std::pair<int32_t, const char*>> texts)
-    {
-        grid().setColMask(col, TabulaControl::checkmark);
-        for (auto [row, text] : texts)
-            grid().setTextMatrix(row, col, text);
-        log().clear();
-    }
 };
-
-}  // namespace
 
 TEST_F(Mouse, OnlyALeftPressMovesTheCurrentCellAndItDoesSoBeforeTheHostSeesMouseDown)
 {
@@ -134,7 +121,7 @@ TEST_F(Mouse, ShiftPressReachesTheLastLineInLineModesAndIsPlainWithoutAllowSelec
     }
 }
 
-TEST_F(Mouse, InRowModeACellOrRowHeaderPressSelectsAndInvertsOnlyThatRow)
+TEST_F(Mouse, InRowModeACellOrRowHeaderPressInvertsOnlyThatRowAndTheCornerAllButTheAnchor)
 {
     grid().setSelectionMode(SelectionByRow);
     clickCell(3, 2);
@@ -145,9 +132,11 @@ TEST_F(Mouse, InRowModeACellOrRowHeaderPressSelectsAndInvertsOnlyThatRow)
     EXPECT_EQ(shades({{3, 4}, {5, 4}}), "WB") << "the old row is erased";
     click(centre(4, 0));
     EXPECT_EQ(shades({{5, 3}, {4, 1}, {4, 2}, {4, 3}, {4, 4}, {4, 5}}), "WBBBBB");
+    grid().setSelectionMode(SelectionFree);
+    click(centre(0, 0));
+    EXPECT_EQ(shades({{1, 1}, {1, 2}, {10, 4}}), "WBB") << "the corner inverts everything but the anchor";
+    EXPECT_TRUE(grid().BlockSelected());
 }
-
-namespace {
 
 struct HeaderCase {
     const char* name;
@@ -155,27 +144,36 @@ struct HeaderCase {
     bool allowSelection;
     int32_t row, col;
     const char* where;
+    const char* pressed = nullptr;  // the corner, column headers 1 and 3, row headers 1 and 4
 };
 
 // Every case first presses cell (2, 2).
 const HeaderCase headerCases[] = {
-    {"row_header_by_row", SelectionByRow, true, 4, 0, "4,2 in 4,0:4,20"},
-    {"column_header_by_column", SelectionByCol, true, 0, 3, "2,3 in 0,3:50,3"},
-    {"column_header_free", SelectionFree, true, 0, 3, "2,2 in 2,2:2,2"},
-    {"row_header_free", SelectionFree, true, 4, 0, "2,2 in 2,2:2,2"},
+    {"row_header_by_row", SelectionByRow, true, 4, 0, "4,2 in 4,0:4,20", "....P"},
+    {"column_header_by_column", SelectionByCol, true, 0, 3, "2,3 in 0,3:50,3", "..P.."},
+    {"column_header_free", SelectionFree, true, 0, 3, "2,2 in 2,2:2,2", "....."},
+    {"row_header_free", SelectionFree, true, 4, 0, "2,2 in 2,2:2,2", "....."},
     {"column_header_by_row", SelectionByRow, true, 0, 3, "2,2 in 2,0:2,20"},
     {"row_header_without_selection", SelectionByRow, false, 4, 0, "2,2 in 2,2:2,2"},
-    {"corner_free", SelectionFree, true, 0, 0, "1,1 in 1,1:50,20"},
+    {"corner_free", SelectionFree, true, 0, 0, "1,1 in 1,1:50,20", ".PPPP"},
     {"corner_by_row", SelectionByRow, true, 0, 0, "2,2 in 2,0:2,20"},
     {"corner_by_column", SelectionByCol, true, 0, 0, "2,2 in 0,2:50,2"},
     {"corner_without_selection", SelectionFree, false, 0, 0, "2,2 in 2,2:2,2"},
 };
 
-class HeaderPress : public Mouse, public ::testing::WithParamInterface<HeaderCase> {};
+class HeaderPress : public Mouse, public ::testing::WithParamInterface<HeaderCase> {
+protected:
+    // 'P' where the header's top edge is dark, as a pressed button draws it.
+    QString pressedHeaders()
+    {
+        QString result;
+        for (auto [row, col] : {std::pair{0, 0}, {0, 1}, {0, 3}, {1, 0}, {4, 0}})
+            result += pixel(cell(row, col).left() + 6, cell(row, col).top()) == TabulaTest::Black ? 'P' : '.';
+        return result;
+    }
+};
 
-}  // namespace
-
-TEST_P(HeaderPress, SelectsByTheSelectionMode)
+TEST_P(HeaderPress, SelectsByTheSelectionModeAndDrawsTheSelectedHeadersPressedUntilTheNextPress)
 {
     const HeaderCase& c = GetParam();
     grid().setSelectionMode(c.mode);
@@ -186,17 +184,14 @@ TEST_P(HeaderPress, SelectsByTheSelectionMode)
     EXPECT_EQ(where(), c.where);
     const QStringList moved = current() == "2,2" ? QStringList() : QStringList{"RowColChange(2,2)"};
     EXPECT_EQ(log().entries, moved + clickEvents(at));
+    if (!c.pressed)
+        return;
+    EXPECT_EQ(pressedHeaders(), c.pressed);
+    clickCell(2, 2);
+    EXPECT_EQ(pressedHeaders(), ".....");
 }
 
-INSTANTIATE_TEST_SUITE_P(Mouse, HeaderPress, ::testing::ValuesIn(headerCases),
-                         [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(Mouse, TheCornerInFreeModeInvertsEverythingButTheAnchor)
-{
-    click(centre(0, 0));
-    EXPECT_EQ(shades({{1, 1}, {1, 2}, {10, 4}}), "WBB");
-    EXPECT_TRUE(grid().BlockSelected());
-}
+INSTANTIATE_TEST_SUITE_P(Mouse, HeaderPress, ::testing::ValuesIn(headerCases), TabulaTest::caseName);
 
 TEST_F(Mouse, PressesBetweenTheScrollBarsOrBelowTheLastRowChangeNothing)
 {
@@ -219,8 +214,6 @@ TEST_F(Mouse, PressesBetweenTheScrollBarsOrBelowTheLastRowChangeNothing)
     EXPECT_EQ(log().entries, clickEvents(below));
 }
 
-namespace {
-
 struct CutOffCase {
     const char* name;
     int x, y;
@@ -237,8 +230,6 @@ const CutOffCase cutOffCases[] = {
 
 class CutOffPress : public Mouse, public ::testing::WithParamInterface<CutOffCase> {};
 
-}  // namespace
-
 TEST_P(CutOffPress, ScrollsTheCellIntoViewByOneStepEachWayBeforeMoving)
 {
     const CutOffCase& c = GetParam();
@@ -253,12 +244,14 @@ TEST_P(CutOffPress, ScrollsTheCellIntoViewByOneStepEachWayBeforeMoving)
     EXPECT_EQ(log().entries, expected + QStringList{"RowColChange(1,1)"} + clickEvents(at));
 }
 
-INSTANTIATE_TEST_SUITE_P(Mouse, CutOffPress, ::testing::ValuesIn(cutOffCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Mouse, CutOffPress, ::testing::ValuesIn(cutOffCases), TabulaTest::caseName);
 
 TEST_F(Mouse, APressTogglesACheckmarkCellAndAShiftPressTheCurrentOne)
 {
-    checkmarks(2, {{1, "0"}, {2, "abc"}, {3, "0"}});
+    grid().setColMask(2, TabulaControl::checkmark);
+    for (auto [row, text] : {std::pair{1, "0"}, {2, "abc"}, {3, "0"}})
+        grid().setTextMatrix(row, 2, text);
+    log().clear();
     const QPoint at = centre(1, 2);
     click(at);
     EXPECT_EQ(grid().TextMatrix(1, 2), "1");
@@ -273,14 +266,11 @@ TEST_F(Mouse, APressTogglesACheckmarkCellAndAShiftPressTheCurrentOne)
     EXPECT_EQ(current(), "2,2");
     EXPECT_EQ(log().only({"AfterEdit"}),
               QStringList({"AfterEdit(1,2,1)", "AfterEdit(1,2,0)", "AfterEdit(2,2,1)", "AfterEdit(2,2,0)"}));
-}
 
-TEST_F(Mouse, ACheckmarkCellThatDisallowsEditingKeepsItsTextAndMark)
-{
     grid().setColAllowEdit(2, false);
-    checkmarks(2, {{1, "0"}});
+    log().clear();
     clickCell(1, 2);
-    EXPECT_EQ(grid().TextMatrix(1, 2), "0");
+    EXPECT_EQ(grid().TextMatrix(1, 2), "0") << "a column that allows no edit keeps its text";
     EXPECT_TRUE(log().only({"AfterEdit"}).isEmpty());
     EXPECT_GT(markedTopEdge(1, 2), 10);
 }
@@ -407,49 +397,4 @@ TEST_F(Mouse, APressClosesAnOpenDropDownList)
     EXPECT_FALSE(child("cmdLookup")->isVisible()) << "column 2 has no lookup";
 }
 
-namespace {
-
-struct HeaderMarkCase {
-    const char* name;
-    SelectModes mode;
-    int32_t row, col;
-    const char* pressed;  // the corner, column headers 1 and 3, row headers 1 and 4
-};
-
-const HeaderMarkCase headerMarkCases[] = {
-    {"column_header_by_column", SelectionByCol, 0, 3, "..P.."},
-    {"column_header_free", SelectionFree, 0, 3, "....."},
-    {"row_header_by_row", SelectionByRow, 4, 0, "....P"},
-    {"row_header_free", SelectionFree, 4, 0, "....."},
-    {"corner", SelectionFree, 0, 0, ".PPPP"},
-};
-
-class HeaderMark : public Mouse, public ::testing::WithParamInterface<HeaderMarkCase> {
-protected:
-    // 'P' where the header's top edge is dark, as a pressed button draws it.
-    QString pressedHeaders()
-    {
-        QString result;
-        for (auto [row, col] : {std::pair{0, 0}, {0, 1}, {0, 3}, {1, 0}, {4, 0}}) {
-            const QRect r = cell(row, col);
-            result += pixel(r.left() + 6, r.top()) == TabulaTest::Black ? 'P' : '.';
-        }
-        return result;
-    }
-};
-
 }  // namespace
-
-TEST_P(HeaderMark, AHeaderPressDrawsTheSelectedHeadersPressedUntilTheNextPress)
-{
-    const HeaderMarkCase& c = GetParam();
-    grid().setSelectionMode(c.mode);
-    EXPECT_EQ(pressedHeaders(), ".....");
-    clickCell(c.row, c.col);
-    EXPECT_EQ(pressedHeaders(), c.pressed);
-    clickCell(2, 2);
-    EXPECT_EQ(pressedHeaders(), ".....");
-}
-
-INSTANTIATE_TEST_SUITE_P(Mouse, HeaderMark, ::testing::ValuesIn(headerMarkCases),
-                         [](const auto& info) { return std::string(info.param.name); });

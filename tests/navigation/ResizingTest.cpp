@@ -31,8 +31,6 @@ protected:
     }
 };
 
-}  // namespace
-
 TEST_F(Resizing, TheSizingPointerShowsWithinTwoPixelsOfABorderOnTheHeaderRowOnly)
 {
     struct {
@@ -72,8 +70,6 @@ TEST_F(Resizing, DraggingABorderSetsTheColumnWidthOnRelease)
     EXPECT_EQ(current(), "1,1");
 }
 
-namespace {
-
 struct BorderCase {
     const char* name;
     bool rowHeader;
@@ -93,8 +89,6 @@ const BorderCase borderCases[] = {
 
 class BorderDrag : public Resizing, public ::testing::WithParamInterface<BorderCase> {};
 
-}  // namespace
-
 TEST_P(BorderDrag, ResizesOnlyTheColumnOfTheGrabbedBorder)
 {
     const BorderCase& c = GetParam();
@@ -113,8 +107,7 @@ TEST_P(BorderDrag, ResizesOnlyTheColumnOfTheGrabbedBorder)
         EXPECT_EQ(grid().ColWidth(col), widths[static_cast<size_t>(col)]) << "column " << col;
 }
 
-INSTANTIATE_TEST_SUITE_P(Resizing, BorderDrag, ::testing::ValuesIn(borderCases),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(Resizing, BorderDrag, ::testing::ValuesIn(borderCases), TabulaTest::caseName);
 
 TEST_F(Resizing, TheBarStopsBeforeTheVerticalScrollBarOrAtTheSurfaceWidth)
 {
@@ -189,3 +182,5 @@ TEST_F(Resizing, RowSizingIsAStateThatAppliesNothing)
     EXPECT_EQ(current(), "1,1");
     EXPECT_EQ(log().only({"MouseDown", "RowColChange"}), QStringList());
 }
+
+}  // namespace

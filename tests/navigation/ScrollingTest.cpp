@@ -2,8 +2,6 @@
 
 using TabulaControl::SelectionByCol;
 using TabulaControl::SelectionByRow;
-using TabulaControl::SelectionFree;
-using TabulaControl::SelectModes;
 
 namespace {
 
@@ -58,8 +56,6 @@ protected:
         }
     }
 };
-
-}  // namespace
 
 TEST_F(Scrolling, OneStepMovesThePixelsByOneLineAndRaisesOneScroll)
 {
@@ -225,44 +221,4 @@ TEST_F(Scrolling, AScrollClosesAnOpenDropDownList)
     EXPECT_EQ(log().entries, QStringList({"Scroll"}));
 }
 
-namespace {
-
-struct StepCase {
-    const char* name;
-    SelectModes mode;
-    bool vertical;
-    int32_t from;
-    QAbstractSlider::SliderAction action;
-    const char* shades;  // cells (5,4) (5,5) (6,4) (6,5) (7,5) (4,4)
-};
-
-// Each case makes (5,4) current and selects to (6,5) before the step. A step
-// takes a free block's inversion off until the next repaint; the by-row mode
-// erases its rows and inverts the current one; the by-column mode toggles
-// without erasing first.
-const StepCase stepCases[] = {
-    {"rows_down_free", SelectionFree, true, 1, QAbstractSlider::SliderSingleStepAdd, "WWWWWW"},
-    {"columns_left_free", SelectionFree, false, 3, QAbstractSlider::SliderSingleStepSub, "WWWWWW"},
-    {"rows_up_by_row", SelectionByRow, true, 3, QAbstractSlider::SliderSingleStepSub, "BBWWWW"},
-    {"columns_right_by_column", SelectionByCol, false, 1, QAbstractSlider::SliderSingleStepAdd, "WBWBBW"},
-};
-
-class OneStep : public TabulaTest::WideGrid, public ::testing::WithParamInterface<StepCase> {};
-
 }  // namespace
-
-TEST_P(OneStep, RedrawsTheSelectionAndTheCurrentCellsMark)
-{
-    const StepCase& c = GetParam();
-    grid().setSelectionMode(c.mode);
-    QScrollBar* bar = c.vertical ? vertical() : horizontal();
-    bar->setValue(c.from);
-    clickCell(5, 4);
-    clickCell(6, 5, Qt::ShiftModifier);
-    bar->triggerAction(c.action);
-    EXPECT_EQ(shades({{5, 4}, {5, 5}, {6, 4}, {6, 5}, {7, 5}, {4, 4}}), c.shades);
-    EXPECT_GT(markedTopEdge(5, 4), 10);
-}
-
-INSTANTIATE_TEST_SUITE_P(Scrolling, OneStep, ::testing::ValuesIn(stepCases),
-                         [](const auto& info) { return std::string(info.param.name); });

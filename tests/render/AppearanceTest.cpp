@@ -1,5 +1,4 @@
-#include "tests/render/RenderSupport.h"
-#include "tests/support/GridFixture.h"
+#include "tests/navigation/NavigationFixture.h"
 
 #include <QApplication>
 
@@ -15,26 +14,9 @@ using TabulaTest::rgbOf;
 
 namespace {
 
-constexpr uint32_t Marker = 0x123456;
-constexpr uint32_t LightGrey = 0xC0C0C0;
-
-// Top-left pixel of a data cell with both headers shown, grid lines on and
-// nothing scrolled.
-QPoint cellOrigin(Tabula& grid, int row, int col)
-{
-    int x = 1 + grid.ColWidth(0) + 1, y = 1 + grid.RowHeight(0) + 1;
-    for (int c = 1; c < col; ++c)
-        x += grid.ColWidth(c) + 1;
-    for (int r = 1; r < row; ++r)
-        y += grid.RowHeight(r) + 1;
-    return {x, y};
-}
-
-QRect cellInterior(Tabula& grid, int row, int col)
-{
-    const QPoint origin = cellOrigin(grid, row, col);
-    return {origin.x() + 2, origin.y() + 2, grid.ColWidth(col) - 4, grid.RowHeight(row) - 4};
-}
+using TabulaTest::Black;
+using TabulaTest::Face;
+using TabulaTest::White;
 
 FontRef copyOf(const FontRef& font) { return std::make_shared<StdFont>(*font); }
 
@@ -91,88 +73,61 @@ const NotifyCase notifyCases[] = {
 
 #undef SETS
 
-INSTANTIATE_TEST_SUITE_P(Members, AppearanceNotifications, ::testing::ValuesIn(notifyCases), caseName<NotifyCase>);
+INSTANTIATE_TEST_SUITE_P(Members, AppearanceNotifications, ::testing::ValuesIn(notifyCases), caseName);
 
 struct RepaintCase {
     const char* name;
-    std::function<void(TabulaControl::detail::Grid&)> set;
+    std::function<void(Tabula&)> set;
     bool repaints;
 };
 
-// A marker pixel put on the surface survives a setter that does not repaint
-// the cells; a full repaint paints over it.
-class AppearanceRepaints : public TabulaTest::EngineFixture, public ::testing::WithParamInterface<RepaintCase> {};
+// Text stored with AutoRedraw off shows only once the cells are repainted.
+class AppearanceRepaints : public TabulaTest::NavigationFixture, public ::testing::WithParamInterface<RepaintCase> {};
 
 TEST_P(AppearanceRepaints, RepaintTheCellsUnlessTheyOnlyTouchBorderPointerOrTextColour)
 {
-    s().mAutoRedraw = false;
-    const QPoint spots[] = {{60, 8}, {60, 24}, {200, 200}};
-    for (QPoint p : spots)
-        g().surface.fill({p.x(), p.y(), p.x() + 1, p.y() + 1}, rgbOf(Marker));
-    GetParam().set(g());
-    for (QPoint p : spots)
-        EXPECT_EQ(pixel(p.x(), p.y()) == Marker, !GetParam().repaints) << p.x() << "," << p.y();
+    grid().setAutoRedraw(false);
+    grid().setTextMatrix(1, 1, "WWWW");
+    const QRect inside = cell(1, 1).adjusted(2, 2, -2, -2);
+    const int area = inside.width() * inside.height();
+    ASSERT_EQ(countOf(picture(), inside, White), area);
+    GetParam().set(grid());
+    EXPECT_EQ(countOf(picture(), inside, White) < area, GetParam().repaints);
 }
 
 const RepaintCase repaintCases[] = {
-    {"ColHeader", [](auto& g) { g.setColHeader(true); }, true},
-    {"RowHeader", [](auto& g) { g.setRowHeader(true); }, true},
-    {"ShowGrid", [](auto& g) { g.setShowGrid(true); }, true},
-    {"GridSolid", [](auto& g) { g.setGridSolid(true); }, true},
-    {"GridLineColor", [](auto& g) { g.setGridLineColor(0xC0C0C0); }, true},
-    {"BorderStyle", [](auto& g) { g.setBorderStyle(3); }, false},
-    {"MousePointer", [](auto& g) { g.setMousePointer(2); }, false},
-    {"UseBackColorAlt", [](auto& g) { g.setUseBackColorAlt(false); }, true},
-    {"BackColor", [](auto& g) { g.setBackColor(0xFFFFFF); }, true},
-    {"BackColorAlt", [](auto& g) { g.setBackColorAlt(0xFFFFFF); }, true},
-    {"BackColorFixed", [](auto& g) { g.setBackColorFixed(0xC0C0C0); }, true},
-    {"ForeColor", [](auto& g) { g.setForeColor(0xFF); }, false},
-    {"ForeColorFixed", [](auto& g) { g.setForeColorFixed(0xFF); }, true},
-    {"FixedStyleSameValue", [](auto& g) { g.setFixedStyle(1); }, true},
-    {"Font", [](auto& g) { g.setFont(g.s.mFont); }, true},
-    {"FontEdit", [](auto& g) { g.setFontEdit(g.s.mFontEdit); }, true},
-    {"FontFixed", [](auto& g) { g.setFontFixed(g.s.mFontFixed); }, true},
-    {"BackColorBkg", [](auto& g) { g.setBackColorBkg(0x808080); }, true},
-    {"FormatString", [](auto& g) { g.setFormatString(""); }, true},
+    {"ColHeader", [](Tabula& g) { g.setColHeader(true); }, true},
+    {"RowHeader", [](Tabula& g) { g.setRowHeader(true); }, true},
+    {"ShowGrid", [](Tabula& g) { g.setShowGrid(true); }, true},
+    {"GridSolid", [](Tabula& g) { g.setGridSolid(true); }, true},
+    {"GridLineColor", [](Tabula& g) { g.setGridLineColor(0xC0C0C0); }, true},
+    {"BorderStyle", [](Tabula& g) { g.setBorderStyle(TabulaControl::ThinInset); }, false},
+    {"MousePointer", [](Tabula& g) { g.setMousePointer(2); }, false},
+    {"UseBackColorAlt", [](Tabula& g) { g.setUseBackColorAlt(false); }, true},
+    {"BackColor", [](Tabula& g) { g.setBackColor(0xFFFFFF); }, true},
+    {"BackColorAlt", [](Tabula& g) { g.setBackColorAlt(0xFFFFFF); }, true},
+    {"BackColorFixed", [](Tabula& g) { g.setBackColorFixed(0xC0C0C0); }, true},
+    {"ForeColor", [](Tabula& g) { g.setForeColor(0xFF); }, false},
+    {"ForeColorFixed", [](Tabula& g) { g.setForeColorFixed(0xFF); }, true},
+    {"FixedStyleSameValue", [](Tabula& g) { g.setFixedStyle(TabulaControl::ThreeD); }, true},
+    {"Font", [](Tabula& g) { g.setFont(g.Font()); }, true},
+    {"FontEdit", [](Tabula& g) { g.setFontEdit(g.FontEdit()); }, true},
+    {"FontFixed", [](Tabula& g) { g.setFontFixed(g.FontFixed()); }, true},
+    {"BackColorBkg", [](Tabula& g) { g.setBackColorBkg(0x808080); }, true},
+    {"FormatString", [](Tabula& g) { g.setFormatString(""); }, true},
 };
 
-INSTANTIATE_TEST_SUITE_P(Setters, AppearanceRepaints, ::testing::ValuesIn(repaintCases), caseName<RepaintCase>);
+INSTANTIATE_TEST_SUITE_P(Setters, AppearanceRepaints, ::testing::ValuesIn(repaintCases), caseName);
 
-class AppearanceEngine : public TabulaTest::EngineFixture {
-protected:
-    QStringList notified;
-    void SetUp() override
-    {
-        EngineFixture::SetUp();
-        g().onPropertyChanged = [this](const QString& name) { notified.append(name); };
-    }
-};
-
-TEST_F(AppearanceEngine, BackColorSetsTheSharedColourAndReinitialisesOnlyAnEmptyGridsHeaderRow)
-{
-    g().Clear();
-    s().mCells.setTextAlignVertical(0, 2, 3);
-    s().mCells.setStyle(0, 2, 0);
-    g().setBackColor(0xEEEEEE);
-    EXPECT_EQ(s().mCells.TextAlignVertical(0, 2), 1);
-    EXPECT_EQ(s().mCells.Style(0, 2), 1);
-    EXPECT_EQ(TabulaControl::detail::SharedBackColor, 0xEEEEEEu);
-
-    g().setRows(3);
-    s().mCells.setStyle(2, 2, 0);
-    g().setBackColor(0xDDDDDD);
-    EXPECT_EQ(s().mCells.Style(2, 2), 0);
-}
-
-class AppearanceSurface : public TabulaTest::GridFixture {};
+class AppearanceSurface : public TabulaTest::NavigationFixture {};
 
 TEST_F(AppearanceSurface, BackgroundColourShowsAroundTheSurfaceOnlyWithoutBorder)
 {
     grid().setBorderStyle(TabulaControl::ThinRaised);
     grid().setBackColorBkg(0xFF0000);
     QApplication::processEvents();
-    EXPECT_EQ(grid().grab().toImage().pixel(1, 1) & 0xFFFFFF, LightGrey);
-    const QPoint belowLastRow = cellOrigin(grid(), 1, 2) + QPoint(10, 2 * grid().RowHeight(1));
+    EXPECT_EQ(grid().grab().toImage().pixel(1, 1) & 0xFFFFFF, Face);
+    const QPoint belowLastRow = cell(1, 2).topLeft() + QPoint(10, 2 * grid().RowHeight(1));
     EXPECT_EQ(pixel(belowLastRow.x(), belowLastRow.y()), 0x0000FFu);
 
     grid().setBorderStyle(TabulaControl::NoBorder);
@@ -196,27 +151,23 @@ TEST_F(AppearanceSurface, SixteenBitStylesOverflow)
     EXPECT_EQ(grid().FixedStyle(), TabulaControl::ThreeD);
 }
 
-TEST_F(AppearanceSurface, BackColorAndForeColorAreSharedByEveryGridOfTheThread)
+TEST_F(AppearanceSurface, BackColorAndForeColorAreSharedByEveryGridOfTheThreadUntilANewOne)
 {
     Tabula other;
     other.resize(400, 300);
     other.show();
     QApplication::processEvents();
     other.setRows(2);
+    grid().setRows(2);
     grid().setBackColor(0x40FF80);
     grid().setForeColor(0x0000C0);
     EXPECT_EQ(other.BackColor(), 0x40FF80u);
     EXPECT_EQ(other.ForeColor(), 0x0000C0u);
     other.Refresh();
-    const QPoint cell = cellOrigin(other, 2, 3);
-    EXPECT_EQ(other.Picture().pixel(cell.x() + 5, cell.y() + 5) & 0xFFFFFF, rgbOf(0x40FF80));
-}
-
-TEST_F(AppearanceSurface, ANewGridResetsTheSharedColours)
-{
-    grid().setBackColor(0x40FF80);
-    Tabula other;
-    EXPECT_EQ(grid().BackColor(), 0xFFFFFFu);
+    const QPoint inside = cell(2, 3).topLeft() + QPoint(5, 5);
+    EXPECT_EQ(other.Picture().pixel(inside) & 0xFFFFFF, rgbOf(0x40FF80));
+    Tabula third;
+    EXPECT_EQ(grid().BackColor(), 0xFFFFFFu) << "a new grid resets them";
     EXPECT_EQ(grid().ForeColor(), 0x80000012u);
 }
 
@@ -238,16 +189,49 @@ TEST_F(AppearanceSurface, ForeColorAndChangesThroughTheFontObjectShowOnlyAtTheNe
     grid().setTextMatrix(1, 3, "WWWW");
     FontRef font = copyOf(grid().Font());
     grid().setFont(font);
-    const QRect cell = cellInterior(grid(), 1, 3);
+    const QRect inside = cell(1, 3).adjusted(2, 2, -2, -2);
     const QImage before = picture();
-    const int plain = countOf(before, cell, 0x000000);
+    const int plain = countOf(before, inside, Black);
     ASSERT_GT(plain, 0);
     font->Bold = true;
     grid().setForeColor(0x0000FF);
     EXPECT_EQ(picture(), before);
     grid().Refresh();
     EXPECT_EQ(grid().Font(), font);
-    EXPECT_GT(countOf(picture(), cell, 0xFF0000), plain);
+    EXPECT_GT(countOf(picture(), inside, 0xFF0000), plain);
+}
+
+TEST_F(AppearanceSurface, CellBackgroundIsTheRowsOwnColourThenTheAlternateThenTheGrids)
+{
+    grid().setBackColorAlt(0x00FFFF);
+    grid().setUseBackColorAlt(true);
+    grid().setRows(0);
+    grid().AddItem("", 0x0000FF);
+    grid().AddItem("", 0x0000FF);
+    grid().AddItem("", static_cast<int32_t>(0x80000001u));  // a system colour counts as none
+    grid().AddItem("");
+    const uint32_t expected[] = {0xFF0000, 0xFF0000, 0xFFFF00, White};
+    for (int32_t row = 1; row <= 4; ++row) {
+        const QRect r = cell(row, 2);
+        EXPECT_EQ(countOf(picture(), r, expected[row - 1]), r.width() * r.height()) << "row " << row;
+    }
+}
+
+TEST_F(AppearanceSurface, ACheckBoxSitsAtTheCentreRoundedToEvenAndANarrowCellShowsNoText)
+{
+    grid().setColMask(1, TabulaControl::checkmark);
+    grid().setTextMatrix(1, 1, "1");
+    for (auto [width, left] : {std::pair{65, 60}, {63, 58}}) {
+        grid().setColWidth(1, width);
+        const int top = cell(1, 1).top() + 1;
+        EXPECT_EQ(pixel(left, top), 0x808080u) << "width " << width;
+        EXPECT_EQ(pixel(left - 1, top), White) << "width " << width;
+    }
+    grid().setColMask(2, TabulaControl::NoMask);
+    grid().setColWidth(2, 4);
+    grid().setTextMatrix(1, 2, "WWW");
+    const QRect narrow = cell(1, 2);
+    EXPECT_EQ(countOf(picture(), narrow, White), narrow.width() * narrow.height());
 }
 
 
@@ -271,8 +255,7 @@ TEST_P(NullFont, FailsWithTheComponentErrorAndKeepsTheFont)
 }
 
 #define FONT(Name) NullFontCase{#Name, [](Tabula& g, FontRef f) { g.set##Name(f); }, [](Tabula& g) { return g.Name(); }}
-INSTANTIATE_TEST_SUITE_P(Members, NullFont, ::testing::Values(FONT(Font), FONT(FontEdit), FONT(FontFixed)),
-                         caseName<NullFontCase>);
+INSTANTIATE_TEST_SUITE_P(Members, NullFont, ::testing::Values(FONT(Font), FONT(FontEdit), FONT(FontFixed)), caseName);
 #undef FONT
 
 }  // namespace

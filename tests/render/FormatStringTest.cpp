@@ -1,4 +1,3 @@
-#include "tests/render/RenderSupport.h"
 #include "tests/support/GridFixture.h"
 
 #include <QFontMetricsF>
@@ -26,18 +25,18 @@ int captionWidth(const QWidget& control, const QString& text)
     return static_cast<int>(std::nearbyint(measured(control, text)));
 }
 
-// A data column after parsing: kept as it was ("old<c>", width 70 + c,
-// alignment 2), reset (no caption, width 64, alignment kept) or captioned.
+// A data column after parsing: kept as it was ("old<c>", width 70 + c),
+// reset (no caption, width 64) or captioned. Alignments show in the golden
+// pictures.
 struct Column {
     enum { Kept, Reset, Caption } outcome;
     QString caption = {};
-    int align = 0;
     QString measuredText = {};
 };
 const Column K{Column::Kept}, R{Column::Reset};
-Column cap(const QString& text, int align = 0, const QString& measuredText = {})
+Column cap(const QString& text, const QString& measuredText = {})
 {
-    return {Column::Caption, text, align, measuredText.isNull() ? text : measuredText};
+    return {Column::Caption, text, measuredText.isNull() ? text : measuredText};
 }
 
 struct HeaderCase {
@@ -50,51 +49,50 @@ struct HeaderCase {
     QString corner = QStringLiteral("corner");
 };
 
-class FormatStringGrammar : public TabulaTest::EngineFixture, public ::testing::WithParamInterface<HeaderCase> {};
+class FormatStringGrammar : public TabulaTest::GridFixture, public ::testing::WithParamInterface<HeaderCase> {};
 
-TEST_P(FormatStringGrammar, SetsCaptionsAlignmentsWidthsAndCounts)
+TEST_P(FormatStringGrammar, SetsCaptionsWidthsAndCounts)
 {
-    for (int16_t c = 1; c <= 5; ++c) {
-        s().mCells.setText(0, c, QStringLiteral("old%1").arg(c));
-        s().mColWidth(c) = static_cast<int16_t>(70 + c);
-        s().mColAlign(c) = 2;
+    for (int32_t c = 1; c <= 5; ++c) {
+        grid().setTextMatrix(0, c, QStringLiteral("old%1").arg(c));
+        grid().setColWidth(c, 70 + c);
     }
-    s().mCells.setText(0, 0, QStringLiteral("corner"));
+    grid().setTextMatrix(0, 0, QStringLiteral("corner"));
     const HeaderCase& h = GetParam();
-    g().setFormatString(h.format);
+    grid().setFormatString(h.format);
 
-    EXPECT_EQ(s().mFormatString, h.format);
-    EXPECT_EQ(s().mCols, h.cols);
-    EXPECT_EQ(s().mRows, h.rows);
-    for (int16_t c = 1; c <= int16_t(h.columns.size()); ++c) {
-        const Column& e = h.columns[c - 1];
+    EXPECT_EQ(grid().FormatString(), h.format);
+    EXPECT_EQ(grid().Cols(), h.cols);
+    EXPECT_EQ(grid().Rows(), h.rows);
+    for (int32_t c = 1; c <= int32_t(h.columns.size()); ++c) {
+        const Column& e = h.columns[size_t(c - 1)];
         const bool kept = e.outcome == Column::Kept, captioned = e.outcome == Column::Caption;
-        EXPECT_EQ(s().mCells.Text(0, c), kept ? QStringLiteral("old%1").arg(c) : e.caption) << "column " << c;
-        EXPECT_EQ(s().mColWidth(c), kept ? 70 + c : captioned ? captionWidth(host_, e.measuredText) : 64) << "column " << c;
-        EXPECT_EQ(s().mColAlign(c), captioned ? e.align : 2) << "column " << c;
+        EXPECT_EQ(grid().TextMatrix(0, c), kept ? QStringLiteral("old%1").arg(c) : e.caption) << "column " << c;
+        EXPECT_EQ(grid().ColWidth(c), kept ? 70 + c : captioned ? captionWidth(grid(), e.measuredText) : 64)
+            << "column " << c;
     }
     int headerColumn = h.headerColumnBase;
     for (size_t i = 0; i < h.rowCaptions.size(); ++i) {
-        EXPECT_EQ(s().mCells.Text(static_cast<int16_t>(i + 1), 0), h.rowCaptions[i]) << "row " << i + 1;
-        if (measured(host_, h.rowCaptions[i]) > headerColumn)
-            headerColumn = captionWidth(host_, h.rowCaptions[i]);
+        EXPECT_EQ(grid().TextMatrix(int32_t(i + 1), 0), h.rowCaptions[i]) << "row " << i + 1;
+        if (measured(grid(), h.rowCaptions[i]) > headerColumn)
+            headerColumn = captionWidth(grid(), h.rowCaptions[i]);
     }
-    EXPECT_EQ(s().mCells.Text(0, 0), h.corner);
-    EXPECT_EQ(s().mColWidth(0), headerColumn);
+    EXPECT_EQ(grid().TextMatrix(0, 0), h.corner);
+    EXPECT_EQ(grid().ColWidth(0), headerColumn);
 }
 
 const HeaderCase headerCases[] = {
     {"MarksSetAlignmentsAndTheResetStartsOneColumnLate", "Name|^Qty|>Price", 5, 1,
-     {cap("Name"), cap("Qty", 1), cap("Price", 2), K, R}},
+     {cap("Name"), cap("Qty"), cap("Price"), K, R}},
     {"MoreCaptionsThanColumnsGrowCols", "A|B|C|D|E|F|G", 7, 1,
      {cap("A"), cap("B"), cap("C"), cap("D"), cap("E"), cap("F"), cap("G")}},
     {"LeadingSeparatorClearsColumnOne", "|X", 5, 1, {R, cap("X"), K, R, R}},
     {"RowCaptionsFollowTheSemicolon", "Name;Row one;Row two", 5, 2, {cap("Name"), K, K, K, K}, {"Row one", "Row two"}},
     {"EmptyFinalTokenSkipsTheReset", "A|B|", 5, 1, {cap("A"), cap("B"), K, K, K}},
-    {"TrailingBlanksWidenButAreNotStored", "Pad  |B", 5, 1, {cap("Pad", 0, "Pad  "), cap("B"), K, R, R}},
-    {"OnlyTheFirstMarkIsAMark", "^^Mid", 5, 1, {cap("^Mid", 1), K, R, R, R}},
-    {"LeadingBlanksStay", "  Lead  ", 5, 1, {cap("  Lead", 0, "  Lead  "), K, R}},
-    {"RowCaptionsHaveNoMarks", "<Left;<r1", 5, 1, {cap("Left", 0), K, K, K, K}, {"<r1"}},
+    {"TrailingBlanksWidenButAreNotStored", "Pad  |B", 5, 1, {cap("Pad", "Pad  "), cap("B"), K, R, R}},
+    {"OnlyTheFirstMarkIsAMark", "^^Mid", 5, 1, {cap("^Mid"), K, R, R, R}},
+    {"LeadingBlanksStay", "  Lead  ", 5, 1, {cap("  Lead", "  Lead  "), K, R}},
+    {"RowCaptionsHaveNoMarks", "<Left;<r1", 5, 1, {cap("Left"), K, K, K, K}, {"<r1"}},
     {"EmptyTokenAfterARowCaptionClearsTheCorner", "A;X;;Y", 5, 2, {cap("A"), K, K, K, K}, {"X", "Y"}, 64, ""},
     {"EmptyStringChangesNothing", "", 5, 1, {K, K, K, K, K}},
     {"SemicolonAloneEndsAColumnCaption", "A;", 5, 1, {cap("A"), K, K, K, K}},
@@ -102,57 +100,48 @@ const HeaderCase headerCases[] = {
     {"EmptyRowTokenClearsTheNextColumn", "x;;", 5, 1, {cap("x"), R, K, K, K}},
     {"RowCaptionsGrowRowsAndNarrowCaptionsKeepColumnZero", "A;1;2;3;4", 5, 4, {cap("A"), K}, {"1", "2", "3", "4"}},
     {"BarsSeparateRowCaptionsToo", "A|B;R1|R2", 5, 2, {cap("A"), cap("B"), K, K, K}, {"R1", "R2"}},
-    {"MarkWithoutText", "^", 5, 1, {cap("", 1, ""), K, R, R, R}},
+    {"MarkWithoutText", "^", 5, 1, {cap("", ""), K, R, R, R}},
     {"LongRowCaptionWidensColumnZero", "x;A rather long row caption", 5, 1, {cap("x"), K},
      {"A rather long row caption"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Strings, FormatStringGrammar, ::testing::ValuesIn(headerCases),
-                         TabulaTest::caseName<HeaderCase>);
-
-class FormatStringEngine : public TabulaTest::EngineFixture {};
-
-TEST_F(FormatStringEngine, WidthsFollowTheControlsOwnFontNotTheGridFont)
-{
-    QFont large = host_.font();
-    large.setPointSize(30);
-    host_.setFont(large);
-    s().mFont->Size = 4;
-    g().setFormatString("Wide caption");
-    EXPECT_EQ(s().mColWidth(1), captionWidth(host_, "Wide caption"));
-    EXPECT_GT(s().mColWidth(1), 100);
-}
-
-TEST_F(FormatStringEngine, FormatStringAndAutoSetupRemoveEveryLookupList)
-{
-    g().AddLookup(2, "one", {});
-    g().AddLookup(4, "two", 7);
-    ASSERT_TRUE(g().ColHasLookup(2));
-    g().setFormatString("A");
-    EXPECT_FALSE(g().ColHasLookup(2));
-    EXPECT_FALSE(g().ColHasLookup(4));
-
-    g().AddLookup(1, "one", {});
-    g().AutoSetup(2, 3, true, true, QString("A|B|C"));
-    EXPECT_FALSE(g().ColHasLookup(1));
-    EXPECT_EQ(s().mCells.Text(0, 3), "C");
-}
-
-TEST_F(FormatStringEngine, UpdateHeaderParsesTheStoredStringWithoutNotifyingAndOverflowsPastSixteenBits)
-{
-    QStringList notified;
-    g().onPropertyChanged = [&](const QString& name) { notified.append(name); };
-    s().mFormatString = ">Total";
-    g().updateHeader();
-    EXPECT_EQ(s().mCells.Text(0, 1), "Total");
-    EXPECT_EQ(s().mColAlign(1), 2);
-    EXPECT_TRUE(notified.isEmpty());
-
-    s().mFormatString = QString(20000, QLatin1Char('W'));
-    EXPECT_EQ(TabulaTest::errorCodeOf([&] { g().updateHeader(); }), TabulaControl::detail::RuntimeError::Overflow);
-}
+INSTANTIATE_TEST_SUITE_P(Strings, FormatStringGrammar, ::testing::ValuesIn(headerCases), TabulaTest::caseName);
 
 class FormatStringProperty : public TabulaTest::GridFixture {};
+
+TEST_F(FormatStringProperty, WidthsFollowTheControlsOwnFontNotTheGridFont)
+{
+    QFont large = grid().QWidget::font();
+    large.setPointSize(30);
+    grid().QWidget::setFont(large);
+    grid().Font()->Size = 4;
+    grid().setFormatString("Wide caption");
+    EXPECT_EQ(grid().ColWidth(1), captionWidth(grid(), "Wide caption"));
+    EXPECT_GT(grid().ColWidth(1), 100);
+}
+
+TEST_F(FormatStringProperty, FormatStringAndAutoSetupRemoveEveryLookupList)
+{
+    grid().AddLookup(2, "one");
+    grid().AddLookup(4, "two", 7);
+    grid().setFormatString("A");
+    EXPECT_FALSE(grid().ColHasLookup(2));
+    EXPECT_FALSE(grid().ColHasLookup(4));
+    grid().AddLookup(1, "one");
+    grid().AutoSetup(2, 3, true, true, QString("A|B|C"));
+    EXPECT_FALSE(grid().ColHasLookup(1));
+    EXPECT_EQ(grid().TextMatrix(0, 3), "C");
+}
+
+TEST_F(FormatStringProperty, ALoadedStringIsParsedAndAWidthPastSixteenBitsFails)
+{
+    TabulaControl::MemoryPropertyBag bag;
+    bag.values.insert("FormatString", ">Total");
+    Tabula loaded(bag);
+    EXPECT_EQ(loaded.TextMatrix(0, 1), "Total");
+    EXPECT_EQ(errorOf([&] { grid().setFormatString(QString(20000, QLatin1Char('W'))); }).Source,
+              "TabulaControl.Tabula.FormatString");
+}
 
 TEST_F(FormatStringProperty, ReadsBackAsGivenAndNotifiesOnce)
 {

@@ -4,7 +4,6 @@
 // writes the actual picture to golden-actual/ in the build directory.
 
 #include "tests/navigation/NavigationFixture.h"
-#include "tests/render/RenderSupport.h"
 
 #include <QDir>
 
@@ -168,6 +167,8 @@ const GoldenCase cases[] = {
     {"grid_dotted_flat", [](T t) { t.fill(6, 4), t.g().setGridSolid(false), t.g().setFixedStyle(Flat); }},
     {"without_grid", [](T t) { t.fill(6, 4), t.g().setShowGrid(false); }},
     {"without_headers", [](T t) { t.fill(6, 4), t.g().setColHeader(false), t.g().setRowHeader(false); }},
+    {"without_header_row", [](T t) { t.fill(3, 3), t.g().setColHeader(false); }},
+    {"without_header_column", [](T t) { t.fill(3, 3), t.g().setRowHeader(false); }},
     {"border_none", [](T t) { t.fill(3, 3), t.g().setBackColorBkg(0xFF0000), t.g().setBorderStyle(NoBorder); }},
     {"fonts",
      [](T t) {
@@ -261,7 +262,7 @@ const GoldenCase cases[] = {
      }},
 };
 
-INSTANTIATE_TEST_SUITE_P(Golden, Golden, ::testing::ValuesIn(cases), caseName<GoldenCase>);
+INSTANTIATE_TEST_SUITE_P(Golden, Golden, ::testing::ValuesIn(cases), caseName);
 
 int deviceEdge(int v, qreal ratio) { return static_cast<int>(std::floor(v * ratio + 0.5)); }
 

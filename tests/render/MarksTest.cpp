@@ -126,20 +126,4 @@ TEST_P(MarksCase, PictureMatchesMarksDrawnIntoThePixels)
 }
 
 INSTANTIATE_TEST_SUITE_P(Marks, MarksCase, ::testing::ValuesIn(cases),
-                         [](const ::testing::TestParamInfo<Case>& info) { return std::string(info.param.name); });
-
-TEST(Marks, ShowingEachMarkAgainLeavesNoneAndTheBasePixels)
-{
-    Surface surface(40, 30);
-    paintPattern(surface);
-    const QImage base = surface.image();
-    Marks marks(surface);
-    marks.toggleFocusRect({2, 2, 12, 9});
-    marks.toggleInversion({5, 4, 20, 15});
-    EXPECT_FALSE(surface.marks().empty());
-    marks.toggleInversion({5, 4, 20, 15});
-    marks.toggleFocusRect({2, 2, 12, 9});
-    EXPECT_TRUE(surface.marks().empty());
-    EXPECT_TRUE(marks.inverted().isEmpty() && marks.dotted().isEmpty());
-    EXPECT_EQ(surface.image(), base);
-}
+                         [](const auto& info) { return std::string(info.param.name); });

@@ -102,4 +102,21 @@ TabulaControl::ComponentError errorOf(const std::function<void()>& body)
     return TabulaControl::ComponentError({}, {});
 }
 
+int countOf(const QImage& image, const QRect& area, uint32_t rgb)
+{
+    int n = 0;
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x)
+            n += (image.pixel(x, y) & 0xFFFFFF) == rgb ? 1 : 0;
+    return n;
+}
+
+QStringList namesIn(const QSignalSpy& spy)
+{
+    QStringList names;
+    for (const auto& args : spy)
+        names.append(args.at(0).toString());
+    return names;
+}
+
 }  // namespace TabulaTest

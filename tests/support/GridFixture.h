@@ -3,6 +3,7 @@
 #include <TabulaControl/Tabula.h>
 
 #include <QImage>
+#include <QSignalSpy>
 #include <QString>
 #include <QStringList>
 
@@ -10,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace TabulaTest {
 
@@ -51,6 +53,21 @@ protected:
 // Runs body and returns the component error it raised; fails the test when
 // it raised none.
 TabulaControl::ComponentError errorOf(const std::function<void()>& body);
+
+// 0x00BBGGRR as the 0xRRGGBB of a pixel.
+inline uint32_t rgbOf(TabulaControl::OleColor colour)
+{
+    return ((colour & 0xFF) << 16) | (colour & 0xFF00) | ((colour >> 16) & 0xFF);
+}
+
+// How many pixels of area have the colour rgb.
+int countOf(const QImage& image, const QRect& area, uint32_t rgb);
+
+// The first arguments of the signals spy caught, as text.
+QStringList namesIn(const QSignalSpy& spy);
+
+// Names the rows of a table-driven test by their `name`.
+inline constexpr auto caseName = [](const auto& info) { return std::string(info.param.name); };
 
 }  // namespace TabulaTest
 
