@@ -264,7 +264,7 @@ private:
     void addRowBeforeEditing();
     void openList(int16_t keyAscii);
     void pickListValue();
-    int32_t listHeightTwips() const;
+    int32_t listHeight() const;
     void selectListItem(const QString& text, int32_t length);
     void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
 

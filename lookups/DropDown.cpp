@@ -1,7 +1,5 @@
 #include "core/Grid.h"
 
-#include <cmath>
-
 namespace TabulaControl::detail {
 
 void Grid::onDropDownButtonClick() { startEdit(32); }
@@ -13,12 +11,13 @@ void Grid::hideList()
 }
 
 // A list longer than ListBoxRows gets room for all its items; a shorter one
-// gets ListBoxRows rows.
-int32_t Grid::listHeightTwips() const
+// gets ListBoxRows rows. A row takes 5/3 pixel per point of the font and the
+// frame 2 pixels; the sum is rounded to fifteenths of a pixel, then cut.
+int32_t Grid::listHeight() const
 {
     const int32_t count = ui.listForm.ListCount();
     const int32_t rows = count > s.mListBoxRows ? count : s.mListBoxRows;
-    return roundTo32(rows * (ui.listForm.FontSize() * 25) + 30);
+    return roundTo32(rows * (ui.listForm.FontSize() * 25) + 30) / 15;
 }
 
 // Selects the first item whose first length characters (all of it when
@@ -50,14 +49,13 @@ void Grid::openList(int16_t keyAscii)
     ui.cmdLookup.SetFocus();
     const QRect button = platform::screenRect(ui.cmdLookup.widget());
     const int32_t colWidth = s.mColWidth(s.mCol);
-    form.setListSize(to32(int64_t{colWidth} * 15 - 15), listHeightTwips());
+    form.setListSize(colWidth - 1, listHeight());
     const int32_t height = form.ListHeight();
     form.setListIndex(0);
     selectListItem(Text(), -1);
     if (keyAscii >= 33 && keyAscii <= 126)
         selectListItem(QString(QChar(static_cast<char16_t>(keyAscii))), 1);
-    form.Place(QRect(button.left() - colWidth + button.width() + 1, button.top() + button.height(), colWidth,
-                     static_cast<int>(std::nearbyint(height / 15.0))));
+    form.Place(QRect(button.left() - colWidth + button.width() + 1, button.top() + button.height(), colWidth, height));
     form.Show();
     form.setTimer(1, true);
     form.FocusList();

@@ -123,11 +123,11 @@ double ListForm::FontSize() const
     return font.pointSizeF() > 0 ? font.pointSizeF() : font.pixelSize() * 0.75;
 }
 
-int32_t ListForm::ListHeight() const { return list_->height() * 15; }
+int32_t ListForm::ListHeight() const { return list_->height(); }
 
-void ListForm::setListSize(int32_t widthTwips, int32_t heightTwips)
+void ListForm::setListSize(int32_t width, int32_t height)
 {
-    list_->setGeometry(0, 0, std::max(0, widthTwips / 15), std::max(0, heightTwips / 15));
+    list_->setGeometry(0, 0, std::max(0, width), std::max(0, height));
 }
 
 void ListForm::FocusList()

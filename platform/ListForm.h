@@ -35,9 +35,8 @@ public:
     int32_t ListIndex() const;
     void setListIndex(int32_t index);
     double FontSize() const;
-    // The list box's height in twips (15 per pixel).
     int32_t ListHeight() const;
-    void setListSize(int32_t widthTwips, int32_t heightTwips);
+    void setListSize(int32_t width, int32_t height);
     void FocusList();
 
     void setTimer(int32_t intervalMs, bool enabled);
