@@ -2,7 +2,6 @@
 #include "core/Facade.h"
 #include "platform/AboutBox.h"
 
-#include <QDebug>
 #include <QResizeEvent>
 
 namespace TabulaControl {
@@ -13,7 +12,7 @@ Tabula::Tabula(QWidget* parent)
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
     reportSettingsMovedByInput();
-    grid_->onPaintFailure = [this] { reportPaintFailure(); };
+    grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->initialize(); });
@@ -26,7 +25,7 @@ Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
     reportSettingsMovedByInput();
-    grid_->onPaintFailure = [this] { reportPaintFailure(); };
+    grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->initialize(); });
@@ -59,14 +58,13 @@ void Tabula::notify(const char* procedure, const std::function<void()>& body)
     try {
         call(procedure, body);
     } catch (const ComponentError& error) {
-        qWarning().noquote() << error.Source << error.Description;
-        emit errorOccurred(error);
+        detail::report(*this, error);
     }
 }
 
-void Tabula::reportPaintFailure()
+void Tabula::reportPaintFailure(const std::exception_ptr& cause)
 {
-    notify("Refresh", [] { detail::raise(detail::RuntimeError::InvalidCall); });
+    notify("Refresh", [&] { std::rethrow_exception(cause); });
 }
 
 void Tabula::resizeEvent(QResizeEvent*)
