@@ -46,7 +46,7 @@ void Tabula::WriteProperties(PropertyBag& store) const
 }
 
 bool Tabula::UserMode() const { return grid_->ui.window.UserMode(); }
-void Tabula::setUserMode(bool value) { grid_->ui.window.setUserMode(value); }
+void Tabula::setUserMode(bool value) { call("UserMode", [&] { grid_->ui.window.setUserMode(value); }); }
 
 Tabula::~Tabula()
 {
@@ -173,8 +173,10 @@ void Tabula::Clear() { repaintingChange("Clear", [&] { grid_->Clear(); }); }
 bool Tabula::Enabled() const { return isEnabled(); }
 void Tabula::setEnabled(bool value)
 {
-    QWidget::setEnabled(value);
-    emit propertyChanged(QStringLiteral("Enabled"));
+    call("Enabled", [&] {
+        QWidget::setEnabled(value);
+        emit propertyChanged(QStringLiteral("Enabled"));
+    });
 }
 
 QImage Tabula::Picture() const { return grid_->surface.picture(); }
@@ -189,35 +191,15 @@ void Tabula::ShowAboutBox()
 namespace TabulaControl {
 
 int32_t Tabula::TopRow() const { return grid_->s.mTopRow; }
-void Tabula::setTopRow(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->setTopRow(value);
-}
+void Tabula::setTopRow(int32_t value) { call("TopRow", [&] { grid_->setTopRow(value); }); }
 int32_t Tabula::Row1() const { return grid_->s.mRow1; }
-void Tabula::setRow1(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->s.mRow1 = value;
-}
+void Tabula::setRow1(int32_t value) { call("Row1", [&] { grid_->s.mRow1 = value; }); }
 int32_t Tabula::Col1() const { return grid_->s.mCol1; }
-void Tabula::setCol1(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->s.mCol1 = value;
-}
+void Tabula::setCol1(int32_t value) { call("Col1", [&] { grid_->s.mCol1 = value; }); }
 int32_t Tabula::Row2() const { return grid_->s.mRow2; }
-void Tabula::setRow2(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->s.mRow2 = value;
-}
+void Tabula::setRow2(int32_t value) { call("Row2", [&] { grid_->s.mRow2 = value; }); }
 int32_t Tabula::Col2() const { return grid_->s.mCol2; }
-void Tabula::setCol2(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->s.mCol2 = value;
-}
+void Tabula::setCol2(int32_t value) { call("Col2", [&] { grid_->s.mCol2 = value; }); }
 
 bool Tabula::BlockSelected() const
 {
@@ -236,18 +218,19 @@ void Tabula::setSelectionMode(SelectModes value)
 bool Tabula::AllowSelection() const { return grid_->s.mAllowSelection; }
 void Tabula::setAllowSelection(bool value)
 {
-    grid_->flushPaint();
-    grid_->s.mAllowSelection = value;
-    grid_->notifyPropertyChanged("AllowSelection");
-    emit settingsChanged();
+    change("AllowSelection", [&] {
+        grid_->s.mAllowSelection = value;
+        grid_->notifyPropertyChanged("AllowSelection");
+    });
 }
 
 bool Tabula::AllowUserResizing() const { return grid_->s.mAllowUserResizing; }
 void Tabula::setAllowUserResizing(bool value)
 {
-    grid_->s.mAllowUserResizing = value;
-    grid_->notifyPropertyChanged("AllowUserResizing");
-    emit settingsChanged();
+    change("AllowUserResizing", [&] {
+        grid_->s.mAllowUserResizing = value;
+        grid_->notifyPropertyChanged("AllowUserResizing");
+    });
 }
 
 }  // namespace TabulaControl
