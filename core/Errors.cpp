@@ -83,7 +83,12 @@ void logContained(const char* activity, std::exception_ptr failure)
 void report(Tabula& grid, const ComponentError& error)
 {
     logFailure(error);
-    emit grid.errorOccurred(error);
+    try {
+        emit grid.errorOccurred(error);
+    } catch (...) {
+        // A host slot that throws here would throw through Qt's event loop.
+        logContained("reporting a failure to the host", std::current_exception());
+    }
 }
 
 }  // namespace TabulaControl::detail
