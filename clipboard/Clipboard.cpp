@@ -2,7 +2,6 @@
 #include "core/Facade.h"
 
 #include <QClipboard>
-#include <QDebug>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -115,8 +114,7 @@ private:
             else
                 grid_.paste();
         } catch (const ComponentError& error) {
-            qWarning().noquote() << error.Source << error.Description;
-            emit grid_.errorOccurred(error);
+            report(grid_, error);
         }
         return true;
     }

@@ -2,6 +2,8 @@
 
 #include <TabulaControl/Tabula.h>
 
+#include <QLoggingCategory>
+
 #include <algorithm>
 #include <cstdint>
 #include <exception>
@@ -55,18 +57,34 @@ inline int32_t saturate32(int64_t value)
 // rounded half to even, overflow-checked.
 int32_t roundTo32(double value);
 
-ComponentError componentError(const char* className, const char* procedure, uint32_t line);
+Q_DECLARE_LOGGING_CATEGORY(errorLog)
+
+ComponentError componentError(const char* className, const char* procedure, uint32_t line,
+                              std::exception_ptr cause);
 
 // Runs body; any failure inside becomes a fresh component error whose source
-// names className.procedure and whose description carries the line.
+// names className.procedure and whose description carries the line, with the
+// failure kept as its cause. Nothing is logged: the caller gets it all.
 template <class F>
 auto trap(const char* className, const char* procedure, uint32_t line, F&& body)
 {
     try {
         return std::forward<F>(body)();
     } catch (...) {
-        throw componentError(className, procedure, line);
+        std::throw_with_nested(componentError(className, procedure, line, std::current_exception()));
     }
 }
+
+// The text of a failure and of the failures nested in it, outermost first.
+QString describe(std::exception_ptr failure);
+
+// Logs a failure that has no caller to reach, with its cause.
+void logFailure(const ComponentError& error);
+
+// Logs a failure that the grid contains on purpose while doing activity.
+void logContained(const char* activity, std::exception_ptr failure);
+
+// Reports a failure that has no caller to the host: logged, then errorOccurred.
+void report(Tabula& grid, const ComponentError& error);
 
 }  // namespace TabulaControl::detail

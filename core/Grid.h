@@ -243,7 +243,7 @@ public:
     void endDeferredRepaints();
     // Makes owed pixels now; a failure goes to onPaintFailure.
     void flushPaint();
-    std::function<void()> onPaintFailure;
+    std::function<void(const std::exception_ptr&)> onPaintFailure;
 
 private:
     void flipFocusMark();

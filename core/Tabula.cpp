@@ -2,7 +2,6 @@
 #include "core/Facade.h"
 #include "platform/AboutBox.h"
 
-#include <QDebug>
 #include <QResizeEvent>
 
 namespace TabulaControl {
@@ -13,7 +12,7 @@ Tabula::Tabula(QWidget* parent)
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
     reportSettingsMovedByInput();
-    grid_->onPaintFailure = [this] { reportPaintFailure(); };
+    grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->initialize(); });
@@ -26,7 +25,7 @@ Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
     reportSettingsMovedByInput();
-    grid_->onPaintFailure = [this] { reportPaintFailure(); };
+    grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->initialize(); });
@@ -47,7 +46,7 @@ void Tabula::WriteProperties(PropertyBag& store) const
 }
 
 bool Tabula::UserMode() const { return grid_->ui.window.UserMode(); }
-void Tabula::setUserMode(bool value) { grid_->ui.window.setUserMode(value); }
+void Tabula::setUserMode(bool value) { call("UserMode", [&] { grid_->ui.window.setUserMode(value); }); }
 
 Tabula::~Tabula()
 {
@@ -59,14 +58,13 @@ void Tabula::notify(const char* procedure, const std::function<void()>& body)
     try {
         call(procedure, body);
     } catch (const ComponentError& error) {
-        qWarning().noquote() << error.Source << error.Description;
-        emit errorOccurred(error);
+        detail::report(*this, error);
     }
 }
 
-void Tabula::reportPaintFailure()
+void Tabula::reportPaintFailure(const std::exception_ptr& cause)
 {
-    notify("Refresh", [] { detail::raise(detail::RuntimeError::InvalidCall); });
+    notify("Refresh", [&] { std::rethrow_exception(cause); });
 }
 
 void Tabula::resizeEvent(QResizeEvent*)
@@ -175,8 +173,10 @@ void Tabula::Clear() { repaintingChange("Clear", [&] { grid_->Clear(); }); }
 bool Tabula::Enabled() const { return isEnabled(); }
 void Tabula::setEnabled(bool value)
 {
-    QWidget::setEnabled(value);
-    emit propertyChanged(QStringLiteral("Enabled"));
+    call("Enabled", [&] {
+        QWidget::setEnabled(value);
+        emit propertyChanged(QStringLiteral("Enabled"));
+    });
 }
 
 QImage Tabula::Picture() const { return grid_->surface.picture(); }
@@ -191,35 +191,15 @@ void Tabula::ShowAboutBox()
 namespace TabulaControl {
 
 int32_t Tabula::TopRow() const { return grid_->s.mTopRow; }
-void Tabula::setTopRow(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->setTopRow(value);
-}
+void Tabula::setTopRow(int32_t value) { call("TopRow", [&] { grid_->setTopRow(value); }); }
 int32_t Tabula::Row1() const { return grid_->s.mRow1; }
-void Tabula::setRow1(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->s.mRow1 = value;
-}
+void Tabula::setRow1(int32_t value) { call("Row1", [&] { grid_->s.mRow1 = value; }); }
 int32_t Tabula::Col1() const { return grid_->s.mCol1; }
-void Tabula::setCol1(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->s.mCol1 = value;
-}
+void Tabula::setCol1(int32_t value) { call("Col1", [&] { grid_->s.mCol1 = value; }); }
 int32_t Tabula::Row2() const { return grid_->s.mRow2; }
-void Tabula::setRow2(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->s.mRow2 = value;
-}
+void Tabula::setRow2(int32_t value) { call("Row2", [&] { grid_->s.mRow2 = value; }); }
 int32_t Tabula::Col2() const { return grid_->s.mCol2; }
-void Tabula::setCol2(int32_t value)
-{
-    grid_->flushPaint();
-    grid_->s.mCol2 = value;
-}
+void Tabula::setCol2(int32_t value) { call("Col2", [&] { grid_->s.mCol2 = value; }); }
 
 bool Tabula::BlockSelected() const
 {
@@ -238,18 +218,19 @@ void Tabula::setSelectionMode(SelectModes value)
 bool Tabula::AllowSelection() const { return grid_->s.mAllowSelection; }
 void Tabula::setAllowSelection(bool value)
 {
-    grid_->flushPaint();
-    grid_->s.mAllowSelection = value;
-    grid_->notifyPropertyChanged("AllowSelection");
-    emit settingsChanged();
+    change("AllowSelection", [&] {
+        grid_->s.mAllowSelection = value;
+        grid_->notifyPropertyChanged("AllowSelection");
+    });
 }
 
 bool Tabula::AllowUserResizing() const { return grid_->s.mAllowUserResizing; }
 void Tabula::setAllowUserResizing(bool value)
 {
-    grid_->s.mAllowUserResizing = value;
-    grid_->notifyPropertyChanged("AllowUserResizing");
-    emit settingsChanged();
+    change("AllowUserResizing", [&] {
+        grid_->s.mAllowUserResizing = value;
+        grid_->notifyPropertyChanged("AllowUserResizing");
+    });
 }
 
 }  // namespace TabulaControl

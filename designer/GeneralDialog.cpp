@@ -69,6 +69,7 @@ bool GeneralDialog::apply()
         error_->hide();
     } catch (const ComponentError& error) {
         error_->setText(error.Source + QStringLiteral(": ") + error.Description);
+        error_->setToolTip(error.causeText());
         error_->show();
         applied = false;
     }

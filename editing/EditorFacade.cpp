@@ -48,17 +48,19 @@ void Tabula::setColEditWidth(int32_t Col, int16_t value)
 bool Tabula::SelectText() const { return grid_->s.mSelectText; }
 void Tabula::setSelectText(bool value)
 {
-    grid_->s.mSelectText = value;
-    grid_->notifyPropertyChanged("SelectText");
-    emit settingsChanged();
+    change("SelectText", [&] {
+        grid_->s.mSelectText = value;
+        grid_->notifyPropertyChanged("SelectText");
+    });
 }
 
 bool Tabula::AutoNewRow() const { return grid_->s.mAutoNewRow; }
 void Tabula::setAutoNewRow(bool value)
 {
-    grid_->s.mAutoNewRow = value;
-    grid_->notifyPropertyChanged("AutoNewRow");
-    emit settingsChanged();
+    change("AutoNewRow", [&] {
+        grid_->s.mAutoNewRow = value;
+        grid_->notifyPropertyChanged("AutoNewRow");
+    });
 }
 
 }  // namespace TabulaControl

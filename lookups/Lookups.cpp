@@ -52,17 +52,19 @@ bool Tabula::ColHasLookup(int32_t Col) const
 bool Tabula::UseItemData() const { return grid_->s.mUseItemData; }
 void Tabula::setUseItemData(bool value)
 {
-    grid_->s.mUseItemData = value;
-    grid_->notifyPropertyChanged("UseItemData");
-    emit settingsChanged();
+    change("UseItemData", [&] {
+        grid_->s.mUseItemData = value;
+        grid_->notifyPropertyChanged("UseItemData");
+    });
 }
 
 int16_t Tabula::ListBoxRows() const { return grid_->s.mListBoxRows; }
 void Tabula::setListBoxRows(int16_t value)
 {
-    grid_->s.mListBoxRows = value;
-    grid_->notifyPropertyChanged("ListBoxRows");
-    emit settingsChanged();
+    change("ListBoxRows", [&] {
+        grid_->s.mListBoxRows = value;
+        grid_->notifyPropertyChanged("ListBoxRows");
+    });
 }
 
 }  // namespace TabulaControl

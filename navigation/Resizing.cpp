@@ -1,5 +1,7 @@
 #include "navigation/Navigation.h"
 
+#include "core/Errors.h"
+
 namespace TabulaControl::detail {
 
 using namespace navigation;
@@ -35,8 +37,8 @@ void updateSizingPointer(Grid& g, float x)
     g.ui.window.setMousePointer(g.resizeZones.findZoneAt(x) ? PointerSizeWE : PointerDefault);
 }
 
-// Shows the host's tooltip over the grid. A failure to read it is of no
-// consequence.
+// Shows the host's tooltip over the grid. A failure to copy it must not
+// stop the mouse move, so it is only logged.
 void copyHostToolTip(Grid& g)
 {
     try {
@@ -44,6 +46,7 @@ void copyHostToolTip(Grid& g)
         if (tip != g.ui.picGrid.ToolTipText())
             g.ui.picGrid.setToolTipText(tip);
     } catch (...) {
+        logContained("copying the host's tool tip", std::current_exception());
     }
 }
 

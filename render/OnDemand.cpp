@@ -1,3 +1,4 @@
+#include "core/Errors.h"
 #include "core/Grid.h"
 #include "render/GridPainter.h"
 
@@ -233,8 +234,11 @@ void Grid::flushPaint()
         paintAll();
         assert(settledFields(s) == settled);
     } catch (...) {
+        // Owed pixels are made outside the member that owed them: no caller to throw to.
         if (onPaintFailure)
-            onPaintFailure();
+            onPaintFailure(std::current_exception());
+        else
+            logContained("painting owed pixels", std::current_exception());
     }
 }
 

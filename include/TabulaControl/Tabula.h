@@ -35,17 +35,23 @@ Q_ENUM_NS(FixedStyles)
 Q_ENUM_NS(SelectModes)
 Q_ENUM_NS(EditMasks)
 
-// The failure every member reports to its caller.
+// The failure every member reports to its caller. It keeps the failure
+// inside the member that caused it; as thrown it also carries that cause
+// nested, for std::rethrow_if_nested.
 class ComponentError : public std::exception {
 public:
     static constexpr int32_t ErrorNumber = -2147221404;
 
-    ComponentError(QString source, QString description)
+    ComponentError(QString source, QString description, std::exception_ptr cause = nullptr)
         : Source(std::move(source)), Description(std::move(description)),
-          what_(Description.toStdString())
+          what_(Description.toStdString()), cause_(std::move(cause))
     {
     }
     const char* what() const noexcept override { return what_.c_str(); }
+    // The failure inside the member that caused this error, or null.
+    std::exception_ptr cause() const { return cause_; }
+    // The cause and the failures nested in it, outermost first; empty without a cause.
+    QString causeText() const;
 
     int32_t Number = ErrorNumber;
     QString Source;
@@ -53,6 +59,7 @@ public:
 
 private:
     std::string what_;
+    std::exception_ptr cause_;
 };
 
 // A font object shared by reference: changes made through it after it was
@@ -424,7 +431,7 @@ signals:
     // A saved property changed; the host marks its form as modified.
     void propertyChanged(const QString& name);
     // A failure inside a notification from a child control, which has no
-    // caller to report to.
+    // caller to report to. It is also logged under "tabula.errors".
     void errorOccurred(const TabulaControl::ComponentError& error);
     // A paste left droppedCells cells of the clipboard text out: they lay
     // beyond the last row or column.
@@ -466,7 +473,7 @@ private:
     QFont fontFixedValue() const;
     void setFontFixedValue(const QFont& value);
     // A deferred repaint failed when its pixels were made.
-    void reportPaintFailure();
+    void reportPaintFailure(const std::exception_ptr& cause);
     void wireChildren();
     void reportSettingsMovedByInput();
     void wireEditor();

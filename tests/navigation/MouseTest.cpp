@@ -379,16 +379,6 @@ TEST_F(Mouse, ThePublicHandlersActWithoutRaisingTheirEvents)
     EXPECT_TRUE(editor()->isVisible());
 }
 
-TEST_F(Mouse, FailuresNameTheMemberOrTheNotification)
-{
-    QObject::connect(grid().events(), &TabulaControl::TabulaEvents::RowColChange,
-                     [] { throw std::runtime_error("host failure"); });
-    EXPECT_EQ(TabulaTest::errorOf([&] { grid().MouseDown(1, 0, 50, 50); }).Source, "TabulaControl.Tabula.MouseDown");
-    const auto sources = errorSources();
-    click(centre(1, 1));
-    EXPECT_EQ(sources->value(0), "TabulaControl.Tabula.picGrid_MouseDown");
-}
-
 TEST_F(Mouse, APressClosesAnOpenDropDownList)
 {
     QWidget* list = openDropDown(Qt::Key_A, {"Apple"});
