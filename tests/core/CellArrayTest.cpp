@@ -4,71 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 using TabulaControl::detail::CellArray;
-
-namespace {
-
-// A store of rows 0..rows and columns 0..cols whose cell (r, c) holds "r,c".
-CellArray filledStore(int16_t rows, int16_t cols)
-{
-    CellArray store;
-    store.setCols(cols);
-    store.setRows(rows);
-    for (int16_t r = 0; r <= rows; ++r)
-        for (int16_t c = 0; c <= cols; ++c)
-            store.setText(r, c, QString("%1,%2").arg(r).arg(c));
-    return store;
-}
-
-QStringList columnOne(const CellArray& store)
-{
-    QStringList texts;
-    for (int16_t r = 0; r <= store.Rows(); ++r)
-        texts << store.Text(r, 1);
-    return texts;
-}
-
-}  // namespace
-
-TEST(CellArray, ResizingAndRemovingMoveWholeRecords)
-{
-    struct Case {
-        const char* name;
-        std::function<void(CellArray&)> change;
-        QStringList column1;
-    };
-    const Case cases[] = {
-        {"shrink keeps the rows that remain", [](CellArray& s) { s.setRows(2); }, {"0,1", "1,1", "2,1"}},
-        {"grow after shrink gives fresh rows", [](CellArray& s) { s.setRows(2), s.setRows(4); },
-         {"0,1", "1,1", "2,1", "", ""}},
-        {"cols shrink then grow gives fresh cells", [](CellArray& s) { s.setCols(0), s.setCols(2); },
-         {"", "", "", "", ""}},
-        {"remove leaves the last two rows equal", [](CellArray& s) { s.Remove(2); },
-         {"0,1", "1,1", "3,1", "4,1", "4,1"}},
-        {"remove row 0 shifts the header away", [](CellArray& s) { s.Remove(0); },
-         {"1,1", "2,1", "3,1", "4,1", "4,1"}},
-        {"remove then drop the last row", [](CellArray& s) { s.Remove(1), s.setRows(3); },
-         {"0,1", "2,1", "3,1", "4,1"}},
-        {"remove of the last row or beyond does nothing", [](CellArray& s) { s.Remove(4), s.Remove(9); },
-         {"0,1", "1,1", "2,1", "3,1", "4,1"}},
-    };
-    for (const Case& c : cases) {
-        CellArray store = filledStore(4, 2);
-        for (int16_t r = 0; r <= 4; ++r)
-            store.setBackColor(r, 1, r);
-        c.change(store);
-        EXPECT_EQ(columnOne(store), c.column1) << c.name;
-        for (int16_t r = 0; r <= store.Rows(); ++r) {
-            const bool fresh = store.Text(r, 1).isEmpty();
-            EXPECT_EQ(store.BackColor(r, 1), fresh ? -1 : store.Text(r, 1).section(',', 0, 0).toInt()) << c.name;
-        }
-    }
-    CellArray empty;
-    empty.Remove(0);
-    EXPECT_EQ(empty.Rows(), 0);
-}
 
 TEST(CellArray, AFullGridOfDefaultCellsIsUsable)
 {

@@ -37,34 +37,6 @@ TEST_F(Persistence, DefaultsAreNotStoredButTheAlwaysWrittenFlagsAre)
     EXPECT_EQ(bag.values.value("GridLineColor").toUInt(), 0xC0C0C0u);
 }
 
-TEST_F(Persistence, SettingsSurviveASaveAndALoad)
-{
-    grid().setRows(4);
-    grid().setCols(6);
-    grid().setRow(3);
-    grid().setShowGrid(false);
-    grid().setBorderStyle(TabulaControl::ThinInset);
-    grid().setSelectionMode(TabulaControl::SelectionByRow);
-    grid().setBackColorAlt(0x00FF00);
-    grid().setUseBackColorAlt(true);
-    grid().setListBoxRows(9);
-    grid().setFormatString("<Name|>Price");
-    auto font = std::make_shared<TabulaControl::StdFont>(*grid().Font());
-    font->Italic = true;
-    grid().setFont(font);
-    MemoryPropertyBag bag;
-    grid().WriteProperties(bag);
-
-    Tabula loaded(bag);
-    MemoryPropertyBag again;
-    loaded.WriteProperties(again);
-    EXPECT_EQ(again.values, bag.values);
-    EXPECT_EQ(loaded.Row(), 3);
-    EXPECT_TRUE(loaded.Font()->Italic);
-    EXPECT_EQ(loaded.TextMatrix(0, 2), "Price");
-    EXPECT_EQ(loaded.ColWidth(2), grid().ColWidth(2));
-}
-
 TEST_F(Persistence, LookupValuesAreSavedAtDesignTimeOnly)
 {
     grid().AddLookup(3, "Red");

@@ -16,7 +16,7 @@ QStringList rowTexts(TabulaControl::Tabula& grid, int32_t row)
 
 }  // namespace
 
-TEST_F(RowData, AddItemAppendsTabSeparatedFieldsEmptyOrNot)
+TEST_F(RowData, AddItemAppendsTabSeparatedFieldsEmptyOrNotUnlessTheHostCancels)
 {
     grid().AddItem("a\tb\tc");
     EXPECT_EQ(grid().Rows(), 2);
@@ -27,13 +27,10 @@ TEST_F(RowData, AddItemAppendsTabSeparatedFieldsEmptyOrNot)
     grid().AddItem("");
     EXPECT_EQ(grid().Rows(), 4);
     EXPECT_EQ(rowTexts(grid(), 4), QStringList({"", "", "", "", ""}));
-}
-
-TEST_F(RowData, CancelledBeforeAddRowChangesNothing)
-{
+    log().clear();
     log().onBeforeAddRow = [](bool& cancel) { cancel = true; };
     grid().AddItem("a");
-    EXPECT_EQ(grid().Rows(), 1);
+    EXPECT_EQ(grid().Rows(), 4) << "a cancelled BeforeAddRow changes nothing";
     EXPECT_EQ(log().entries, QStringList({"BeforeAddRow"}));
 }
 
@@ -67,9 +64,10 @@ TEST_F(RowData, NewRowOfACheckmarkColumnHoldsZero)
 
 TEST_F(RowData, RemoveItemShiftsTextsButNotHeights)
 {
-    grid().setRows(4);
-    for (int32_t r = 1; r <= 4; ++r)
-        grid().setTextMatrix(r, 1, QString("row %1").arg(r));
+    grid().setTextMatrix(1, 1, "row 1");
+    grid().AddItem("row 2");
+    grid().AddItem("row 3");
+    grid().AddItem("row 4", 0x0000FF);
     grid().setRowHeight(2, 25);
     grid().setRowHeight(3, 35);
     grid().setRow(4);
@@ -79,12 +77,14 @@ TEST_F(RowData, RemoveItemShiftsTextsButNotHeights)
     EXPECT_EQ(grid().TextMatrix(2, 1), "row 3");
     EXPECT_EQ(grid().TextMatrix(3, 1), "row 4");
     EXPECT_EQ(grid().RowHeight(2), 25);
+    ASSERT_EQ(grid().TopRow(), 3);
+    EXPECT_EQ(pixel(130, 30), 0xFF0000u) << "the row's own colour moves with its texts";
     EXPECT_EQ(grid().Row(), 3);
     EXPECT_EQ(log().entries, QStringList({"BeforeDeleteRow(2)", "Scroll", "AfterDeleteRow(2)"}))
         << "the bar's shorter range moves the view";
 }
 
-TEST_F(RowData, RemoveItemPastTheEndTakesTheLastRowAndOfRowZeroTheHeaderTexts)
+TEST_F(RowData, RemoveItemPastTheEndTakesTheLastRowOfRowZeroTheHeaderTextsAndTheHostMayCancel)
 {
     grid().setRows(4);
     grid().setTextMatrix(0, 1, "caption");
@@ -95,19 +95,11 @@ TEST_F(RowData, RemoveItemPastTheEndTakesTheLastRowAndOfRowZeroTheHeaderTexts)
     EXPECT_EQ(grid().TextMatrix(3, 1), "three");
     grid().RemoveItem(0);
     EXPECT_EQ(grid().TextMatrix(0, 1), "first");
-}
-
-TEST_F(RowData, CancelledBeforeDeleteRowKeepsTheRowAndAnEmptyGridRaisesNothing)
-{
+    log().clear();
     log().onBeforeDeleteRow = [](int32_t, bool& cancel) { cancel = true; };
     grid().RemoveItem(1);
-    EXPECT_EQ(grid().Rows(), 1);
+    EXPECT_EQ(grid().Rows(), 2) << "a cancelled BeforeDeleteRow keeps the row";
     EXPECT_EQ(log().entries, QStringList({"BeforeDeleteRow(1)"}));
-    grid().Clear();
-    log().clear();
-    grid().RemoveItem(1);
-    EXPECT_TRUE(log().entries.isEmpty());
-    EXPECT_EQ(grid().Rows(), 0);
 }
 
 TEST_F(RowData, ClearKeepsTheHeaderRowAndColumns)
@@ -122,6 +114,10 @@ TEST_F(RowData, ClearKeepsTheHeaderRowAndColumns)
     EXPECT_EQ(grid().Cols(), 5);
     EXPECT_EQ(grid().TextMatrix(0, 2), "caption");
     EXPECT_EQ(log().entries, QStringList({"Scroll"})) << "the view follows its bar back to the top";
+    log().clear();
+    grid().RemoveItem(1);
+    EXPECT_TRUE(log().entries.isEmpty()) << "removing from an empty grid raises nothing";
+    EXPECT_EQ(grid().Rows(), 0);
     grid().setRows(2);
     EXPECT_EQ(grid().TextMatrix(2, 1), "");
 }

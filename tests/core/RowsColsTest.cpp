@@ -70,16 +70,21 @@ TEST_F(RowsCols, ColWidthMinusOneStopsOneColumnShort)
     EXPECT_EQ(grid().ColWidth(5), 64);
 }
 
-TEST_F(RowsCols, AddingColumnsResetsEveryRowHeightAndRemovingThemDoesNot)
+TEST_F(RowsCols, AddingColumnsKeepsTheTextsAndResetsEveryRowHeightAndRemovingThemDoesNot)
 {
     grid().setRowHeight(2, 30);
     grid().setRowHeight(0, 22);
+    grid().setTextMatrix(2, 2, "kept");
+    grid().setTextMatrix(0, 3, "dropped");
     grid().setCols(3);
     EXPECT_EQ(grid().RowHeight(2), 30);
+    grid().setCols(2);
     grid().setCols(7);
     for (int32_t r = 0; r <= 10; ++r)
         EXPECT_EQ(grid().RowHeight(r), 15) << "row " << r;
     EXPECT_EQ(grid().ColWidth(7), 64);
+    EXPECT_EQ(grid().TextMatrix(2, 2), "kept");
+    EXPECT_EQ(grid().TextMatrix(0, 3), "") << "a column dropped and added again comes back empty";
 }
 
 TEST_F(RowsCols, ColAlignReadsZeroWhateverWasStored)

@@ -33,15 +33,22 @@ protected:
 
 }  // namespace
 
-TEST_F(Lookups, RemoveLookupValueRemovesTheFirstOfDuplicates)
+TEST_F(Lookups, RemovingTakesTheFirstOfDuplicateValuesOrOneWholeColumn)
 {
+    grid().AddLookup(1, "x");
     grid().AddLookup(2, "A");
     grid().AddLookup(2, "A");
+    grid().AddLookup(3, "z");
     grid().RemoveLookupValue(2, "A");
     EXPECT_TRUE(grid().ColHasLookup(2));
     grid().RemoveLookupValue(2, "A");
     EXPECT_FALSE(grid().ColHasLookup(2));
     grid().RemoveLookupValue(2, "A");
+    grid().AddLookup(2, "w");
+    grid().RemoveLookup(2);
+    EXPECT_FALSE(grid().ColHasLookup(2));
+    EXPECT_TRUE(grid().ColHasLookup(1));
+    EXPECT_TRUE(grid().ColHasLookup(3));
 }
 
 TEST_F(Lookups, ItemDataIsFoundByExactValue)
@@ -52,29 +59,6 @@ TEST_F(Lookups, ItemDataIsFoundByExactValue)
     EXPECT_EQ(grid().LookupItemData(2, "a").toInt(), -1);
     EXPECT_EQ(grid().LookupItemData(3, "A").toInt(), -1);
     EXPECT_FALSE(grid().LookupItemData(2, "B").isValid());
-}
-
-TEST_F(Lookups, RemoveLookupLeavesOtherColumns)
-{
-    grid().AddLookup(1, "x");
-    grid().AddLookup(2, "y");
-    grid().AddLookup(3, "z");
-    grid().AddLookup(2, "w");
-    grid().RemoveLookup(2);
-    EXPECT_FALSE(grid().ColHasLookup(2));
-    EXPECT_TRUE(grid().ColHasLookup(1));
-    EXPECT_TRUE(grid().ColHasLookup(3));
-}
-
-TEST_F(Lookups, SettingsNotifyTheHost)
-{
-    QStringList changed;
-    QObject::connect(&grid(), &TabulaControl::Tabula::propertyChanged, [&](const QString& n) { changed << n; });
-    grid().setUseItemData(true);
-    grid().setListBoxRows(-3);
-    EXPECT_TRUE(grid().UseItemData());
-    EXPECT_EQ(grid().ListBoxRows(), -3);
-    EXPECT_EQ(changed, QStringList({"UseItemData", "ListBoxRows"}));
 }
 
 TEST_F(DropDown, ButtonSitsAtTheRightEndOfTheCurrentCellOfALookupColumn)

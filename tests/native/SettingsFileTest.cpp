@@ -41,10 +41,16 @@ TEST_P(SettingsFormat, EverySavedPropertySurvivesARoundTripThroughAFile)
     grid().setUserMode(false);
     grid().setRows(7);
     grid().setCols(4);
+    grid().setRow(3);
     grid().setFormatString("<Name, first|^Qty|>Price");
     grid().setBackColor(0x332211);
     grid().setForeColorFixed(0x80000008);
+    grid().setBackColorAlt(0x00FF00);
+    grid().setUseBackColorAlt(true);
+    grid().setShowGrid(false);
+    grid().setBorderStyle(TabulaControl::ThinInset);
     grid().setSelectionMode(TabulaControl::SelectionByRow);
+    grid().setListBoxRows(9);
     auto font = std::make_shared<TabulaControl::StdFont>(*grid().Font());
     font->Size = 10.5f;
     font->Bold = font->Italic = true;
@@ -59,7 +65,10 @@ TEST_P(SettingsFormat, EverySavedPropertySurvivesARoundTripThroughAFile)
     loaded.setUserMode(false);
     EXPECT_EQ(saved(loaded), saved(grid()));
     EXPECT_EQ(loaded.FontEdit()->Size, 10.5f);
+    EXPECT_TRUE(loaded.FontEdit()->Italic);
+    EXPECT_EQ(loaded.Row(), 3);
     EXPECT_EQ(loaded.TextMatrix(0, 1), "Name, first");
+    EXPECT_EQ(loaded.ColWidth(1), grid().ColWidth(1));
 }
 
 INSTANTIATE_TEST_SUITE_P(Settings, SettingsFormat, ::testing::Values(QSettings::IniFormat, QSettings::NativeFormat),

@@ -79,27 +79,22 @@ TEST_F(Keyboard, ShiftArrowsActLikeThePlainArrows)
     EXPECT_EQ(shades({{4, 3}}), "B") << "the block stays selected";
 }
 
-TEST_F(Keyboard, InRowModeDownAndRightSelectTheNewRowButLeftDoesNot)
+TEST_F(Keyboard, InLineModesArrowsSelectTheNewLineOnlyInTheirOwnDirectionOrRight)
 {
     grid().setSelectionMode(SelectionByRow);
     startAt(2, 2);
     key(Qt::Key_Down);
     EXPECT_EQ(where(), "3,2 in 3,0:3,20");
-    EXPECT_EQ(shades({{3, 5}, {2, 5}}), "BW");
     grid().setRow1(9);
     key(Qt::Key_Left);
     EXPECT_EQ(grid().Row1(), 9);
     key(Qt::Key_Right);
     EXPECT_EQ(where(), "3,2 in 3,0:3,20");
-}
 
-TEST_F(Keyboard, InColumnModeRightAndLeftSelectTheNewColumnButDownDoesNot)
-{
     grid().setSelectionMode(SelectionByCol);
     startAt(2, 2);
     key(Qt::Key_Right);
     EXPECT_EQ(where(), "2,3 in 0,3:50,3");
-    EXPECT_EQ(shades({{5, 3}}), "B");
     key(Qt::Key_Left);
     EXPECT_EQ(where(), "2,2 in 0,2:50,2");
     grid().setCol1(9);
@@ -187,19 +182,34 @@ TEST_F(Keyboard, AnyKeyTogglesACheckmarkCellThatAllowsEditing)
     EXPECT_TRUE(log().only({"AfterEdit"}).isEmpty());
 }
 
-TEST_F(Keyboard, ThePublicKeyDownMovesWithoutRaisingKeyDown)
+TEST_F(Keyboard, ThePublicKeyDownAndMouseHandlersActWithoutRaisingTheirEvents)
 {
     grid().KeyDown(40, 0);
     grid().KeyDown(39, 1);
     EXPECT_EQ(current(), "2,2");
-    EXPECT_EQ(log().entries, QStringList({"RowColChange(1,1)", "RowColChange(2,1)"}));
+    const QPoint at = centre(3, 2);
+    grid().MouseDown(1, 0, at.x(), at.y());
+    grid().MouseUp(1, 0, at.x(), at.y());
+    EXPECT_EQ(current(), "3,2");
+    EXPECT_EQ(log().entries, QStringList({"RowColChange(1,1)", "RowColChange(2,1)", "RowColChange(2,2)"}));
+    grid().DblClick();
+    EXPECT_TRUE(editor()->isVisible());
 }
 
-TEST_F(Keyboard, ArrowsCloseAnOpenDropDownList)
+TEST_F(Keyboard, ArrowsAPressOrAScrollCloseAnOpenDropDownList)
 {
     QWidget* list = openDropDown(Qt::Key_B, {"Apple", "Banana"});
     key(Qt::Key_Down);
     EXPECT_FALSE(list->isVisible());
     EXPECT_EQ(current(), "2,1");
     EXPECT_TRUE(child("cmdLookup")->isVisible()) << "the drop-down button follows the current cell";
+    list = openDropDown(Qt::Key_A, {});
+    clickCell(3, 2);
+    EXPECT_FALSE(list->isVisible());
+    EXPECT_FALSE(child("cmdLookup")->isVisible()) << "column 2 has no lookup";
+    list = openDropDown(Qt::Key_A, {});
+    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_FALSE(list->isVisible());
+    EXPECT_EQ(log().entries, QStringList({"Scroll"}));
 }
+

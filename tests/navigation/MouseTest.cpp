@@ -78,8 +78,6 @@ TEST_F(Mouse, OnlyALeftPressMovesTheCurrentCellAndItDoesSoBeforeTheHostSeesMouse
     EXPECT_EQ(log().entries, QStringList{"RowColChange(1,1)"} + clickEvents(at));
     EXPECT_GT(markedTopEdge(3, 2), 10);
     EXPECT_EQ(markedTopEdge(1, 1), 0);
-    EXPECT_EQ(grid().MouseRow(), 3);
-    EXPECT_EQ(grid().MouseCol(), 2);
 
     log().clear();
     click(at);
@@ -87,81 +85,38 @@ TEST_F(Mouse, OnlyALeftPressMovesTheCurrentCellAndItDoesSoBeforeTheHostSeesMouse
     EXPECT_GT(markedTopEdge(3, 2), 10);
 }
 
-TEST_F(Mouse, ShiftPressExtendsFromTheAnchorWithoutMovingTheCurrentCell)
-{
-    startAt(2, 2);
-    const QPoint at = centre(4, 3);
-    click(at, Qt::ShiftModifier);
-    EXPECT_EQ(where(), "2,2 in 2,2:4,3");
-    EXPECT_TRUE(grid().BlockSelected());
-    EXPECT_EQ(shades({{2, 2}, {2, 3}, {3, 2}, {3, 3}, {4, 2}, {4, 3}, {5, 3}}), "WBBBBBW")
-        << "the anchor shows normally";
-    EXPECT_EQ(log().entries, QStringList({mouse("MouseDown", 1, 1, at), mouse("MouseUp", 1, 1, at), "Click"}));
-}
-
-TEST_F(Mouse, ShiftPressReachesTheLastLineInLineModesAndIsPlainWithoutAllowSelection)
-{
-    const struct {
-        SelectModes mode;
-        bool allowSelection;
-        const char* where;
-        const char* rowThreeColFive;
-    } cases[] = {
-        {SelectionByRow, true, "2,2 in 2,0:4,20", "B"},
-        {SelectionByCol, true, "2,2 in 0,2:50,3", "W"},
-        {SelectionFree, false, "4,3 in 4,3:4,3", "W"},
-    };
-    for (const auto& c : cases) {
-        grid().setSelectionMode(c.mode);
-        grid().setAllowSelection(c.allowSelection);
-        clickCell(2, 2);
-        clickCell(4, 3, Qt::ShiftModifier);
-        EXPECT_EQ(where(), c.where);
-        EXPECT_EQ(shades({{3, 5}}), c.rowThreeColFive) << c.where;
-    }
-}
-
-TEST_F(Mouse, InRowModeACellOrRowHeaderPressInvertsOnlyThatRowAndTheCornerAllButTheAnchor)
-{
-    grid().setSelectionMode(SelectionByRow);
-    clickCell(3, 2);
-    EXPECT_EQ(where(), "3,2 in 3,0:3,20");
-    EXPECT_EQ(shades({{3, 4}}), "B");
-    clickCell(5, 2);
-    EXPECT_EQ(where(), "5,2 in 5,0:5,20");
-    EXPECT_EQ(shades({{3, 4}, {5, 4}}), "WB") << "the old row is erased";
-    click(centre(4, 0));
-    EXPECT_EQ(shades({{5, 3}, {4, 1}, {4, 2}, {4, 3}, {4, 4}, {4, 5}}), "WBBBBB");
-    grid().setSelectionMode(SelectionFree);
-    click(centre(0, 0));
-    EXPECT_EQ(shades({{1, 1}, {1, 2}, {10, 4}}), "WBB") << "the corner inverts everything but the anchor";
-    EXPECT_TRUE(grid().BlockSelected());
-}
-
-struct HeaderCase {
+struct PressCase {
     const char* name;
     SelectModes mode;
     bool allowSelection;
     int32_t row, col;
+    Qt::KeyboardModifiers keys;
     const char* where;
     const char* pressed = nullptr;  // the corner, column headers 1 and 3, row headers 1 and 4
 };
 
+constexpr Qt::KeyboardModifiers Plain{}, Shift = Qt::ShiftModifier;
+
 // Every case first presses cell (2, 2).
-const HeaderCase headerCases[] = {
-    {"row_header_by_row", SelectionByRow, true, 4, 0, "4,2 in 4,0:4,20", "....P"},
-    {"column_header_by_column", SelectionByCol, true, 0, 3, "2,3 in 0,3:50,3", "..P.."},
-    {"column_header_free", SelectionFree, true, 0, 3, "2,2 in 2,2:2,2", "....."},
-    {"row_header_free", SelectionFree, true, 4, 0, "2,2 in 2,2:2,2", "....."},
-    {"column_header_by_row", SelectionByRow, true, 0, 3, "2,2 in 2,0:2,20"},
-    {"row_header_without_selection", SelectionByRow, false, 4, 0, "2,2 in 2,2:2,2"},
-    {"corner_free", SelectionFree, true, 0, 0, "1,1 in 1,1:50,20", ".PPPP"},
-    {"corner_by_row", SelectionByRow, true, 0, 0, "2,2 in 2,0:2,20"},
-    {"corner_by_column", SelectionByCol, true, 0, 0, "2,2 in 0,2:50,2"},
-    {"corner_without_selection", SelectionFree, false, 0, 0, "2,2 in 2,2:2,2"},
+const PressCase pressCases[] = {
+    {"cell_by_row", SelectionByRow, true, 3, 2, Plain, "3,2 in 3,0:3,20"},
+    {"shift_free", SelectionFree, true, 4, 3, Shift, "2,2 in 2,2:4,3"},
+    {"shift_by_row", SelectionByRow, true, 4, 3, Shift, "2,2 in 2,0:4,20"},
+    {"shift_by_column", SelectionByCol, true, 4, 3, Shift, "2,2 in 0,2:50,3"},
+    {"shift_without_selection", SelectionFree, false, 4, 3, Shift, "4,3 in 4,3:4,3"},
+    {"row_header_by_row", SelectionByRow, true, 4, 0, Plain, "4,2 in 4,0:4,20", "....P"},
+    {"column_header_by_column", SelectionByCol, true, 0, 3, Plain, "2,3 in 0,3:50,3", "..P.."},
+    {"column_header_free", SelectionFree, true, 0, 3, Plain, "2,2 in 2,2:2,2", "....."},
+    {"row_header_free", SelectionFree, true, 4, 0, Plain, "2,2 in 2,2:2,2", "....."},
+    {"column_header_by_row", SelectionByRow, true, 0, 3, Plain, "2,2 in 2,0:2,20"},
+    {"row_header_without_selection", SelectionByRow, false, 4, 0, Plain, "2,2 in 2,2:2,2"},
+    {"corner_free", SelectionFree, true, 0, 0, Plain, "1,1 in 1,1:50,20", ".PPPP"},
+    {"corner_by_row", SelectionByRow, true, 0, 0, Plain, "2,2 in 2,0:2,20"},
+    {"corner_by_column", SelectionByCol, true, 0, 0, Plain, "2,2 in 0,2:50,2"},
+    {"corner_without_selection", SelectionFree, false, 0, 0, Plain, "2,2 in 2,2:2,2"},
 };
 
-class HeaderPress : public Mouse, public ::testing::WithParamInterface<HeaderCase> {
+class Press : public Mouse, public ::testing::WithParamInterface<PressCase> {
 protected:
     // 'P' where the header's top edge is dark, as a pressed button draws it.
     QString pressedHeaders()
@@ -173,17 +128,23 @@ protected:
     }
 };
 
-TEST_P(HeaderPress, SelectsByTheSelectionModeAndDrawsTheSelectedHeadersPressedUntilTheNextPress)
+TEST_P(Press, SelectsByTheSelectionModeAndDrawsTheSelectedHeadersPressedUntilTheNextPress)
 {
-    const HeaderCase& c = GetParam();
+    const PressCase& c = GetParam();
     grid().setSelectionMode(c.mode);
     grid().setAllowSelection(c.allowSelection);
     startAt(2, 2);
     const QPoint at = centre(c.row, c.col);
-    click(at);
+    click(at, c.keys);
     EXPECT_EQ(where(), c.where);
+    const bool oneCell = grid().Row1() == grid().Row2() && grid().Col1() == grid().Col2();
+    if (c.mode == SelectionFree) {
+        EXPECT_EQ(grid().BlockSelected(), !oneCell);
+    }
     const QStringList moved = current() == "2,2" ? QStringList() : QStringList{"RowColChange(2,2)"};
-    EXPECT_EQ(log().entries, moved + clickEvents(at));
+    const int shift = c.keys == Shift ? 1 : 0;
+    EXPECT_EQ(log().entries, moved + QStringList({mouse("MouseDown", 1, shift, at), mouse("MouseUp", 1, shift, at),
+                                                  "Click"}));
     if (!c.pressed)
         return;
     EXPECT_EQ(pressedHeaders(), c.pressed);
@@ -191,7 +152,7 @@ TEST_P(HeaderPress, SelectsByTheSelectionModeAndDrawsTheSelectedHeadersPressedUn
     EXPECT_EQ(pressedHeaders(), ".....");
 }
 
-INSTANTIATE_TEST_SUITE_P(Mouse, HeaderPress, ::testing::ValuesIn(headerCases), TabulaTest::caseName);
+INSTANTIATE_TEST_SUITE_P(Mouse, Press, ::testing::ValuesIn(pressCases), TabulaTest::caseName);
 
 TEST_F(Mouse, PressesBetweenTheScrollBarsOrBelowTheLastRowChangeNothing)
 {
@@ -330,6 +291,7 @@ TEST_F(Mouse, DraggingInLineModesOrAfterAHeaderPressExtendsNothing)
     dragTo(centre(4, 3));
     release(centre(4, 3));
     EXPECT_EQ(where(), "1,1 in 1,1:50,20");
+    EXPECT_EQ(shades({{1, 1}, {1, 2}, {10, 4}}), "WBB") << "the corner inverts everything but the anchor";
 }
 
 TEST_F(Mouse, DraggingAboveTheSurfaceScrollsUpUntilTheReleaseOrTheFirstRow)
@@ -366,25 +328,6 @@ TEST_F(Mouse, DraggingRightOfTheVisibleAreaScrollsRightUntilTheLastColumn)
     EXPECT_EQ(grid().LeftCol(), 20);
     EXPECT_EQ(scrolls(), 19);
     release(QPoint(380, 60));
-}
-
-TEST_F(Mouse, ThePublicHandlersActWithoutRaisingTheirEvents)
-{
-    const QPoint at = centre(3, 2);
-    grid().MouseDown(1, 0, at.x(), at.y());
-    grid().MouseUp(1, 0, at.x(), at.y());
-    EXPECT_EQ(current(), "3,2");
-    EXPECT_EQ(log().entries, QStringList({"RowColChange(1,1)"}));
-    grid().DblClick();
-    EXPECT_TRUE(editor()->isVisible());
-}
-
-TEST_F(Mouse, APressClosesAnOpenDropDownList)
-{
-    QWidget* list = openDropDown(Qt::Key_A, {"Apple"});
-    clickCell(3, 2);
-    EXPECT_FALSE(list->isVisible());
-    EXPECT_FALSE(child("cmdLookup")->isVisible()) << "column 2 has no lookup";
 }
 
 }  // namespace

@@ -2,9 +2,6 @@
 
 #include <vector>
 
-using TabulaTest::Face;
-using TabulaTest::White;
-
 namespace {
 
 class Resizing : public TabulaTest::NavigationFixture {
@@ -63,8 +60,6 @@ TEST_F(Resizing, DraggingABorderSetsTheColumnWidthOnRelease)
     release(QPoint(150, 8));
     EXPECT_FALSE(sizer()->isVisible());
     EXPECT_EQ(grid().ColWidth(1), 118);
-    EXPECT_EQ(pixel(152, 40), Face) << "the grid line moved with the border";
-    EXPECT_EQ(pixel(151, 40), White);
     EXPECT_EQ(log().entries, QStringList({"MouseMove(1,0,150,8)", "MouseUp(1,0,150,8)", "Click"}))
         << "no MouseDown for a press that starts a drag";
     EXPECT_EQ(current(), "1,1");

@@ -5,59 +5,11 @@ using TabulaControl::SelectionByRow;
 
 namespace {
 
-constexpr int32_t RowCount = 50;
-constexpr int32_t ColCount = 20;
+// Where the view lands is checked here; the pixels a scroll moves are pinned
+// by the golden scenes.
+class Scrolling : public TabulaTest::WideGrid {};
 
-// Each row gets its own back colour, each column its own width, so moved
-// pixels show which row and column they belong to.
-uint32_t rowRgb(int32_t row) { return (row * 5 & 0xFF) << 16 | 0x80 << 8 | ((255 - row * 3) & 0xFF); }
-TabulaControl::OleColor rowOle(int32_t row)
-{
-    const uint32_t rgb = rowRgb(row);
-    return (rgb & 0xFF) << 16 | (rgb & 0xFF00) | rgb >> 16;
-}
-int32_t widthOf(int32_t col) { return 40 + 3 * col; }
-
-class Scrolling : public TabulaTest::NavigationFixture {
-protected:
-    void SetUp() override
-    {
-        NavigationFixture::SetUp();
-        grid().setAutoRedraw(false);
-        grid().setCols(ColCount);
-        grid().setRows(0);
-        for (int32_t r = 1; r <= RowCount; ++r)
-            grid().AddItem(QString(), rowOle(r));
-        for (int32_t c = 1; c <= ColCount; ++c)
-            grid().setColWidth(c, widthOf(c));
-        grid().setAutoRedraw(true);
-        log().clear();
-    }
-
-    // Every fully shown row carries its own colour at its place.
-    void expectRowsFrom(int32_t topRow)
-    {
-        for (int32_t k = 0; k < 15; ++k) {
-            const int y = 17 + 16 * k + 7;
-            EXPECT_EQ(pixel(60, y), rowRgb(topRow + k)) << "row " << topRow + k << " at y " << y;
-        }
-        EXPECT_EQ(pixel(60, 8), TabulaTest::Face) << "the header row stays";
-    }
-
-    // The grid line after each shown column lies on the first pixel past it.
-    void expectColumnsFrom(int32_t leftCol)
-    {
-        int x = 34;
-        for (int32_t c = leftCol; c < leftCol + 5; ++c) {
-            x += widthOf(c);
-            EXPECT_EQ(pixel(x, 40), TabulaTest::Face) << "line after column " << c;
-            EXPECT_EQ(pixel(x - 1, 40), rowRgb(2)) << "last pixel of column " << c;
-            ++x;
-        }
-    }
-};
-
-TEST_F(Scrolling, OneStepMovesThePixelsByOneLineAndRaisesOneScroll)
+TEST_F(Scrolling, OneStepOrAPageMovesTheViewAndRaisesOneScroll)
 {
     const struct {
         bool vertical;
@@ -65,34 +17,19 @@ TEST_F(Scrolling, OneStepMovesThePixelsByOneLineAndRaisesOneScroll)
         QAbstractSlider::SliderAction action;
         int32_t to;
     } cases[] = {
-        {false, 1, QAbstractSlider::SliderSingleStepAdd, 2},
-        {false, 4, QAbstractSlider::SliderSingleStepSub, 3},
-        {true, 1, QAbstractSlider::SliderSingleStepAdd, 2},
-        {true, 6, QAbstractSlider::SliderSingleStepSub, 5},
+        {false, 1, QAbstractSlider::SliderSingleStepAdd, 2}, {false, 4, QAbstractSlider::SliderSingleStepSub, 3},
+        {true, 1, QAbstractSlider::SliderSingleStepAdd, 2},  {true, 6, QAbstractSlider::SliderSingleStepSub, 5},
+        {true, 10, QAbstractSlider::SliderPageStepSub, 1},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << (c.vertical ? "rows " : "columns ") << c.from << " to " << c.to);
-        const auto expectFrom = [&](int32_t first) { c.vertical ? expectRowsFrom(first) : expectColumnsFrom(first); };
         QScrollBar* bar = c.vertical ? vertical() : horizontal();
         bar->setValue(c.from);
-        expectFrom(c.from);
         log().clear();
         bar->triggerAction(c.action);
         EXPECT_EQ(c.vertical ? grid().TopRow() : grid().LeftCol(), c.to);
-        expectFrom(c.to);
         EXPECT_EQ(log().entries, QStringList({"Scroll"}));
     }
-}
-
-TEST_F(Scrolling, ChangesOfSeveralRowsJumpAndRaiseOneScroll)
-{
-    vertical()->setValue(10);
-    EXPECT_EQ(grid().TopRow(), 10);
-    expectRowsFrom(10);
-    vertical()->triggerAction(QAbstractSlider::SliderPageStepSub);
-    EXPECT_LT(grid().TopRow(), 9);
-    expectRowsFrom(grid().TopRow());
-    EXPECT_EQ(log().entries, QStringList({"Scroll", "Scroll"}));
 }
 
 TEST_F(Scrolling, TopRowIsABareStoreUntilTheBarTakesTheSameValue)
@@ -109,7 +46,6 @@ TEST_F(Scrolling, TopRowIsABareStoreUntilTheBarTakesTheSameValue)
     grid().setTopRow(5);
     vertical()->setValue(5);
     EXPECT_EQ(grid().TopRow(), 5);
-    expectRowsFrom(5);
     EXPECT_EQ(log().entries, QStringList({"Scroll"}));
 }
 
@@ -123,16 +59,15 @@ TEST_F(Scrolling, LeftColMovesTheCurrentColumnAndClampsOnlyAboveTheBarMaximum)
     grid().setLeftCol(4);
     EXPECT_EQ(grid().LeftCol(), 4);
     EXPECT_EQ(grid().Col(), 4);
-    expectColumnsFrom(4);
     EXPECT_EQ(log().entries, QStringList({"Scroll"}));
 
     grid().setRow(3);
     log().clear();
     grid().setLeftCol(99);
-    EXPECT_EQ(grid().LeftCol(), ColCount);
-    EXPECT_EQ(grid().Col(), ColCount);
+    EXPECT_EQ(grid().LeftCol(), 20);
+    EXPECT_EQ(grid().Col(), 20);
     EXPECT_EQ(grid().Row(), 3);
-    EXPECT_EQ(horizontal()->value(), ColCount);
+    EXPECT_EQ(horizontal()->value(), 20);
     EXPECT_EQ(log().entries, QStringList({"Scroll"})) << "no RowColChange";
 }
 
@@ -183,12 +118,13 @@ TEST_F(Scrolling, InLineModesAOneStepReselectsTheCurrentLineButAJumpDoesNot)
 
 TEST_F(Scrolling, TheResizeZonesFollowTheScroll)
 {
-    hover(QPoint(32 + widthOf(1) + 1, 8));
+    grid().setColWidth(1, 43);
+    hover(QPoint(32 + 43 + 1, 8));
     EXPECT_EQ(grid().MousePointer(), 9);
     horizontal()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    hover(QPoint(32 + widthOf(1) + 1, 8));
+    hover(QPoint(32 + 43 + 1, 8));
     EXPECT_EQ(grid().MousePointer(), 0);
-    hover(QPoint(32 + widthOf(2) + 1, 8));
+    hover(QPoint(32 + 64 + 1, 8));
     EXPECT_EQ(grid().MousePointer(), 9);
 }
 
@@ -210,14 +146,6 @@ TEST_F(Scrolling, AStepFromAFarTopRowJumpsToTheBarsValue)
     vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     EXPECT_EQ(*sources, QStringList());
     EXPECT_EQ(grid().TopRow(), vertical()->value());
-    EXPECT_EQ(log().entries, QStringList({"Scroll"}));
-}
-
-TEST_F(Scrolling, AScrollClosesAnOpenDropDownList)
-{
-    QWidget* list = openDropDown(Qt::Key_A, {"Apple"});
-    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_FALSE(list->isVisible());
     EXPECT_EQ(log().entries, QStringList({"Scroll"}));
 }
 

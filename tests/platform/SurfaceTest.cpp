@@ -51,13 +51,6 @@ Change changes(const QImage& before, const QImage& after)
     return c;
 }
 
-Change textChange(const QString& text, Rect r, unsigned flags = 0, Surface s = blank(200, 60))
-{
-    const QImage before = s.image();
-    s.text(text, r, flags);
-    return changes(before, s.image());
-}
-
 }  // namespace
 
 TEST(SurfaceColour, TranslatesBgrSystemAndOutOfTableColours)
@@ -212,7 +205,9 @@ TEST(SurfaceText, FarRectanglesPlaceTextLikeNearOnes)
         b.text("Far", near, flags);
         EXPECT_EQ(a.image(), b.image()) << far.Left << "," << far.Top << "," << far.Right << "," << far.Bottom;
     }
-    EXPECT_GT(textChange("Far", {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, TextCenter | TextVCenter).count, 0);
+    Surface s = blank();
+    s.text("Far", {INT_MIN, INT_MIN, INT_MAX, INT_MAX}, TextCenter | TextVCenter);
+    EXPECT_NE(s.image(), blank().image());
 }
 
 TEST(SurfaceExtremes, EveryPrimitiveSurvivesAnyCoordinates)

@@ -69,6 +69,8 @@ const NotifyCase notifyCases[] = {
     SETS("FontFixed", FontFixed, someFont, "FontFixed"),
     SETS("BackColorBkgSame", BackColorBkg, 0x808080u, "BackColorBkg"),
     SETS("FormatString", FormatString, QString("A|B"), "FormatString"),
+    SETS("UseItemData", UseItemData, true, "UseItemData"),
+    SETS("ListBoxRows", ListBoxRows, -3, "ListBoxRows"),
 };
 
 #undef SETS
