@@ -14,14 +14,14 @@ void selectCurrentRow(Grid& g)
 {
     const GridState& s = g.s;
     if (s.mAllowSelection && s.mSelectionMode == SelectionByRow)
-        g.changeSelection([&g] { g.selection.selectWholeRow(g.selection.row(), g.s.mCols); });
+        g.changeSelection([&g] { g.selection.selectCurrentRow(g.s.mCols); });
 }
 
 void selectCurrentColumn(Grid& g)
 {
     const GridState& s = g.s;
     if (s.mAllowSelection && s.mSelectionMode == SelectionByCol)
-        g.changeSelection([&g] { g.selection.selectWholeColumn(g.selection.col(), g.s.mRows); });
+        g.changeSelection([&g] { g.selection.selectCurrentColumn(g.s.mRows); });
 }
 
 // Down and Right test the new cell's pixel extent against the area the

@@ -5,6 +5,7 @@
 
 namespace TabulaControl::detail::navigation {
 
+// A cell by its row and column.
 struct CellIndex {
     int32_t row = 0;
     int32_t col = 0;
@@ -59,6 +60,8 @@ public:
     void selectWholeRow(int32_t row, int32_t lastCol);
     void selectWholeColumn(int32_t col, int32_t lastRow);
     void selectAll(int32_t lastRow, int32_t lastCol);
+    void selectCurrentRow(int32_t lastCol) { selectWholeRow(current_.row, lastCol); }
+    void selectCurrentColumn(int32_t lastRow) { selectWholeColumn(current_.col, lastRow); }
     bool rowsSelected() const { return rowsSelected_; }
     bool columnsSelected() const { return columnsSelected_; }
     bool linesSelected() const { return rowsSelected_ || columnsSelected_; }

@@ -138,9 +138,9 @@ void Grid::fitSelectionToMode()
     if (!s.mAllowSelection)
         return;
     if (s.mSelectionMode == SelectionByRow)
-        changeSelection([this] { selection.selectWholeRow(selection.row(), s.mCols); });
+        changeSelection([this] { selection.selectCurrentRow(s.mCols); });
     else if (s.mSelectionMode == SelectionByCol)
-        changeSelection([this] { selection.selectWholeColumn(selection.col(), s.mRows); });
+        changeSelection([this] { selection.selectCurrentColumn(s.mRows); });
 }
 
 void Grid::showMarksAfterPaint()
@@ -158,9 +158,9 @@ void Grid::flipSelectionAfterScrollStep()
 {
     if (s.mAllowSelection && s.mSelectionMode == SelectionByRow) {
         flipSelectionBlock();
-        selection.selectWholeRow(selection.row(), s.mCols);
+        selection.selectCurrentRow(s.mCols);
     } else if (s.mAllowSelection && s.mSelectionMode == SelectionByCol) {
-        selection.selectWholeColumn(selection.col(), s.mRows);
+        selection.selectCurrentColumn(s.mRows);
     }
     flipSelectionMarks();
 }
