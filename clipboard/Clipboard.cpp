@@ -55,8 +55,8 @@ void pasteCell(Grid& g, int32_t row, int32_t col, const QString& value)
 
 int32_t pasteRows(Grid& g, const CellRows& rows)
 {
-    const int32_t top = std::max(g.s.mRow, 1);
-    const int32_t left = std::max(g.s.mCol, 1);
+    const int32_t top = std::max(g.selection.row(), 1);
+    const int32_t left = std::max(g.selection.col(), 1);
     int32_t dropped = 0;
     for (qsizetype i = 0; i < rows.size(); ++i) {
         for (qsizetype j = 0; j < rows[i].size(); ++j) {

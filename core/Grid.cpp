@@ -24,8 +24,7 @@ void Grid::initialize()
     s.mCells = CellArray();
     resizeZones.clear();
     s.mLeftCol = s.mTopRow = 1;
-    s.mRow = s.mCol = 1;
-    s.mRow1 = s.mCol1 = s.mRow2 = s.mCol2 = 1;
+    selection.startAtFirstCell();
 }
 
 void Grid::applyDefaultProperties()
@@ -61,8 +60,7 @@ void Grid::applyDefaultProperties()
     setRows(1);
 
     s.mLeftCol = s.mTopRow = 1;
-    s.mCol = s.mRow = 1;
-    s.mRow1 = s.mCol1 = s.mRow2 = s.mCol2 = 1;
+    selection.startAtFirstCell();
 }
 
 void Grid::fitToControl()

@@ -5,6 +5,7 @@
 #include "core/GridState.h"
 #include "lookups/LookupLists.h"
 #include "navigation/ResizeZones.h"
+#include "navigation/Selection.h"
 #include "platform/Controls.h"
 #include "platform/Surface.h"
 #include "render/Marks.h"
@@ -21,6 +22,7 @@ namespace TabulaControl::detail {
 
 using platform::MouseArgs;
 using platform::Rect;
+using navigation::CellIndex;
 
 // Marks an omitted optional argument of the painters.
 inline constexpr int32_t Omitted = INT32_MIN;
@@ -37,6 +39,7 @@ public:
     platform::Surface& surface;
     render::Marks marks;
     navigation::ResizeZones resizeZones;
+    navigation::Selection selection;
     TabulaEvents& events;
     QWidget& control;
 

@@ -22,7 +22,6 @@ inline thread_local OleColor SharedForeColor = 0x80000012;
 // per-column array 0..mCols. Sizes and positions are surface pixels.
 struct GridState {
     int16_t mBorderStyle = 1;
-    int32_t mRow1 = 0, mCol1 = 0, mRow2 = 0, mCol2 = 0;
     int32_t mCols = 0;
     int32_t mRows = 0;
     bool mColHeader = true;
@@ -30,7 +29,6 @@ struct GridState {
     bool mShowGrid = true;
     bool mGridSolid = true;
     OleColor mGridLineColor = 0xC0C0C0;
-    int32_t mCol = 0, mRow = 0;
     bool mAutoRedraw = true;
     bool mAutoNewRow = false;
     int16_t mListBoxRows = 6;
@@ -66,7 +64,6 @@ struct GridState {
     bool mEditCancel = false;
     bool mMouseDown = false;
     bool mHeaderClicked = false;
-    bool mRowsSelected = false, mColumnsSelected = false;
     uint8_t mGridLineWidth = 0;
     int32_t mPageRows = 0, mPageCols = 0;
     int32_t mDrawnBottom = 0, mDrawnRight = 0;
@@ -98,23 +95,5 @@ private:
     GridState& s_;
     bool autoRedraw_;
 };
-
-// Makes the selection the whole of one row (header column included) or the
-// whole of one column (header row included).
-inline void selectWholeRow(GridState& s, int32_t row)
-{
-    s.mRow1 = s.mRow2 = row;
-    s.mCol1 = 0;
-    s.mCol2 = s.mCols;
-    s.mRowsSelected = true;
-}
-
-inline void selectWholeColumn(GridState& s, int32_t col)
-{
-    s.mCol1 = s.mCol2 = col;
-    s.mRow1 = 0;
-    s.mRow2 = s.mRows;
-    s.mColumnsSelected = true;
-}
 
 }  // namespace TabulaControl::detail

@@ -143,8 +143,8 @@ void Grid::writeProperties(PropertyBag& bag) const
     const FontRef ambient = ui.window.AmbientFont();
     write("Rows", s.mRows, 10);
     write("Cols", s.mCols, 10);
-    write("Row", s.mRow, 1);
-    write("Col", s.mCol, 1);
+    write("Row", selection.row(), 1);
+    write("Col", selection.col(), 1);
     write("Redraw", s.mAutoRedraw);
     write("ShowGrid", s.mShowGrid);
     write("GridSolid", s.mGridSolid);

@@ -45,8 +45,7 @@ void Grid::setRows(int32_t n)
     ui.scrVertical.setMax(to16(n));
     initializeRows(n);
     s.mRows = n;
-    if (s.mRow > s.mRows)
-        s.mRow = s.mRow1 = s.mRow2 = s.mRows;
+    selection.pullBackRows(s.mRows);
     redrawIfAuto();
 }
 
@@ -55,8 +54,7 @@ void Grid::setCols(int32_t n)
     ui.scrHorizontal.setMax(to16(n));
     initializeColumns(n);
     s.mCols = n;
-    if (s.mCol > s.mCols)
-        s.mCol = s.mCol1 = s.mCol2 = s.mCols;
+    selection.pullBackColumns(s.mCols);
     redrawIfAuto();
 }
 
@@ -131,33 +129,33 @@ void Grid::initializeColumns(int32_t n)
 
 void Grid::setRow(int32_t n)
 {
-    const int32_t lastRow = s.mRow, lastCol = s.mCol;
+    const CellIndex last = selection.current();
     const int32_t target = std::min(n, s.mRows);
     moveFocus([&] {
-        s.mRow = target;
+        selection.setRow(target);
         ui.scrVertical.setValue(target);
     });
     fitSelectionToMode();
-    if (s.mRow != lastRow || s.mCol != lastCol)
-        events.RowColChange(lastRow, lastCol);
+    if (selection.current() != last)
+        events.RowColChange(last.row, last.col);
 }
 
 void Grid::setCol(int32_t n)
 {
-    const int32_t lastRow = s.mRow, lastCol = s.mCol;
+    const CellIndex last = selection.current();
     const int32_t target = std::min(n, s.mCols);
-    moveFocus([&] { s.mCol = target; });
+    moveFocus([&] { selection.setCol(target); });
     showCellButtons();
-    if (s.mRow != lastRow || s.mCol != lastCol)
-        events.RowColChange(lastRow, lastCol);
+    if (selection.current() != last)
+        events.RowColChange(last.row, last.col);
 }
 
-QString Grid::Text() const { return s.mCells.Text(to16(s.mRow), to16(s.mCol)); }
+QString Grid::Text() const { return s.mCells.Text(to16(selection.row()), to16(selection.col())); }
 
 void Grid::setText(const QString& value)
 {
-    const QString stored = Validate(value, s.mCol);
-    s.mCells.setText(to16(s.mRow), to16(s.mCol), stored);
+    const QString stored = Validate(value, selection.col());
+    s.mCells.setText(to16(selection.row()), to16(selection.col()), stored);
     redrawIfAuto();
 }
 
@@ -250,7 +248,7 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     int32_t counter = 0;
     auto store = [&](const QString& field) {
         ++counter;
-        s.mCells.setText(to16(s.mRows), to16(counter), Validate(field, s.mCol));
+        s.mCells.setText(to16(s.mRows), to16(counter), Validate(field, selection.col()));
     };
     qsizetype start = 0;
     for (qsizetype tab; (tab = rowData.indexOf(QLatin1Char('\t'), start)) >= 0; start = tab + 1)
@@ -269,7 +267,7 @@ bool Grid::itemFits(const QString& rowData) const
     const qsizetype tabs = rowData.count(QLatin1Char('\t'));
     const bool lastField = !rowData.isEmpty() && !rowData.endsWith(QLatin1Char('\t'));
     const int64_t fields = tabs + (lastField ? 1 : 0);
-    return fields <= s.mCols && s.mRows < INT16_MAX && s.mCol >= 0 && s.mCol <= s.mCols;
+    return fields <= s.mCols && s.mRows < INT16_MAX && selection.col() >= 0 && selection.col() <= s.mCols;
 }
 
 void Grid::RemoveItem(int32_t row)
@@ -284,9 +282,7 @@ void Grid::RemoveItem(int32_t row)
     ui.scrVertical.setMax(to16(s.mRows - 1));
     initializeRows(s.mRows - 1);
     s.mRows -= 1;
-    s.mRow = std::min(s.mRow, s.mRows);
-    s.mRow1 = std::min(s.mRow1, s.mRows);
-    s.mRow2 = std::min(s.mRow2, s.mRows);
+    selection.clampRows(s.mRows);
     redrawIfAuto();
     ui.cmdButton.setVisible(false);
     ui.cmdLookup.setVisible(false);
@@ -298,8 +294,7 @@ void Grid::Clear()
     ui.scrVertical.setMax(0);
     initializeRows(0);
     s.mRows = 0;
-    if (s.mRow > 0)
-        s.mRow = s.mRow1 = s.mRow2 = 0;
+    selection.pullBackRows(s.mRows);
     redrawIfAuto();
 }
 

@@ -91,9 +91,9 @@ int32_t Tabula::Rows() const { return grid_->s.mRows; }
 void Tabula::setRows(int32_t value) { repaintingChange("Rows", [&] { grid_->setRows(value); }); }
 int32_t Tabula::Cols() const { return grid_->s.mCols; }
 void Tabula::setCols(int32_t value) { repaintingChange("Cols", [&] { grid_->setCols(value); }); }
-int32_t Tabula::Row() const { return grid_->s.mRow; }
+int32_t Tabula::Row() const { return grid_->selection.row(); }
 void Tabula::setRow(int32_t value) { change("Row", [&] { grid_->setRow(value); }); }
-int32_t Tabula::Col() const { return grid_->s.mCol; }
+int32_t Tabula::Col() const { return grid_->selection.col(); }
 void Tabula::setCol(int32_t value) { change("Col", [&] { grid_->setCol(value); }); }
 
 QString Tabula::Text() const { return call("Text", [&] { return grid_->Text(); }); }
@@ -192,19 +192,16 @@ namespace TabulaControl {
 
 int32_t Tabula::TopRow() const { return grid_->s.mTopRow; }
 void Tabula::setTopRow(int32_t value) { call("TopRow", [&] { grid_->setTopRow(value); }); }
-int32_t Tabula::Row1() const { return grid_->s.mRow1; }
-void Tabula::setRow1(int32_t value) { call("Row1", [&] { grid_->s.mRow1 = value; }); }
-int32_t Tabula::Col1() const { return grid_->s.mCol1; }
-void Tabula::setCol1(int32_t value) { call("Col1", [&] { grid_->s.mCol1 = value; }); }
-int32_t Tabula::Row2() const { return grid_->s.mRow2; }
-void Tabula::setRow2(int32_t value) { call("Row2", [&] { grid_->s.mRow2 = value; }); }
-int32_t Tabula::Col2() const { return grid_->s.mCol2; }
-void Tabula::setCol2(int32_t value) { call("Col2", [&] { grid_->s.mCol2 = value; }); }
+int32_t Tabula::Row1() const { return grid_->selection.block().row1; }
+void Tabula::setRow1(int32_t value) { call("Row1", [&] { grid_->selection.setRow1(value); }); }
+int32_t Tabula::Col1() const { return grid_->selection.block().col1; }
+void Tabula::setCol1(int32_t value) { call("Col1", [&] { grid_->selection.setCol1(value); }); }
+int32_t Tabula::Row2() const { return grid_->selection.block().row2; }
+void Tabula::setRow2(int32_t value) { call("Row2", [&] { grid_->selection.setRow2(value); }); }
+int32_t Tabula::Col2() const { return grid_->selection.block().col2; }
+void Tabula::setCol2(int32_t value) { call("Col2", [&] { grid_->selection.setCol2(value); }); }
 
-bool Tabula::BlockSelected() const
-{
-    return grid_->s.mRow2 != grid_->s.mRow1 || grid_->s.mCol2 != grid_->s.mCol1;
-}
+bool Tabula::BlockSelected() const { return grid_->selection.isBlock(); }
 
 SelectModes Tabula::SelectionMode() const { return static_cast<SelectModes>(grid_->s.mSelectionMode); }
 void Tabula::setSelectionMode(SelectModes value)

@@ -15,16 +15,17 @@ constexpr int16_t VkDown = 40;
 void Grid::startEdit(int16_t keyAscii)
 {
     // A current cell the host moved out of the grid cannot be edited.
-    if (s.mRow < 1 || s.mCol < 1 || !hasCell(s, s.mRow, s.mCol))
+    const CellIndex cell = selection.current();
+    if (cell.row < 1 || cell.col < 1 || !hasCell(s, cell.row, cell.col))
         return;
     bool cancel = false;
-    events.BeforeEdit(s.mRow, s.mCol, cancel);
-    if (cancel || !s.mColAllowEdit(s.mCol) || s.mEditing)
+    events.BeforeEdit(cell.row, cell.col, cancel);
+    if (cancel || !s.mColAllowEdit(selection.col()) || s.mEditing)
         return;
     hideFocus();
     addRowBeforeEditing();
     s.mEditing = true;
-    if (ColHasLookup(s.mCol)) {
+    if (ColHasLookup(selection.col())) {
         s.mEditing = false;
         openList(keyAscii);
         return;
@@ -35,7 +36,7 @@ void Grid::startEdit(int16_t keyAscii)
 // A grid that already has the most rows a count can hold gets no new one.
 void Grid::addRowBeforeEditing()
 {
-    if (s.mRow != s.mRows || !RowEmpty(s.mRow) || !s.mAutoNewRow || s.mRows >= INT16_MAX)
+    if (selection.row() != s.mRows || !RowEmpty(selection.row()) || !s.mAutoNewRow || s.mRows >= INT16_MAX)
         return;
     bool cancel = false;
     events.BeforeAddRow(cancel);
@@ -47,13 +48,13 @@ void Grid::addRowBeforeEditing()
 
 void Grid::openEditor(int16_t keyAscii)
 {
-    const QString text = s.mCells.Text(to16(s.mRow), to16(s.mCol));
+    const QString text = s.mCells.Text(to16(selection.row()), to16(selection.col()));
     ui.txtEdit.setText(text);
     ui.txtEdit.setSelection(static_cast<int32_t>(text.size()), 0);
     ui.txtEdit.setFont(*s.mFontEdit);
     ui.txtEdit.setColors(0xFFFFFF, 0);
     ui.txtEdit.setVisible(true);
-    const int16_t maxLength = s.mColEditWidth(s.mCol);
+    const int16_t maxLength = s.mColEditWidth(selection.col());
     ui.txtEdit.setMaxLength(maxLength >= 0 ? maxLength : 0);
     if (s.mSelectText)
         ui.txtEdit.setSelection(0, static_cast<int32_t>(text.size()));
@@ -65,19 +66,22 @@ void Grid::openEditor(int16_t keyAscii)
 
 void Grid::raiseAfterEdit()
 {
-    if (hasCell(s, s.mRow, s.mCol))
-        events.AfterEdit(s.mRow, s.mCol, Text());
+    const CellIndex cell = selection.current();
+    if (hasCell(s, cell.row, cell.col))
+        events.AfterEdit(cell.row, cell.col, Text());
 }
 
 void Grid::storeEditorText()
 {
-    if (!hasCell(s, s.mRow, s.mCol))
+    const CellIndex cell = selection.current();
+    if (!hasCell(s, cell.row, cell.col))
         return;
     s.mEditCancel = false;
-    events.BeforeEdit(s.mRow, s.mCol, s.mEditCancel);
+    events.BeforeEdit(cell.row, cell.col, s.mEditCancel);
     if (s.mEditCancel)
         return;
-    s.mCells.setText(to16(s.mRow), to16(s.mCol), Validate(ui.txtEdit.Text(), s.mCol));
+    const int32_t col = selection.col();
+    s.mCells.setText(to16(selection.row()), to16(col), Validate(ui.txtEdit.Text(), col));
 }
 
 void Grid::closeEditor()
@@ -92,7 +96,7 @@ void Grid::closeEditor()
 
 void Grid::repaintEditedCell(bool highlight)
 {
-    withLineSelectionLifted([this] { redrawCell(s.mRow, s.mCol); });
+    withLineSelectionLifted([this] { redrawCell(selection.row(), selection.col()); });
     drawGridBorder();
     if (highlight)
         showFocus();
@@ -115,7 +119,7 @@ void Grid::endEdit()
 
 void Grid::hideEditor()
 {
-    if (!ColHasLookup(s.mCol))
+    if (!ColHasLookup(selection.col()))
         storeEditorText();
     if (ui.txtEdit.Visible()) {
         ui.txtEdit.setVisible(false);
@@ -153,7 +157,7 @@ void Grid::onEditorKeyDown(int16_t keyCode, int16_t)
 
 void Grid::onEditorCharacter(int16_t& keyAscii)
 {
-    switch (s.mColMask(s.mCol)) {
+    switch (s.mColMask(selection.col())) {
     case Uppercase:
         keyAscii = static_cast<int16_t>(QChar(static_cast<char16_t>(keyAscii)).toUpper().unicode());
         return;

@@ -8,7 +8,7 @@ void Grid::RemoveButton(int32_t col) { lookupLists_.removeButtonColumn(col); }
 
 bool Grid::ColHasButton(int32_t col) const { return lookupLists_.isButtonColumn(col); }
 
-void Grid::onCellButtonClick() { events.BtnClick(s.mRow, s.mCol); }
+void Grid::onCellButtonClick() { events.BtnClick(selection.row(), selection.col()); }
 
 }  // namespace TabulaControl::detail
 

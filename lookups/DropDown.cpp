@@ -39,7 +39,7 @@ void Grid::openList(int16_t keyAscii)
     s.mEditing = false;
     if (!ui.cmdLookup.Visible())
         return;
-    fillList(s.mCol);
+    fillList(selection.col());
     auto& form = ui.listForm;
     if (form.Visible()) {
         form.Hide();
@@ -48,7 +48,7 @@ void Grid::openList(int16_t keyAscii)
     }
     ui.cmdLookup.SetFocus();
     const QRect button = platform::screenRect(ui.cmdLookup.widget());
-    const int32_t colWidth = s.mColWidth(s.mCol);
+    const int32_t colWidth = s.mColWidth(selection.col());
     form.setListSize(colWidth - 1, listHeight());
     const int32_t height = form.ListHeight();
     form.setListIndex(0);
@@ -68,7 +68,7 @@ void Grid::pickListValue()
     QString text = Text();
     if (index >= 0) {
         const QString item = ui.listForm.List(index);
-        text = s.mUseItemData ? LookupItemData(s.mCol, item).toString() : item;
+        text = s.mUseItemData ? LookupItemData(selection.col(), item).toString() : item;
     }
     setText(text);
     hideList();

@@ -8,12 +8,13 @@ namespace TabulaControl::detail {
 // clips them.
 void Grid::showCellButtons()
 {
+    const CellIndex cell = selection.current();
     int32_t x = 0, y = 0;
-    cellCoordinates(s.mRow, s.mCol, x, y);
-    const bool inView =
-        s.mCol > 0 && s.mRow > 0 && s.mLeftCol <= s.mCol && s.mTopRow <= s.mRow && hasCell(s, s.mRow, s.mCol);
-    placeCellButton(ui.cmdLookup, inView && ColHasLookup(s.mCol), x, y);
-    placeCellButton(ui.cmdButton, inView && ColHasButton(s.mCol), x, y);
+    cellCoordinates(cell.row, cell.col, x, y);
+    const bool inView = cell.col > 0 && cell.row > 0 && s.mLeftCol <= cell.col && s.mTopRow <= cell.row &&
+                        hasCell(s, cell.row, cell.col);
+    placeCellButton(ui.cmdLookup, inView && ColHasLookup(cell.col), x, y);
+    placeCellButton(ui.cmdButton, inView && ColHasButton(cell.col), x, y);
 }
 
 void Grid::placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y)
@@ -22,8 +23,8 @@ void Grid::placeCellButton(platform::Child& button, bool shown, int32_t x, int32
         button.setVisible(false);
         return;
     }
-    const int32_t width = s.mColWidth(s.mCol);
-    const int32_t height = s.mRowHeight(s.mRow);
+    const int32_t width = s.mColWidth(selection.col());
+    const int32_t height = s.mRowHeight(selection.row());
     const int32_t w = ui.cmdLookup.Width();
     button.Move(to32(int64_t{x} + width - w + 1), to32(int64_t{y} + 3), w, height - 2);
     button.setVisible(true);

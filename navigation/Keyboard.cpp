@@ -12,16 +12,16 @@ bool isArrow(int16_t keyCode) { return keyCode >= VkLeft && keyCode <= VkDown; }
 
 void selectCurrentRow(Grid& g)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
     if (s.mAllowSelection && s.mSelectionMode == SelectionByRow)
-        g.changeSelection([&s] { selectWholeRow(s, s.mRow); });
+        g.changeSelection([&g] { g.selection.selectCurrentRow(g.s.mCols); });
 }
 
 void selectCurrentColumn(Grid& g)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
     if (s.mAllowSelection && s.mSelectionMode == SelectionByCol)
-        g.changeSelection([&s] { selectWholeColumn(s, s.mCol); });
+        g.changeSelection([&g] { g.selection.selectCurrentColumn(g.s.mRows); });
 }
 
 // Down and Right test the new cell's pixel extent against the area the
@@ -30,20 +30,20 @@ void selectCurrentColumn(Grid& g)
 // below (fitsDown) or to the right (fitsRight).
 bool fitsDown(Grid& g)
 {
-    GridState& s = g.s;
+    const CellIndex cell = g.selection.current();
     int32_t x = 0, y = 0;
-    g.cellCoordinates(s.mRow, s.mCol, x, y);
+    g.cellCoordinates(cell.row, cell.col, x, y);
     const int32_t barHeight = g.ui.scrHorizontal.Visible() ? g.ui.scrHorizontal.Height() : 0;
-    return int64_t{g.ui.picGrid.ScaleHeight()} - s.mRowHeight(s.mRow) - barHeight >= y;
+    return int64_t{g.ui.picGrid.ScaleHeight()} - g.s.mRowHeight(cell.row) - barHeight >= y;
 }
 
 bool fitsRight(Grid& g)
 {
-    GridState& s = g.s;
+    const CellIndex cell = g.selection.current();
     int32_t x = 0, y = 0;
-    g.cellCoordinates(s.mRow, s.mCol, x, y);
+    g.cellCoordinates(cell.row, cell.col, x, y);
     const int32_t barWidth = g.ui.scrVertical.Visible() ? g.ui.scrVertical.Width() : 0;
-    return int64_t{g.ui.picGrid.ScaleWidth()} - s.mColWidth(s.mCol) - barWidth >= x;
+    return int64_t{g.ui.picGrid.ScaleWidth()} - g.s.mColWidth(cell.col) - barWidth >= x;
 }
 
 void stepForwardUnless(bool fits, platform::ScrollBar& bar)
@@ -54,12 +54,12 @@ void stepForwardUnless(bool fits, platform::ScrollBar& bar)
 
 void moveDown(Grid& g)
 {
-    GridState& s = g.s;
-    if (s.mRow >= s.mRows)
+    Selection& selection = g.selection;
+    if (selection.row() >= g.s.mRows)
         return;
     bool fits = true;
     g.moveFocus([&] {
-        ++s.mRow;
+        selection.setRow(selection.row() + 1);
         fits = fitsDown(g);
     });
     stepForwardUnless(fits, g.ui.scrVertical);
@@ -68,12 +68,12 @@ void moveDown(Grid& g)
 
 void moveRight(Grid& g)
 {
-    GridState& s = g.s;
-    if (s.mCol >= s.mCols)
+    Selection& selection = g.selection;
+    if (selection.col() >= g.s.mCols)
         return;
     bool fits = true;
     g.moveFocus([&] {
-        ++s.mCol;
+        selection.setCol(selection.col() + 1);
         fits = fitsRight(g);
     });
     stepForwardUnless(fits, g.ui.scrHorizontal);
@@ -92,23 +92,23 @@ void stepBackOrShow(Grid& g, bool onScreen, platform::ScrollBar& bar)
 
 void moveUp(Grid& g)
 {
-    GridState& s = g.s;
-    if (s.mRow < 2)
+    Selection& selection = g.selection;
+    if (selection.row() < 2)
         return;
     g.hideFocus();
-    --s.mRow;
-    stepBackOrShow(g, s.mRow >= s.mTopRow, g.ui.scrVertical);
+    selection.setRow(selection.row() - 1);
+    stepBackOrShow(g, selection.row() >= g.s.mTopRow, g.ui.scrVertical);
     selectCurrentRow(g);
 }
 
 void moveLeft(Grid& g)
 {
-    GridState& s = g.s;
-    if (s.mCol < 2)
+    Selection& selection = g.selection;
+    if (selection.col() < 2)
         return;
     g.hideFocus();
-    --s.mCol;
-    stepBackOrShow(g, s.mCol >= s.mLeftCol, g.ui.scrHorizontal);
+    selection.setCol(selection.col() - 1);
+    stepBackOrShow(g, selection.col() >= g.s.mLeftCol, g.ui.scrHorizontal);
     selectCurrentColumn(g);
 }
 
@@ -126,15 +126,15 @@ void moveByArrow(Grid& g, int16_t keyCode)
 // The current row each paging key moves to, always a row of the grid (or
 // 0 when it has none). A grid too small to hold one whole page measures a
 // negative page, which moves nothing.
-int32_t pagedRow(const GridState& s, int16_t keyCode)
+int32_t pagedRow(const GridState& s, int32_t currentRow, int16_t keyCode)
 {
     const int64_t page = std::max(s.mPageRows, 0);
     int64_t row = s.mRows;
     switch (keyCode) {
     case VkHome: row = 1; break;
     case VkEnd: row = s.mRows; break;
-    case VkPageUp: row = s.mRow - page; break;
-    default: row = s.mRow + page; break;
+    case VkPageUp: row = currentRow - page; break;
+    default: row = currentRow + page; break;
     }
     return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(s.mRows, 1), s.mRows));
 }
@@ -147,11 +147,10 @@ bool isPagingKey(int16_t keyCode)
 // The new current row becomes the top row; the repaint shows its mark.
 void moveByPage(Grid& g, int16_t keyCode)
 {
-    GridState& s = g.s;
     g.hideFocus();
-    s.mRow = pagedRow(s, keyCode);
+    g.selection.setRow(pagedRow(g.s, g.selection.row(), keyCode));
     g.redrawAllCells(true);
-    g.ui.scrVertical.setValue(to16(s.mRow));
+    g.ui.scrVertical.setValue(to16(g.selection.row()));
     g.showCellButtons();
     g.fitSelectionToMode();
 }
@@ -159,9 +158,9 @@ void moveByPage(Grid& g, int16_t keyCode)
 void toggleCheckmarkByKey(Grid& g)
 {
     GridState& s = g.s;
-    const bool editable = s.mColAllowEdit(s.mCol);
+    const bool editable = s.mColAllowEdit(g.selection.col());
     if (editable) {
-        const int16_t row = to16(s.mRow), col = to16(s.mCol);
+        const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
         s.mCells.setText(row, col, toggledCheckmark(s.mCells.Text(row, col)));
     }
     redrawCurrentCell(g);
@@ -173,7 +172,7 @@ void toggleCheckmarkByKey(Grid& g)
 
 void Grid::KeyDown(int16_t keyCode, int16_t)
 {
-    const int32_t oldRow = s.mRow, oldCol = s.mCol;
+    const CellIndex old = selection.current();
     if (isArrow(keyCode)) {
         moveByArrow(*this, keyCode);
         if (ui.txtEdit.Visible())
@@ -181,8 +180,8 @@ void Grid::KeyDown(int16_t keyCode, int16_t)
         closeDropDown(*this);
     }
     ui.picGrid.Refresh();
-    if (s.mRow != oldRow || s.mCol != oldCol)
-        events.RowColChange(oldRow, oldCol);
+    if (selection.current() != old)
+        events.RowColChange(old.row, old.col);
 }
 
 void Grid::onSurfaceKeyDown(int16_t keyCode, int16_t shift)
@@ -194,21 +193,21 @@ void Grid::onSurfaceKeyDown(int16_t keyCode, int16_t shift)
 void Grid::onSurfaceCharacter(int16_t keyAscii)
 {
     events.KeyPress(keyAscii);
-    const bool checkmarkColumn = s.mColMask(s.mCol) == checkmark;
+    const bool checkmarkColumn = s.mColMask(selection.col()) == checkmark;
     if (s.mCols > 0 && s.mRows > 0 && keyAscii != CharTab && !checkmarkColumn)
         startEdit(keyAscii);
-    if (s.mColMask(s.mCol) == checkmark)
+    if (s.mColMask(selection.col()) == checkmark)
         toggleCheckmarkByKey(*this);
 }
 
 void Grid::onSurfaceKeyUp(int16_t keyCode, int16_t shift)
 {
-    const int32_t oldRow = s.mRow, oldCol = s.mCol;
+    const CellIndex old = selection.current();
     if (isPagingKey(keyCode))
         moveByPage(*this, keyCode);
     events.KeyUp(keyCode, shift);
-    if (s.mRow != oldRow || s.mCol != oldCol)
-        events.RowColChange(oldRow, oldCol);
+    if (selection.current() != old)
+        events.RowColChange(old.row, old.col);
 }
 
 }  // namespace TabulaControl::detail

@@ -14,11 +14,6 @@ constexpr int16_t Unmarked = 0;
 bool isMarked(const CellArray& cells, int32_t row, int32_t col) { return cells.Value(to16(row), to16(col)) != 0; }
 
 
-struct CellIndex {
-    int32_t row = 0;
-    int32_t col = 0;
-};
-
 bool isHeader(CellIndex c) { return (c.row == 0 || c.col == 0) && c.row >= 0 && c.col >= 0; }
 bool isDataCell(CellIndex c) { return c.row >= 1 && c.col >= 1; }
 bool extendsSelection(const GridState& s, int16_t button, int16_t shift)
@@ -56,9 +51,10 @@ void unmarkHeaders(Grid& g)
         s.mCells.setValue(0, 0, Unmarked);
         g.drawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
     }
-    for (int32_t c = s.mCol1; c <= s.mCol2; ++c)
+    const CellBlock& block = g.selection.block();
+    for (int32_t c = block.col1; c <= block.col2; ++c)
         unmarkHeaderCell(g, 0, c);
-    for (int32_t r = s.mRow1; r <= s.mRow2; ++r)
+    for (int32_t r = block.row1; r <= block.row2; ++r)
         unmarkHeaderCell(g, r, 0);
 }
 
@@ -89,10 +85,10 @@ void selectHeaderLine(Grid& g, CellIndex pressed)
         return;
     if (pressed.row == 0 && pressed.col >= 1 && s.mSelectionMode == SelectionByCol) {
         drawHeaderCell(g, 0, pressed.col);
-        selectWholeColumn(s, pressed.col);
+        g.selection.selectWholeColumn(pressed.col, s.mRows);
     } else if (pressed.row >= 1 && pressed.col == 0 && s.mSelectionMode == SelectionByRow) {
         drawHeaderCell(g, pressed.row, 0);
-        selectWholeRow(s, pressed.row);
+        g.selection.selectWholeRow(pressed.row, s.mCols);
     }
 }
 
@@ -112,18 +108,13 @@ void selectAllFromCorner(Grid& g, CellIndex pressed)
         markAndDrawHeader(g, 0, c);
     for (int32_t r = 1; r <= s.mRows; ++r)
         markAndDrawHeader(g, r, 0);
-    s.mRow1 = 1;
-    s.mCol1 = 1;
-    s.mRow2 = s.mRows;
-    s.mCol2 = s.mCols;
-    s.mRowsSelected = s.mColumnsSelected = true;
+    g.selection.selectAll(s.mRows, s.mCols);
 }
 
 void pressHeader(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
 {
-    GridState& s = g.s;
-    if (!extendsSelection(s, button, shift)) {
-        if (selectionIsBlock(s))
+    if (!extendsSelection(g.s, button, shift)) {
+        if (g.selection.isBlock())
             g.hideSelectionMarks();
         g.hideFocus();
         markPressedHeader(g, pressed);
@@ -151,45 +142,42 @@ void scrollTowardCell(Grid& g, CellIndex pressed)
 
 void extendSelectionTo(Grid& g, CellIndex pressed)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
     g.changeSelection([&] {
-        s.mRow2 = pressed.row;
-        s.mCol2 = pressed.col;
+        CellIndex corner = pressed;
         if (s.mSelectionMode == SelectionByRow)
-            s.mCol2 = s.mCols;
+            corner.col = s.mCols;
         if (s.mSelectionMode == SelectionByCol)
-            s.mRow2 = s.mRows;
+            corner.row = s.mRows;
+        g.selection.setCorner(corner);
     });
 }
 
 void anchorSelectionAt(Grid& g, CellIndex pressed)
 {
-    GridState& s = g.s;
-    if (selectionIsBlock(s))
+    const GridState& s = g.s;
+    if (g.selection.isBlock())
         g.hideSelectionMarks();
-    s.mRow1 = s.mRow2 = pressed.row;
-    s.mCol1 = s.mCol2 = pressed.col;
+    g.selection.anchorAt(pressed);
     if (!selectsLines(s))
         return;
     if (s.mSelectionMode == SelectionByRow)
-        selectWholeRow(s, pressed.row);
+        g.selection.selectWholeRow(pressed.row, s.mCols);
     else if (s.mSelectionMode == SelectionByCol)
-        selectWholeColumn(s, pressed.col);
+        g.selection.selectWholeColumn(pressed.col, s.mRows);
     if (s.mSelectionMode == SelectionByRow || s.mSelectionMode == SelectionByCol)
         g.showSelectionMarks();
 }
 
 void moveCurrentCellTo(Grid& g, CellIndex pressed)
 {
-    GridState& s = g.s;
-    if (pressed.row == s.mRow && pressed.col == s.mCol)
+    if (pressed == g.selection.current())
         return;
-    if (s.mEditing)
+    if (g.s.mEditing)
         g.hideEditor();
     else
         g.hideFocus();
-    s.mRow = pressed.row;
-    s.mCol = pressed.col;
+    g.selection.setCurrent(pressed);
     g.showFocus();
 }
 
@@ -216,11 +204,11 @@ void closeEditorBoxAfterPress(Grid& g)
 void toggleCheckmarkAfterPress(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
-    if (!isDataCell(pressed) || s.mColMask(s.mCol) != checkmark)
+    if (!isDataCell(pressed) || s.mColMask(g.selection.col()) != checkmark)
         return;
-    const bool editable = s.mColAllowEdit(s.mCol);
+    const bool editable = s.mColAllowEdit(g.selection.col());
     if (editable) {
-        const int16_t row = to16(s.mRow), col = to16(s.mCol);
+        const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
         s.mCells.setText(row, col, toggledCheckmark(s.mCells.Text(row, col)));
     }
     g.withLineSelectionLifted([&g] { redrawCurrentCell(g); });
@@ -262,16 +250,13 @@ namespace navigation {
 
 void extendSelectionByDrag(Grid& g, float x, float y)
 {
-    GridState& s = g.s;
     if (autoScrollStep(g, x, y))
         g.ui.picGrid.repeatMouseMove();
-    const int32_t row = s.mMouseRow, col = s.mMouseCol;
-    if ((row == s.mRow2 && col == s.mCol2) || row < 1 || col < 1)
+    const CellIndex pointed = {g.s.mMouseRow, g.s.mMouseCol};
+    const CellBlock& block = g.selection.block();
+    if ((pointed.row == block.row2 && pointed.col == block.col2) || pointed.row < 1 || pointed.col < 1)
         return;
-    g.changeSelection([&] {
-        s.mRow2 = row;
-        s.mCol2 = col;
-    });
+    g.changeSelection([&] { g.selection.setCorner(pointed); });
     g.ui.picGrid.Refresh();
 }
 
@@ -313,7 +298,7 @@ int32_t Grid::columnAt(float x, float)
 
 void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
 {
-    const int32_t oldRow = s.mRow, oldCol = s.mCol;
+    const CellIndex old = selection.current();
     s.mMouseDown = true;
     CellIndex pressed;
     if (!startSizerDrag(*this, x, y)) {
@@ -330,15 +315,14 @@ void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
     closeEditorBoxAfterPress(*this);
     closeDropDown(*this);
     toggleCheckmarkAfterPress(*this, pressed);
-    if (s.mRow != oldRow || s.mCol != oldCol)
-        events.RowColChange(oldRow, oldCol);
+    if (selection.current() != old)
+        events.RowColChange(old.row, old.col);
 }
 
 void Grid::MouseUp(int16_t, int16_t, float, float)
 {
     s.mMouseDown = false;
-    s.mRowsSelected = false;
-    s.mColumnsSelected = false;
+    selection.clearLineSelection();
     ui.picSizer.setVisible(false);
     if (resizeZones.columnDragging())
         finishColumnDrag(*this);
@@ -347,7 +331,7 @@ void Grid::MouseUp(int16_t, int16_t, float, float)
 
 void Grid::DblClick()
 {
-    if (s.mRow > 0 && s.mCol > 0 && s.mColMask(s.mCol) != checkmark && !s.mHeaderClicked)
+    if (selection.row() > 0 && selection.col() > 0 && s.mColMask(selection.col()) != checkmark && !s.mHeaderClicked)
         startEdit(CharSpace);
 }
 

@@ -17,8 +17,7 @@ void closeDropDown(Grid& g)
 
 void redrawCurrentCell(Grid& g)
 {
-    GridState& s = g.s;
-    g.redrawCell(s.mRow, s.mCol);
+    g.redrawCell(g.selection.row(), g.selection.col());
     g.drawGridBorder();
     g.showFocus();
 }

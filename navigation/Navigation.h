@@ -25,8 +25,6 @@ inline constexpr int16_t CharSpace = 32;
 // The selection is drawn as whole rows or whole columns.
 inline bool selectsLines(const GridState& s) { return s.mAllowSelection && s.mSelectionMode >= 1; }
 
-inline bool selectionIsBlock(const GridState& s) { return s.mRow1 != s.mRow2 || s.mCol1 != s.mCol2; }
-
 // Hides a visible editor box.
 void hideEditorBox(Grid& g);
 

@@ -110,7 +110,7 @@ void Grid::MouseMove(int16_t, int16_t, float x, float y)
     if (resizeZones.rowDragging())
         return followRowSizer(*this, y, surfaceHeight);
     if (s.mMouseDown && s.mAllowSelection && s.mSelectionMode == SelectionFree) {
-        if (!s.mRowsSelected && !s.mColumnsSelected)
+        if (!selection.linesSelected())
             extendSelectionByDrag(*this, x, y);
         return;
     }

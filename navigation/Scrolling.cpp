@@ -110,7 +110,7 @@ void Grid::setLeftCol(int32_t value)
     const int32_t v = std::min<int32_t>(value, ui.scrHorizontal.Max());
     hideFocus();
     s.mLeftCol = v;
-    s.mCol = v;
+    selection.setCol(v);
     redrawAllCells(true);
     ui.scrHorizontal.setValue(to16(v));
     showCellButtons();

@@ -39,7 +39,7 @@ using render::advance;
 // that cell, which is where opening the editor finds it.
 void Grid::flipFocusMark()
 {
-    const int32_t row = s.mRow, col = s.mCol;
+    const int32_t row = selection.row(), col = selection.col();
     if (s.mRows < 1 || s.mCols < 1 || row < s.mTopRow || col < s.mLeftCol || !hasCell(s, row, col))
         return;
     int32_t x = 0, y = 0;
@@ -84,13 +84,18 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
         ui.picGrid.Refresh();
 }
 
-void Grid::flipSelectionBlock() { flipSelectionBlock(s.mRow1, s.mCol1, s.mRow2, s.mCol2); }
+void Grid::flipSelectionBlock()
+{
+    const navigation::CellBlock block = selection.block();
+    flipSelectionBlock(block.row1, block.col1, block.row2, block.col2);
+}
 
 // The anchor's own flip shows it in normal colours inside the block.
 void Grid::flipSelectionMarks()
 {
     flipSelectionBlock();
-    flipSelectionBlock(s.mRow1, s.mCol1, s.mRow1, s.mCol1);
+    const navigation::CellBlock block = selection.block();
+    flipSelectionBlock(block.row1, block.col1, block.row1, block.col1);
 }
 
 void Grid::showFocus() { flipFocusMark(); }
@@ -133,16 +138,16 @@ void Grid::fitSelectionToMode()
     if (!s.mAllowSelection)
         return;
     if (s.mSelectionMode == SelectionByRow)
-        changeSelection([this] { selectWholeRow(s, s.mRow); });
+        changeSelection([this] { selection.selectCurrentRow(s.mCols); });
     else if (s.mSelectionMode == SelectionByCol)
-        changeSelection([this] { selectWholeColumn(s, s.mCol); });
+        changeSelection([this] { selection.selectCurrentColumn(s.mRows); });
 }
 
 void Grid::showMarksAfterPaint()
 {
     showSelectionMarks();
     int32_t x = 0, y = 0;
-    if (!cellCoordinates(s.mRow, s.mCol, x, y))
+    if (!cellCoordinates(selection.row(), selection.col(), x, y))
         showFocus();
 }
 
@@ -153,9 +158,9 @@ void Grid::flipSelectionAfterScrollStep()
 {
     if (s.mAllowSelection && s.mSelectionMode == SelectionByRow) {
         flipSelectionBlock();
-        selectWholeRow(s, s.mRow);
+        selection.selectCurrentRow(s.mCols);
     } else if (s.mAllowSelection && s.mSelectionMode == SelectionByCol) {
-        selectWholeColumn(s, s.mCol);
+        selection.selectCurrentColumn(s.mRows);
     }
     flipSelectionMarks();
 }
@@ -166,10 +171,7 @@ void Grid::flipSelectionAfterScrollStep()
 void Grid::showMarksAtAnchor()
 {
     showSelectionMarks();
-    if (s.mCol1 > 0)
-        s.mCol = s.mCol1;
-    if (s.mRow1 > 0)
-        s.mRow = s.mRow1;
+    selection.moveToAnchor();
     showFocus();
 }
 

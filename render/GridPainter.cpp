@@ -130,10 +130,10 @@ void Grid::Refresh()
     // The host's edit events meet a line selection's block taken off.
     if (s.mEditing)
         withLineSelectionLifted([this] { endEdit(); });
-    if (s.mRow < 1 && s.mRows >= 1)
-        s.mRow = 1;
-    if (s.mCol < 1 && s.mCols >= 1)
-        s.mCol = 1;
+    if (selection.row() < 1 && s.mRows >= 1)
+        selection.setRow(1);
+    if (selection.col() < 1 && s.mCols >= 1)
+        selection.setCol(1);
     if (deferDepth_ > 0)
         layoutAll();
     else

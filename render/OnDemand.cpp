@@ -26,8 +26,7 @@ private:
 RepaintInputs inputsOf(const Grid& g)
 {
     const GridState& s = g.s;
-    return {*s.mFont,  *s.mFontFixed, SharedBackColor, SharedForeColor, s.mRow1,
-            s.mCol1,   s.mRow2,       s.mCol2,         g.barsShown()};
+    return {*s.mFont, *s.mFontFixed, SharedBackColor, SharedForeColor, g.selection.block(), g.barsShown()};
 }
 
 }  // namespace
@@ -61,7 +60,7 @@ private:
     {
         SharedBackColor = in.backColor;
         SharedForeColor = in.foreColor;
-        std::tie(s_.mRow1, s_.mCol1, s_.mRow2, s_.mCol2) = std::tie(in.row1, in.col1, in.row2, in.col2);
+        g_.selection.setBlock(in.block);
     }
 
     Grid& g_;
@@ -84,10 +83,11 @@ void checkCell(const GridState& s, int32_t row, int32_t col)
 #ifndef NDEBUG
 // The fields a full repaint settles, to check that the layout settled them
 // exactly as painting does.
-auto settledFields(const GridState& s)
+auto settledFields(const Grid& g)
 {
+    const GridState& s = g.s;
     return std::tuple(s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded, s.mPageRows, s.mPageCols,
-                      s.mRow1, s.mCol1, s.mRow2, s.mCol2, s.mRowsSelected, s.mColumnsSelected);
+                      g.selection.block(), g.selection.rowsSelected(), g.selection.columnsSelected());
 }
 #endif
 
@@ -133,10 +133,9 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     const GridState& s = g.s;
     v.clear();
     v.insert(v.end(), {
-        s.mBorderStyle, s.mRow1, s.mCol1, s.mRow2, s.mCol2, s.mCols, s.mColHeader, s.mRowHeader,
-        s.mShowGrid, s.mGridSolid, s.mCol, s.mRow, s.mAllowSelection, s.mFixedStyle, s.mSelectionMode,
-        s.mAllowUserResizing, s.mLeftCol, s.mTopRow, s.mEditing, s.mEditCancel, s.mMouseDown, s.mHeaderClicked,
-        s.mRowsSelected, s.mColumnsSelected, s.mGridLineWidth,
+        s.mBorderStyle, s.mCols, s.mColHeader, s.mRowHeader, s.mShowGrid, s.mGridSolid, s.mAllowSelection,
+        s.mFixedStyle, s.mSelectionMode, s.mAllowUserResizing, s.mLeftCol, s.mTopRow, s.mEditing, s.mEditCancel,
+        s.mMouseDown, s.mHeaderClicked, s.mGridLineWidth,
         s.mPageRows, s.mPageCols, s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded,
         s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
         s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
@@ -147,13 +146,14 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     addShown(v, s.mColWidth, s.mLeftCol, s.mCols, g.ui.window.ScaleWidth());
     // Rows past those that can show matter only by their number, and that
     // only to a selection of whole columns, which spans every row.
-    const bool spansRows = s.mSelectionMode == SelectionByCol || s.mColumnsSelected;
+    const bool spansRows = s.mSelectionMode == SelectionByCol || g.selection.columnsSelected();
     for (const int64_t count : {int64_t{s.mRows}, int64_t{s.mRowHeight.upper()}, int64_t{s.mCells.Rows()}})
         v.push_back(spansRows ? count : std::min(count, rowsShownEnd + 1));
     addBar(v, g.ui.scrVertical);
     addBar(v, g.ui.scrHorizontal);
     addChild(v, g.ui.txtEdit);
     g.resizeZones.appendLayoutKey(v);
+    g.selection.appendLayoutKey(v);
 }
 
 }  // namespace
@@ -227,12 +227,12 @@ void Grid::flushPaint()
     owedRepaint_.reset();
     surface.setPendingRender({});
 #ifndef NDEBUG
-    const auto settled = settledFields(s);
+    const auto settled = settledFields(*this);
 #endif
     try {
         const InputsRestored restored(*this, inputs);
         paintAll();
-        assert(settledFields(s) == settled);
+        assert(settledFields(*this) == settled);
     } catch (...) {
         // Owed pixels are made outside the member that owed them: no caller to throw to.
         if (onPaintFailure)

@@ -2,6 +2,8 @@
 
 #include <TabulaControl/Tabula.h>
 
+#include "navigation/Selection.h"
+
 #include <cstdint>
 
 namespace TabulaControl::detail {
@@ -15,7 +17,7 @@ struct RepaintInputs {
     OleColor foreColor = 0;
     // The selection as the marks are drawn, before the selection mode
     // reshapes it.
-    int32_t row1 = 0, col1 = 0, row2 = 0, col2 = 0;
+    navigation::CellBlock block;
     // Whether both scroll bars were shown before the repaint placed them.
     bool barsShown = false;
 };
