@@ -89,6 +89,9 @@ private:
 
 void Grid::readProperties(const PropertyBag& bag)
 {
+    // A saved grid that lacks Rows, Cols, GridLineColor or BackColorFixed
+    // reads 10 x 10 in button-face colours, not a new grid's defaults:
+    // settings saved without them have always loaded that way.
     const Reader in(bag);
     s.mAutoRedraw = false;
     s.mFont = in.font("Font", ui.window.AmbientFont());

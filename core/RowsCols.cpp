@@ -245,6 +245,8 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     initializeRows(to32(int64_t{s.mRows} + 1), optionalColour(backColor), optionalColour(foreColor));
     s.mRows += 1;
 
+    // Every field is validated with the current column's mask, not its own
+    // column's: rows added while a masked column is current have always been.
     int32_t counter = 0;
     auto store = [&](const QString& field) {
         ++counter;
@@ -278,6 +280,8 @@ void Grid::RemoveItem(int32_t row)
     events.BeforeDeleteRow(row, cancel);
     if (cancel)
         return;
+    // Only the cell records move up: row heights and bookmarks stay with
+    // their index, as hosts that set them before a removal have always seen.
     s.mCells.Remove(to16(row));
     ui.scrVertical.setMax(to16(s.mRows - 1));
     initializeRows(s.mRows - 1);

@@ -32,6 +32,9 @@ public:
     int32_t draggedWidth(int32_t barLeft) const;
 
     void startColumnDrag() { columnDrag_ = true; }
+    // Row drags exist only as a state, under a pointer shape the host sets:
+    // no row zone is ever placed and a dropped row border resizes nothing,
+    // so users cannot resize rows, as they never could.
     void startRowDrag() { rowDrag_ = true; }
     bool columnDragging() const { return columnDrag_; }
     bool rowDragging() const { return rowDrag_; }

@@ -50,6 +50,8 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
     s.mTopRow = newTop;
     const int32_t top = s.mColHeader ? to32(int64_t{s.mRowHeight(0)} + 2) : 1;
     const Rect area{1, top, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
+    // One pixel past the row even without grid lines; the repaint that
+    // follows covers the difference, as it always has.
     const int32_t step = to32(int64_t{s.mRowHeight(delta < 1 ? oldTop : s.mTopRow)} + 1);
     g.scrollPixels(0, to32(int64_t{step} * delta), area);
     if (delta < 1)
@@ -68,6 +70,7 @@ void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
     s.mLeftCol = newLeft;
     const int32_t left = s.mRowHeader ? to32(int64_t{s.mColWidth(0)} + 2) : 1;
     const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
+    // One pixel past the column even without grid lines, as for rows.
     const int32_t step = to32(int64_t{s.mColWidth(delta < 1 ? oldLeft : s.mLeftCol)} + 1);
     g.scrollPixels(to32(int64_t{step} * delta), 0, area);
     if (delta < 1)
