@@ -33,11 +33,10 @@ void Grid::applyDefaultProperties()
     s.mColHeader = s.mRowHeader = s.mShowGrid = s.mGridSolid = true;
     s.mAllowUserResizing = true;
     s.mFormatString.clear();
-    s.mAutoNewRow = false;
+    editorState.restoreDefaultSettings();
     s.mListBoxRows = 6;
     s.mUseItemData = false;
     s.mAutoRedraw = true;
-    s.mSelectText = false;
     s.mBorderStyle = 1;
 
     SharedBackColor = 0xFFFFFF;

@@ -3,6 +3,7 @@
 #include <TabulaControl/Tabula.h>
 
 #include "core/GridState.h"
+#include "editing/EditorState.h"
 #include "lookups/LookupLists.h"
 #include "navigation/ResizeZones.h"
 #include "navigation/Selection.h"
@@ -40,6 +41,7 @@ public:
     render::Marks marks;
     navigation::ResizeZones resizeZones;
     navigation::Selection selection;
+    editing::EditorState editorState;
     TabulaEvents& events;
     QWidget& control;
 

@@ -36,7 +36,7 @@ void Grid::selectListItem(const QString& text, int32_t length)
 
 void Grid::openList(int16_t keyAscii)
 {
-    s.mEditing = false;
+    editorState.close();
     if (!ui.cmdLookup.Visible())
         return;
     fillList(selection.col());
@@ -63,7 +63,7 @@ void Grid::openList(int16_t keyAscii)
 
 void Grid::pickListValue()
 {
-    s.mEditing = false;
+    editorState.close();
     const int32_t index = ui.listForm.ListIndex();
     QString text = Text();
     if (index >= 0) {
@@ -83,7 +83,7 @@ void Grid::onListKeyDown(int16_t keyCode, int16_t)
         return pickListValue();
     if (keyCode != 27)
         return;
-    s.mEditing = false;
+    editorState.close();
     hideList();
     ui.picGrid.SetFocus();
 }
