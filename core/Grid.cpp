@@ -34,8 +34,7 @@ void Grid::applyDefaultProperties()
     s.mAllowUserResizing = true;
     s.mFormatString.clear();
     editorState.restoreDefaultSettings();
-    s.mListBoxRows = 6;
-    s.mUseItemData = false;
+    dropDownSettings.restoreDefaults();
     s.mAutoRedraw = true;
     s.mBorderStyle = 1;
 

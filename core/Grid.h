@@ -4,6 +4,7 @@
 
 #include "core/GridState.h"
 #include "editing/EditorState.h"
+#include "lookups/DropDownSettings.h"
 #include "lookups/LookupLists.h"
 #include "navigation/ResizeZones.h"
 #include "navigation/Selection.h"
@@ -42,6 +43,7 @@ public:
     navigation::ResizeZones resizeZones;
     navigation::Selection selection;
     editing::EditorState editorState;
+    lookups::DropDownSettings dropDownSettings;
     TabulaEvents& events;
     QWidget& control;
 

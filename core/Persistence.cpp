@@ -119,8 +119,8 @@ void Grid::readProperties(const PropertyBag& bag)
     s.mAllowUserResizing = in.boolean("AllowUserResizing", true);
     s.mFormatString = in.text("FormatString", QString());
     editorState.setAddsRowOnEdit(in.boolean("AutoNewRow", false));
-    s.mListBoxRows = in.int16("ListBoxRows", 6);
-    s.mUseItemData = in.boolean("UseItemData", false);
+    dropDownSettings.setMinimumRows(in.int16("ListBoxRows", 6));
+    dropDownSettings.setPicksItemData(in.boolean("UseItemData", false));
     editorState.setSelectsTextOnOpen(in.boolean("SelectText", false));
     ui.picGrid.setToolTipText(ui.window.ToolTipText());
     const int16_t count = in.int16("Count", 0);
@@ -169,8 +169,8 @@ void Grid::writeProperties(PropertyBag& bag) const
     write("AllowUserResizing", s.mAllowUserResizing, true);
     write("FormatString", s.mFormatString, QString());
     write("AutoNewRow", editorState.addsRowOnEdit(), false);
-    write("ListBoxRows", s.mListBoxRows, int16_t{6});
-    write("UseItemData", s.mUseItemData, false);
+    write("ListBoxRows", dropDownSettings.minimumRows(), int16_t{6});
+    write("UseItemData", dropDownSettings.picksItemData(), false);
     write("SelectText", editorState.selectsTextOnOpen(), false);
     if (ui.window.UserMode())
         return;

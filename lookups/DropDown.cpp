@@ -15,8 +15,7 @@ void Grid::hideList()
 // frame 2 pixels; the sum is rounded to fifteenths of a pixel, then cut.
 int32_t Grid::listHeight() const
 {
-    const int32_t count = ui.listForm.ListCount();
-    const int32_t rows = count > s.mListBoxRows ? count : s.mListBoxRows;
+    const int32_t rows = dropDownSettings.rowsFor(ui.listForm.ListCount());
     return roundTo32(rows * (ui.listForm.FontSize() * 25) + 30) / 15;
 }
 
@@ -68,7 +67,7 @@ void Grid::pickListValue()
     QString text = Text();
     if (index >= 0) {
         const QString item = ui.listForm.List(index);
-        text = s.mUseItemData ? LookupItemData(selection.col(), item).toString() : item;
+        text = dropDownSettings.picksItemData() ? LookupItemData(selection.col(), item).toString() : item;
     }
     setText(text);
     hideList();
