@@ -152,7 +152,7 @@ void Tabula::copySelection() const
 int32_t Tabula::paste()
 {
     const int32_t dropped = call("paste", [&] {
-        if (grid_->s.mEditing)
+        if (grid_->editorState.isOpen())
             grid_->endEdit();
         const int32_t count = detail::pasteRows(*grid_, detail::fromTabSeparated(QGuiApplication::clipboard()->text()));
         if (grid_->s.mAutoRedraw)

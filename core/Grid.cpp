@@ -33,11 +33,9 @@ void Grid::applyDefaultProperties()
     s.mColHeader = s.mRowHeader = s.mShowGrid = s.mGridSolid = true;
     s.mAllowUserResizing = true;
     s.mFormatString.clear();
-    s.mAutoNewRow = false;
-    s.mListBoxRows = 6;
-    s.mUseItemData = false;
+    editorState.restoreDefaultSettings();
+    dropDownSettings.restoreDefaults();
     s.mAutoRedraw = true;
-    s.mSelectText = false;
     s.mBorderStyle = 1;
 
     SharedBackColor = 0xFFFFFF;

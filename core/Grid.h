@@ -3,6 +3,8 @@
 #include <TabulaControl/Tabula.h>
 
 #include "core/GridState.h"
+#include "editing/EditorState.h"
+#include "lookups/DropDownSettings.h"
 #include "lookups/LookupLists.h"
 #include "navigation/ResizeZones.h"
 #include "navigation/Selection.h"
@@ -40,6 +42,8 @@ public:
     render::Marks marks;
     navigation::ResizeZones resizeZones;
     navigation::Selection selection;
+    editing::EditorState editorState;
+    lookups::DropDownSettings dropDownSettings;
     TabulaEvents& events;
     QWidget& control;
 

@@ -30,8 +30,6 @@ struct GridState {
     bool mGridSolid = true;
     OleColor mGridLineColor = 0xC0C0C0;
     bool mAutoRedraw = true;
-    bool mAutoNewRow = false;
-    int16_t mListBoxRows = 6;
     OleColor mBackColorFixed = 0xC0C0C0;
     OleColor mForeColorFixed = 0x80000012;
     OleColor mBackColorBkg = 0x808080;
@@ -53,15 +51,11 @@ struct GridState {
     VbArray<Flag> mColAllowEdit;
     VbArray<int16_t> mColMask;
     VbArray<int16_t> mColEditWidth;
-    bool mSelectText = false;
     int32_t mLeftCol = 0;
     int32_t mTopRow = 0;
-    bool mUseItemData = false;
     int16_t mMouseRow = 0, mMouseCol = 0;
 
     // Working fields of painting, mouse and editing.
-    bool mEditing = false;
-    bool mEditCancel = false;
     bool mMouseDown = false;
     bool mHeaderClicked = false;
     uint8_t mGridLineWidth = 0;

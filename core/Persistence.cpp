@@ -121,10 +121,10 @@ void Grid::readProperties(const PropertyBag& bag)
     s.mBackColorBkg = in.colour("BackColorBkg", 0x808080);
     s.mAllowUserResizing = in.boolean("AllowUserResizing", true);
     s.mFormatString = in.text("FormatString", QString());
-    s.mAutoNewRow = in.boolean("AutoNewRow", false);
-    s.mListBoxRows = in.int16("ListBoxRows", 6);
-    s.mUseItemData = in.boolean("UseItemData", false);
-    s.mSelectText = in.boolean("SelectText", false);
+    editorState.setAddsRowOnEdit(in.boolean("AutoNewRow", false));
+    dropDownSettings.setMinimumRows(in.int16("ListBoxRows", 6));
+    dropDownSettings.setPicksItemData(in.boolean("UseItemData", false));
+    editorState.setSelectsTextOnOpen(in.boolean("SelectText", false));
     ui.picGrid.setToolTipText(ui.window.ToolTipText());
     const int16_t count = in.int16("Count", 0);
     for (int32_t n = 1; n <= count; ++n) {
@@ -171,10 +171,10 @@ void Grid::writeProperties(PropertyBag& bag) const
     write("BackColorBkg", s.mBackColorBkg, OleColor{0x808080});
     write("AllowUserResizing", s.mAllowUserResizing, true);
     write("FormatString", s.mFormatString, QString());
-    write("AutoNewRow", s.mAutoNewRow, false);
-    write("ListBoxRows", s.mListBoxRows, int16_t{6});
-    write("UseItemData", s.mUseItemData, false);
-    write("SelectText", s.mSelectText, false);
+    write("AutoNewRow", editorState.addsRowOnEdit(), false);
+    write("ListBoxRows", dropDownSettings.minimumRows(), int16_t{6});
+    write("UseItemData", dropDownSettings.picksItemData(), false);
+    write("SelectText", editorState.selectsTextOnOpen(), false);
     if (ui.window.UserMode())
         return;
     const auto saved = lookupLists_.savedValues();

@@ -20,13 +20,13 @@ void Grid::startEdit(int16_t keyAscii)
         return;
     bool cancel = false;
     events.BeforeEdit(cell.row, cell.col, cancel);
-    if (cancel || !s.mColAllowEdit(selection.col()) || s.mEditing)
+    if (cancel || !s.mColAllowEdit(selection.col()) || editorState.isOpen())
         return;
     hideFocus();
     addRowBeforeEditing();
-    s.mEditing = true;
+    editorState.open();
     if (ColHasLookup(selection.col())) {
-        s.mEditing = false;
+        editorState.close();
         openList(keyAscii);
         return;
     }
@@ -36,7 +36,8 @@ void Grid::startEdit(int16_t keyAscii)
 // A grid that already has the most rows a count can hold gets no new one.
 void Grid::addRowBeforeEditing()
 {
-    if (selection.row() != s.mRows || !RowEmpty(selection.row()) || !s.mAutoNewRow || s.mRows >= INT16_MAX)
+    if (selection.row() != s.mRows || !RowEmpty(selection.row()) || !editorState.addsRowOnEdit() ||
+        s.mRows >= INT16_MAX)
         return;
     bool cancel = false;
     events.BeforeAddRow(cancel);
@@ -56,7 +57,7 @@ void Grid::openEditor(int16_t keyAscii)
     ui.txtEdit.setVisible(true);
     const int16_t maxLength = s.mColEditWidth(selection.col());
     ui.txtEdit.setMaxLength(maxLength >= 0 ? maxLength : 0);
-    if (s.mSelectText)
+    if (editorState.selectsTextOnOpen())
         ui.txtEdit.setSelection(0, static_cast<int32_t>(text.size()));
     ui.txtEdit.ZOrderFront();
     ui.txtEdit.SetFocus();
@@ -76,9 +77,7 @@ void Grid::storeEditorText()
     const CellIndex cell = selection.current();
     if (!hasCell(s, cell.row, cell.col))
         return;
-    s.mEditCancel = false;
-    events.BeforeEdit(cell.row, cell.col, s.mEditCancel);
-    if (s.mEditCancel)
+    if (editorState.cancelledBy([&](bool& cancel) { events.BeforeEdit(cell.row, cell.col, cancel); }))
         return;
     const int32_t col = selection.col();
     s.mCells.setText(to16(selection.row()), to16(col), Validate(ui.txtEdit.Text(), col));
@@ -87,7 +86,7 @@ void Grid::storeEditorText()
 void Grid::closeEditor()
 {
     const bool hadFocus = ui.txtEdit.HasFocus();
-    s.mEditing = false;
+    editorState.close();
     ui.txtEdit.setVisible(false);
     ui.txtEdit.ZOrderBack();
     if (hadFocus)
@@ -123,17 +122,17 @@ void Grid::hideEditor()
         storeEditorText();
     if (ui.txtEdit.Visible()) {
         ui.txtEdit.setVisible(false);
-        if (s.mEditing)
+        if (editorState.isOpen())
             raiseAfterEdit();
     }
     ui.txtEdit.ZOrderBack();
-    s.mEditing = false;
+    editorState.close();
     repaintEditedCell(false);
 }
 
 void Grid::onEditorKeyDown(int16_t keyCode, int16_t)
 {
-    if (!s.mEditing)
+    if (!editorState.isOpen())
         return;
     switch (keyCode) {
     case VkEnter:
@@ -180,7 +179,7 @@ void Grid::onEditorCharacter(int16_t& keyAscii)
 
 void Grid::onEditorFocusLost()
 {
-    if (!s.mEditing)
+    if (!editorState.isOpen())
         return;
     commitAndRepaint();
     raiseAfterEdit();

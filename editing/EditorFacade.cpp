@@ -45,20 +45,20 @@ void Tabula::setColEditWidth(int32_t Col, int16_t value)
     call("ColEditWidth", [&] { grid_->setColEditWidth(Col, value); });
 }
 
-bool Tabula::SelectText() const { return grid_->s.mSelectText; }
+bool Tabula::SelectText() const { return grid_->editorState.selectsTextOnOpen(); }
 void Tabula::setSelectText(bool value)
 {
     change("SelectText", [&] {
-        grid_->s.mSelectText = value;
+        grid_->editorState.setSelectsTextOnOpen(value);
         grid_->notifyPropertyChanged("SelectText");
     });
 }
 
-bool Tabula::AutoNewRow() const { return grid_->s.mAutoNewRow; }
+bool Tabula::AutoNewRow() const { return grid_->editorState.addsRowOnEdit(); }
 void Tabula::setAutoNewRow(bool value)
 {
     change("AutoNewRow", [&] {
-        grid_->s.mAutoNewRow = value;
+        grid_->editorState.setAddsRowOnEdit(value);
         grid_->notifyPropertyChanged("AutoNewRow");
     });
 }

@@ -15,8 +15,7 @@ void Grid::hideList()
 // frame 2 pixels; the sum is rounded to fifteenths of a pixel, then cut.
 int32_t Grid::listHeight() const
 {
-    const int32_t count = ui.listForm.ListCount();
-    const int32_t rows = count > s.mListBoxRows ? count : s.mListBoxRows;
+    const int32_t rows = dropDownSettings.rowsFor(ui.listForm.ListCount());
     return roundTo32(rows * (ui.listForm.FontSize() * 25) + 30) / 15;
 }
 
@@ -36,7 +35,7 @@ void Grid::selectListItem(const QString& text, int32_t length)
 
 void Grid::openList(int16_t keyAscii)
 {
-    s.mEditing = false;
+    editorState.close();
     if (!ui.cmdLookup.Visible())
         return;
     fillList(selection.col());
@@ -63,12 +62,12 @@ void Grid::openList(int16_t keyAscii)
 
 void Grid::pickListValue()
 {
-    s.mEditing = false;
+    editorState.close();
     const int32_t index = ui.listForm.ListIndex();
     QString text = Text();
     if (index >= 0) {
         const QString item = ui.listForm.List(index);
-        text = s.mUseItemData ? LookupItemData(selection.col(), item).toString() : item;
+        text = dropDownSettings.picksItemData() ? LookupItemData(selection.col(), item).toString() : item;
     }
     setText(text);
     hideList();
@@ -83,7 +82,7 @@ void Grid::onListKeyDown(int16_t keyCode, int16_t)
         return pickListValue();
     if (keyCode != 27)
         return;
-    s.mEditing = false;
+    editorState.close();
     hideList();
     ui.picGrid.SetFocus();
 }

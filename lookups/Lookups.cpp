@@ -49,20 +49,20 @@ bool Tabula::ColHasLookup(int32_t Col) const
     return call("ColHasLookup", [&] { return grid_->ColHasLookup(Col); });
 }
 
-bool Tabula::UseItemData() const { return grid_->s.mUseItemData; }
+bool Tabula::UseItemData() const { return grid_->dropDownSettings.picksItemData(); }
 void Tabula::setUseItemData(bool value)
 {
     change("UseItemData", [&] {
-        grid_->s.mUseItemData = value;
+        grid_->dropDownSettings.setPicksItemData(value);
         grid_->notifyPropertyChanged("UseItemData");
     });
 }
 
-int16_t Tabula::ListBoxRows() const { return grid_->s.mListBoxRows; }
+int16_t Tabula::ListBoxRows() const { return grid_->dropDownSettings.minimumRows(); }
 void Tabula::setListBoxRows(int16_t value)
 {
     change("ListBoxRows", [&] {
-        grid_->s.mListBoxRows = value;
+        grid_->dropDownSettings.setMinimumRows(value);
         grid_->notifyPropertyChanged("ListBoxRows");
     });
 }

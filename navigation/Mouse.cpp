@@ -173,7 +173,7 @@ void moveCurrentCellTo(Grid& g, CellIndex pressed)
 {
     if (pressed == g.selection.current())
         return;
-    if (g.s.mEditing)
+    if (g.editorState.isOpen())
         g.hideEditor();
     else
         g.hideFocus();
@@ -195,7 +195,7 @@ void closeEditorBoxAfterPress(Grid& g)
     if (!g.ui.txtEdit.Visible())
         return;
     hideEditorBox(g);
-    if (g.s.mEditing)
+    if (g.editorState.isOpen())
         g.raiseAfterEdit();
 }
 

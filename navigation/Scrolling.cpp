@@ -22,7 +22,7 @@ void finishEditAfterScroll(Grid& g)
 // A vertical scroll closes the editor without storing what was typed.
 void dropEdit(Grid& g)
 {
-    g.s.mEditing = false;
+    g.editorState.close();
     finishEditAfterScroll(g);
 }
 
@@ -30,7 +30,7 @@ void dropEdit(Grid& g)
 void commitEdit(Grid& g)
 {
     g.storeEditorText();
-    g.s.mEditing = false;
+    g.editorState.close();
     finishEditAfterScroll(g);
 }
 
@@ -121,7 +121,7 @@ void Grid::setLeftCol(int32_t value)
 
 void Grid::applyVerticalScroll()
 {
-    if (s.mEditing)
+    if (editorState.isOpen())
         dropEdit(*this);
     const int32_t newTop = shownFrom(ui.scrVertical, s.mRows);
     const int64_t delta = int64_t{s.mTopRow} - newTop;
@@ -136,7 +136,7 @@ void Grid::applyVerticalScroll()
 
 void Grid::applyHorizontalScroll()
 {
-    if (s.mEditing)
+    if (editorState.isOpen())
         commitEdit(*this);
     const int32_t newLeft = shownFrom(ui.scrHorizontal, s.mCols);
     const int64_t delta = int64_t{s.mLeftCol} - newLeft;

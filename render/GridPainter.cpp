@@ -128,7 +128,7 @@ using render::DrawLine;
 void Grid::Refresh()
 {
     // The host's edit events meet a line selection's block taken off.
-    if (s.mEditing)
+    if (editorState.isOpen())
         withLineSelectionLifted([this] { endEdit(); });
     if (selection.row() < 1 && s.mRows >= 1)
         selection.setRow(1);

@@ -134,7 +134,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     v.clear();
     v.insert(v.end(), {
         s.mBorderStyle, s.mCols, s.mColHeader, s.mRowHeader, s.mShowGrid, s.mGridSolid, s.mAllowSelection,
-        s.mFixedStyle, s.mSelectionMode, s.mAllowUserResizing, s.mLeftCol, s.mTopRow, s.mEditing, s.mEditCancel,
+        s.mFixedStyle, s.mSelectionMode, s.mAllowUserResizing, s.mLeftCol, s.mTopRow,
         s.mMouseDown, s.mHeaderClicked, s.mGridLineWidth,
         s.mPageRows, s.mPageCols, s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded,
         s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
@@ -154,6 +154,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     addChild(v, g.ui.txtEdit);
     g.resizeZones.appendLayoutKey(v);
     g.selection.appendLayoutKey(v);
+    g.editorState.appendLayoutKey(v);
 }
 
 }  // namespace
@@ -163,7 +164,7 @@ void Grid::deferRepaints()
     ++deferDepth_;
     // Changes that do not repaint, and the edit events a repaint raises,
     // must meet the pixels as they were.
-    if (!s.mAutoRedraw || s.mEditing)
+    if (!s.mAutoRedraw || editorState.isOpen())
         flushPaint();
 }
 
