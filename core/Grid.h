@@ -10,6 +10,7 @@
 #include "platform/Surface.h"
 #include "render/Marks.h"
 #include "render/OnDemand.h"
+#include "render/Viewport.h"
 
 #include <QVariant>
 
@@ -40,6 +41,7 @@ public:
     render::Marks marks;
     navigation::ResizeZones resizeZones;
     navigation::Selection selection;
+    render::Viewport viewport;
     TabulaEvents& events;
     QWidget& control;
 

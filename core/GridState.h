@@ -54,8 +54,6 @@ struct GridState {
     VbArray<int16_t> mColMask;
     VbArray<int16_t> mColEditWidth;
     bool mSelectText = false;
-    int32_t mLeftCol = 0;
-    int32_t mTopRow = 0;
     bool mUseItemData = false;
     int16_t mMouseRow = 0, mMouseCol = 0;
 
@@ -64,10 +62,6 @@ struct GridState {
     bool mEditCancel = false;
     bool mMouseDown = false;
     bool mHeaderClicked = false;
-    uint8_t mGridLineWidth = 0;
-    int32_t mPageRows = 0, mPageCols = 0;
-    int32_t mDrawnBottom = 0, mDrawnRight = 0;
-    bool mVScrollNeeded = false, mHScrollNeeded = false;
 };
 
 // Whether (row, col) is a cell of the grid, header cells included. Positions
