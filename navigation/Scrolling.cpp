@@ -44,7 +44,7 @@ void finishOneStep(Grid& g)
 // is painted before the cells are redrawn.
 void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
     g.hideSelectionMarks();
     const int32_t oldTop = g.viewport.topRow();
     g.viewport.setTopRow(newTop);
@@ -62,7 +62,7 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 
 void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
     g.hideSelectionMarks();
     const int32_t oldLeft = g.viewport.leftCol();
     g.viewport.setLeftCol(newLeft);

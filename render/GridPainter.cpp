@@ -70,7 +70,7 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
 
 void walkRow(Grid& g, const std::function<void(int32_t col, int32_t x)>& paintCell)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
     Viewport& view = g.viewport;
     const int32_t lastX = g.ui.picGrid.ScaleWidth() - 1;
     int32_t x = 1;
