@@ -187,7 +187,7 @@ QRect Tabula::cellRect(int32_t Row, int32_t Col) const
 {
     return call("cellRect", [&]() -> QRect {
         const detail::GridState& s = grid_->s;
-        if (Row < s.mTopRow || Col < s.mLeftCol || Row > s.mRows || Col > s.mCols)
+        if (grid_->viewport.isScrolledOff(Row, Col) || Row > s.mRows || Col > s.mCols)
             return {};
         int32_t x = 0, y = 0;
         if (grid_->cellCoordinates(Row, Col, x, y))

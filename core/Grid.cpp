@@ -23,7 +23,7 @@ void Grid::initialize()
 {
     s.mCells = CellArray();
     resizeZones.clear();
-    s.mLeftCol = s.mTopRow = 1;
+    viewport.scrollHome();
     selection.startAtFirstCell();
 }
 
@@ -57,7 +57,7 @@ void Grid::applyDefaultProperties()
     setCols(5);
     setRows(1);
 
-    s.mLeftCol = s.mTopRow = 1;
+    viewport.scrollHome();
     selection.startAtFirstCell();
 }
 

@@ -12,6 +12,7 @@
 #include "platform/Surface.h"
 #include "render/Marks.h"
 #include "render/OnDemand.h"
+#include "render/Viewport.h"
 
 #include <QVariant>
 
@@ -44,6 +45,7 @@ public:
     navigation::Selection selection;
     editing::EditorState editorState;
     lookups::DropDownSettings dropDownSettings;
+    render::Viewport viewport;
     TabulaEvents& events;
     QWidget& control;
 

@@ -51,17 +51,11 @@ struct GridState {
     VbArray<Flag> mColAllowEdit;
     VbArray<int16_t> mColMask;
     VbArray<int16_t> mColEditWidth;
-    int32_t mLeftCol = 0;
-    int32_t mTopRow = 0;
     int16_t mMouseRow = 0, mMouseCol = 0;
 
     // Working fields of painting, mouse and editing.
     bool mMouseDown = false;
     bool mHeaderClicked = false;
-    uint8_t mGridLineWidth = 0;
-    int32_t mPageRows = 0, mPageCols = 0;
-    int32_t mDrawnBottom = 0, mDrawnRight = 0;
-    bool mVScrollNeeded = false, mHScrollNeeded = false;
 };
 
 // Whether (row, col) is a cell of the grid, header cells included. Positions

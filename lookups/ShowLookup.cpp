@@ -11,7 +11,7 @@ void Grid::showCellButtons()
     const CellIndex cell = selection.current();
     int32_t x = 0, y = 0;
     cellCoordinates(cell.row, cell.col, x, y);
-    const bool inView = cell.col > 0 && cell.row > 0 && s.mLeftCol <= cell.col && s.mTopRow <= cell.row &&
+    const bool inView = cell.col > 0 && cell.row > 0 && !viewport.isScrolledOff(cell.row, cell.col) &&
                         hasCell(s, cell.row, cell.col);
     placeCellButton(ui.cmdLookup, inView && ColHasLookup(cell.col), x, y);
     placeCellButton(ui.cmdButton, inView && ColHasButton(cell.col), x, y);

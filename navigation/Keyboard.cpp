@@ -97,7 +97,7 @@ void moveUp(Grid& g)
         return;
     g.hideFocus();
     selection.setRow(selection.row() - 1);
-    stepBackOrShow(g, selection.row() >= g.s.mTopRow, g.ui.scrVertical);
+    stepBackOrShow(g, selection.row() >= g.viewport.topRow(), g.ui.scrVertical);
     selectCurrentRow(g);
 }
 
@@ -108,7 +108,7 @@ void moveLeft(Grid& g)
         return;
     g.hideFocus();
     selection.setCol(selection.col() - 1);
-    stepBackOrShow(g, selection.col() >= g.s.mLeftCol, g.ui.scrHorizontal);
+    stepBackOrShow(g, selection.col() >= g.viewport.leftCol(), g.ui.scrHorizontal);
     selectCurrentColumn(g);
 }
 
@@ -126,9 +126,10 @@ void moveByArrow(Grid& g, int16_t keyCode)
 // The current row each paging key moves to, always a row of the grid (or
 // 0 when it has none). A grid too small to hold one whole page measures a
 // negative page, which moves nothing.
-int32_t pagedRow(const GridState& s, int32_t currentRow, int16_t keyCode)
+int32_t pagedRow(const Grid& g, int32_t currentRow, int16_t keyCode)
 {
-    const int64_t page = std::max(s.mPageRows, 0);
+    const GridState& s = g.s;
+    const int64_t page = std::max(g.viewport.pageRows(), 0);
     int64_t row = s.mRows;
     switch (keyCode) {
     case VkHome: row = 1; break;
@@ -148,7 +149,7 @@ bool isPagingKey(int16_t keyCode)
 void moveByPage(Grid& g, int16_t keyCode)
 {
     g.hideFocus();
-    g.selection.setRow(pagedRow(g.s, g.selection.row(), keyCode));
+    g.selection.setRow(pagedRow(g, g.selection.row(), keyCode));
     g.redrawAllCells(true);
     g.ui.scrVertical.setValue(to16(g.selection.row()));
     g.showCellButtons();

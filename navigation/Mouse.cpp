@@ -286,14 +286,14 @@ int32_t lineAt(double pos, bool headerShown, const VbArray<int16_t>& sizes, int3
 
 int32_t Grid::rowAt(float, float y)
 {
-    s.mGridLineWidth = s.mShowGrid ? 1 : 0;
-    return lineAt(y, s.mColHeader, s.mRowHeight, s.mTopRow, s.mRows, s.mGridLineWidth);
+    viewport.takeLineWidth(s.mShowGrid);
+    return lineAt(y, s.mColHeader, s.mRowHeight, viewport.topRow(), s.mRows, viewport.lineWidth());
 }
 
 int32_t Grid::columnAt(float x, float)
 {
-    s.mGridLineWidth = s.mShowGrid ? 1 : 0;
-    return lineAt(x, s.mRowHeader, s.mColWidth, s.mLeftCol, s.mCols, s.mGridLineWidth);
+    viewport.takeLineWidth(s.mShowGrid);
+    return lineAt(x, s.mRowHeader, s.mColWidth, viewport.leftCol(), s.mCols, viewport.lineWidth());
 }
 
 void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)

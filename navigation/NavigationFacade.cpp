@@ -32,7 +32,7 @@ void Tabula::wireChildren()
     ui.scrHorizontal.onFocus = [this] { notify("scrHorizontal_GotFocus", [&] { grid_->onScrollBarFocus(); }); };
 }
 
-int32_t Tabula::LeftCol() const { return grid_->s.mLeftCol; }
+int32_t Tabula::LeftCol() const { return grid_->viewport.leftCol(); }
 void Tabula::setLeftCol(int32_t value) { call("LeftCol", [&] { grid_->setLeftCol(value); }); }
 
 void Tabula::MouseDown(int16_t Button, int16_t Shift, float x, float Y)

@@ -44,39 +44,39 @@ void finishOneStep(Grid& g)
 // is painted before the cells are redrawn.
 void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
     g.hideSelectionMarks();
-    const int32_t oldTop = s.mTopRow;
-    s.mTopRow = newTop;
+    const int32_t oldTop = g.viewport.topRow();
+    g.viewport.setTopRow(newTop);
     const int32_t top = s.mColHeader ? to32(int64_t{s.mRowHeight(0)} + 2) : 1;
     const Rect area{1, top, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the row even without grid lines; the repaint that
     // follows covers the difference, as it always has.
-    const int32_t step = to32(int64_t{s.mRowHeight(delta < 1 ? oldTop : s.mTopRow)} + 1);
+    const int32_t step = to32(int64_t{s.mRowHeight(delta < 1 ? oldTop : newTop)} + 1);
     g.scrollPixels(0, to32(int64_t{step} * delta), area);
     if (delta < 1)
-        g.drawBottomRows(s.mTopRow, step);
+        g.drawBottomRows(newTop, step);
     else
-        g.drawRow(s.mTopRow, top, true);
+        g.drawRow(newTop, top, true);
     g.redrawAllCells(false);
     finishOneStep(g);
 }
 
 void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
     g.hideSelectionMarks();
-    const int32_t oldLeft = s.mLeftCol;
-    s.mLeftCol = newLeft;
+    const int32_t oldLeft = g.viewport.leftCol();
+    g.viewport.setLeftCol(newLeft);
     const int32_t left = s.mRowHeader ? to32(int64_t{s.mColWidth(0)} + 2) : 1;
     const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the column even without grid lines, as for rows.
-    const int32_t step = to32(int64_t{s.mColWidth(delta < 1 ? oldLeft : s.mLeftCol)} + 1);
+    const int32_t step = to32(int64_t{s.mColWidth(delta < 1 ? oldLeft : newLeft)} + 1);
     g.scrollPixels(to32(int64_t{step} * delta), 0, area);
     if (delta < 1)
-        g.drawRightColumns(s.mLeftCol, step);
+        g.drawRightColumns(newLeft, step);
     else
-        g.drawColumn(s.mLeftCol, left, true);
+        g.drawColumn(newLeft, left, true);
     g.redrawAllCells(true);
     finishOneStep(g);
 }
@@ -106,13 +106,13 @@ void afterScrollBarChange(Grid& g)
 
 }  // namespace
 
-void Grid::setTopRow(int32_t value) { s.mTopRow = value; }
+void Grid::setTopRow(int32_t value) { viewport.setTopRow(value); }
 
 void Grid::setLeftCol(int32_t value)
 {
     const int32_t v = std::min<int32_t>(value, ui.scrHorizontal.Max());
     hideFocus();
-    s.mLeftCol = v;
+    viewport.setLeftCol(v);
     selection.setCol(v);
     redrawAllCells(true);
     ui.scrHorizontal.setValue(to16(v));
@@ -124,11 +124,11 @@ void Grid::applyVerticalScroll()
     if (editorState.isOpen())
         dropEdit(*this);
     const int32_t newTop = shownFrom(ui.scrVertical, s.mRows);
-    const int64_t delta = int64_t{s.mTopRow} - newTop;
-    if (isOneStep(delta, s.mTopRow, newTop, s.mRows)) {
+    const int64_t delta = int64_t{viewport.topRow()} - newTop;
+    if (isOneStep(delta, viewport.topRow(), newTop, s.mRows)) {
         scrollRowsOneStep(*this, static_cast<int16_t>(delta), newTop);
     } else {
-        s.mTopRow = newTop;
+        viewport.setTopRow(newTop);
         redrawAllCells(false);
     }
     placeResizeZones();
@@ -139,11 +139,11 @@ void Grid::applyHorizontalScroll()
     if (editorState.isOpen())
         commitEdit(*this);
     const int32_t newLeft = shownFrom(ui.scrHorizontal, s.mCols);
-    const int64_t delta = int64_t{s.mLeftCol} - newLeft;
-    if (isOneStep(delta, s.mLeftCol, newLeft, s.mCols)) {
+    const int64_t delta = int64_t{viewport.leftCol()} - newLeft;
+    if (isOneStep(delta, viewport.leftCol(), newLeft, s.mCols)) {
         scrollColumnsOneStep(*this, static_cast<int16_t>(delta), newLeft);
     } else {
-        s.mLeftCol = newLeft;
+        viewport.setLeftCol(newLeft);
         redrawAllCells(true);
     }
     placeResizeZones();

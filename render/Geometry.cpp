@@ -29,25 +29,26 @@ int32_t advance(int32_t pos, int32_t size, int32_t line)
     return to32(int64_t{pos} + size + line);
 }
 
-int32_t firstScrollableTop(const GridState& s)
+int32_t firstScrollableTop(const GridState& s, int32_t line)
 {
-    return s.mColHeader ? advance(s.mRowHeight(0), s.mGridLineWidth, 1) : 1;
+    return s.mColHeader ? advance(s.mRowHeight(0), line, 1) : 1;
 }
 
-int32_t firstScrollableLeft(const GridState& s)
+int32_t firstScrollableLeft(const GridState& s, int32_t line)
 {
-    return s.mRowHeader ? advance(s.mColWidth(0), s.mGridLineWidth, 1) : 1;
+    return s.mRowHeader ? advance(s.mColWidth(0), line, 1) : 1;
 }
 
-bool cellCoordinates(GridState& s, SurfaceSize surface, int32_t row, int32_t col, int32_t& x, int32_t& y)
+bool cellCoordinates(const GridState& s, Viewport& view, SurfaceSize surface, int32_t row, int32_t col, int32_t& x,
+                     int32_t& y)
 {
-    y = firstScrollableTop(s);
-    x = firstScrollableLeft(s);
-    s.mGridLineWidth = gridLineWidthOf(s);
-    const int32_t line = s.mGridLineWidth;
-    const bool rowBeyond = walk(s.mTopRow, row, s.mRows, surface.height - 1, line, y,
+    y = firstScrollableTop(s, view.lineWidth());
+    x = firstScrollableLeft(s, view.lineWidth());
+    view.takeLineWidth(s.mShowGrid);
+    const int32_t line = view.lineWidth();
+    const bool rowBeyond = walk(view.topRow(), row, s.mRows, surface.height - 1, line, y,
                                 [&](int32_t r) { return int32_t{s.mRowHeight(r)}; });
-    const bool colBeyond = walk(s.mLeftCol, col, s.mCols, surface.width - 1, line, x,
+    const bool colBeyond = walk(view.leftCol(), col, s.mCols, surface.width - 1, line, x,
                                 [&](int32_t c) { return int32_t{s.mColWidth(c)}; });
     return rowBeyond || colBeyond;
 }
@@ -63,7 +64,7 @@ namespace TabulaControl::detail {
 
 bool Grid::cellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y)
 {
-    return render::cellCoordinates(s, {ui.picGrid.ScaleWidth(), ui.picGrid.ScaleHeight()}, row, col, x, y);
+    return render::cellCoordinates(s, viewport, {ui.picGrid.ScaleWidth(), ui.picGrid.ScaleHeight()}, row, col, x, y);
 }
 
 }  // namespace TabulaControl::detail

@@ -40,7 +40,7 @@ using render::advance;
 void Grid::flipFocusMark()
 {
     const int32_t row = selection.row(), col = selection.col();
-    if (s.mRows < 1 || s.mCols < 1 || row < s.mTopRow || col < s.mLeftCol || !hasCell(s, row, col))
+    if (s.mRows < 1 || s.mCols < 1 || viewport.isScrolledOff(row, col) || !hasCell(s, row, col))
         return;
     int32_t x = 0, y = 0;
     const bool beyond = cellCoordinates(row, col, x, y);
@@ -66,7 +66,7 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
 {
     if (s.mRows < 1 || s.mCols < 1 || !hasCell(s, row1, col1) || !hasCell(s, row2, col2))
         return;
-    if (row1 < s.mTopRow && row2 < s.mTopRow)
+    if (row1 < viewport.topRow() && row2 < viewport.topRow())
         return;
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     cellCoordinates(row1, col1, x1, y1);
@@ -75,7 +75,7 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
     const render::Span down = render::blockSpan(row1, y1, row2, y2, s.mRowHeight);
     const int32_t reach = s.mShowGrid ? render::GridLineReach : 0;
     // A block lying wholly left of the scrolled columns has no visible cells.
-    if (std::max(col1, col2) >= s.mLeftCol)
+    if (std::max(col1, col2) >= viewport.leftCol())
         marks.toggleInversion({across.start, down.start, advance(across.end, reach), advance(down.end, reach)});
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     if (render::cornerSquareNeeded(*this))

@@ -10,25 +10,14 @@ namespace {
 
 constexpr int32_t CornerSquareSize = 20;
 
-// Scroll need and drawn extent along one axis, after a full paint.
-void settleExtent(int32_t& drawn, bool& needed, int32_t last, int32_t firstShown)
-{
-    if (drawn >= last) {
-        needed = true;
-        drawn = last;
-        return;
-    }
-    needed = firstShown >= 2;
-}
-
 // The background colour beyond the last row and column. Under a border the
 // surface's pixel row 0 and column 0 are left alone.
-void paintBackgroundBands(const GridState& s, Canvas canvas, SurfaceSize size)
+void paintBackgroundBands(const GridState& s, const Viewport& view, Canvas canvas, SurfaceSize size)
 {
     const int32_t inset = s.mBorderStyle == 0 ? 0 : 1;
-    DrawBox(canvas, inset, advance(s.mDrawnBottom, 1), advance(size.width, -inset), advance(size.height, -1),
+    DrawBox(canvas, inset, advance(view.drawnBottom(), 1), advance(size.width, -inset), advance(size.height, -1),
             s.mBackColorBkg);
-    DrawBox(canvas, advance(s.mDrawnRight, 1), inset, size.width, advance(size.height, -inset), s.mBackColorBkg);
+    DrawBox(canvas, advance(view.drawnRight(), 1), inset, size.width, advance(size.height, -inset), s.mBackColorBkg);
 }
 
 // The first row (column) from `first` whose extent, grid line included,
@@ -49,14 +38,14 @@ int32_t firstReaching(int32_t first, int32_t last, int32_t stripStart, int32_t l
 
 // Vertical lines after each column and horizontal lines after each row of
 // the block, each on the first pixel past its cell. The running starts
-// assume the block begins at mLeftCol and mTopRow.
+// assume the block begins at the viewport's first column and row.
 void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t col2, SurfaceSize size)
 {
     GridState& s = g.s;
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     g.cellCoordinates(row1, col1, x1, y1);
     g.cellCoordinates(row2, col2, x2, y2);
-    const int32_t line = s.mGridLineWidth;
+    const int32_t line = g.viewport.lineWidth();
 
     const int32_t bottom = advance(y2, s.mRowHeight(row2));
     int32_t x = s.mRowHeader ? advance(s.mColWidth(0), line) : 0;
@@ -81,33 +70,33 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
 
 void walkRow(Grid& g, const std::function<void(int32_t col, int32_t x)>& paintCell)
 {
-    GridState& s = g.s;
+    const GridState& s = g.s;
+    Viewport& view = g.viewport;
     const int32_t lastX = g.ui.picGrid.ScaleWidth() - 1;
     int32_t x = 1;
     if (s.mRowHeader) {
         paintCell(0, 1);
-        x = advance(1, s.mColWidth(0), s.mGridLineWidth);
+        x = advance(1, s.mColWidth(0), view.lineWidth());
     }
-    s.mHScrollNeeded = s.mLeftCol > 1;
-    for (int32_t c = firstWalked(s.mLeftCol); c <= s.mCols; ++c) {
+    view.startColumnWalk();
+    for (int32_t c = firstWalked(view.leftCol()); c <= s.mCols; ++c) {
         paintCell(c, x);
-        x = advance(x, s.mColWidth(c), s.mGridLineWidth);
+        x = advance(x, s.mColWidth(c), view.lineWidth());
         if (x <= lastX)
             continue;
         if (c < s.mCols) {
-            s.mHScrollNeeded = true;
-            if (s.mPageCols == 0)
-                s.mPageCols = saturate32(int64_t{c} - s.mLeftCol);
-            g.ui.scrHorizontal.setLargeChange(s.mPageCols > 0 ? saturate16(s.mPageCols) : int16_t{1});
+            view.columnsCutOff();
+            view.measurePageCols(c);
+            g.ui.scrHorizontal.setLargeChange(view.pageCols() > 0 ? saturate16(view.pageCols()) : int16_t{1});
         }
         break;
     }
-    s.mDrawnRight = std::min(advance(x, -1), lastX);
+    view.setDrawnRight(std::min(advance(x, -1), lastX));
 }
 
 bool cornerSquareNeeded(const Grid& g)
 {
-    return g.barsShown() || (g.s.mHScrollNeeded && g.s.mVScrollNeeded);
+    return g.barsShown() || (g.viewport.hScrollNeeded() && g.viewport.vScrollNeeded());
 }
 
 void paintCornerSquare(Canvas canvas, SurfaceSize size)
@@ -144,7 +133,7 @@ void Grid::paintAll()
 {
     surface.clear();
     marks.cleared();
-    s.mGridLineWidth = render::gridLineWidthOf(s);
+    viewport.takeLineWidth(s.mShowGrid);
     redrawAllCells(true);
     showScrollBars();
     fitSelectionToMode();
@@ -154,30 +143,26 @@ void Grid::paintAll()
 void Grid::redrawAllCells(bool full)
 {
     int32_t y = 1;
-    s.mDrawnBottom = 0;
+    viewport.setDrawnBottom(0);
     if (s.mColHeader) {
         if (full)
             drawRow(0, 1, true);
-        y = advance(s.mRowHeight(0), 1, s.mGridLineWidth);
-        s.mDrawnBottom = advance(s.mRowHeight(0), 1);
+        y = advance(s.mRowHeight(0), 1, viewport.lineWidth());
+        viewport.setDrawnBottom(advance(s.mRowHeight(0), 1));
     }
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
-    for (int32_t r = firstWalked(s.mTopRow); r <= s.mRows; ++r) {
+    for (int32_t r = firstWalked(viewport.topRow()); r <= s.mRows; ++r) {
         drawRow(r, y, true);
-        y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
+        y = advance(y, s.mRowHeight(r), viewport.lineWidth());
         if (y <= size.height - 1 && r != s.mRows)
             continue;
-        if (s.mPageRows < 1) {
-            s.mPageRows = saturate32(int64_t{r} - s.mTopRow - 1);
-            if (s.mPageRows > 0)
-                ui.scrVertical.setLargeChange(saturate16(s.mPageRows));
-        }
-        s.mDrawnBottom = advance(y, -1);
+        if (viewport.measurePageRows(r))
+            ui.scrVertical.setLargeChange(saturate16(viewport.pageRows()));
+        viewport.setDrawnBottom(advance(y, -1));
         break;
     }
-    render::settleExtent(s.mDrawnBottom, s.mVScrollNeeded, size.height - 1, s.mTopRow);
-    render::settleExtent(s.mDrawnRight, s.mHScrollNeeded, size.width - 1, s.mLeftCol);
-    render::paintBackgroundBands(s, canvas(), size);
+    viewport.settleExtents(size.width - 1, size.height - 1);
+    render::paintBackgroundBands(s, viewport, canvas(), size);
     if (s.mRows > 0) {
         drawGrid();
         showMarksAfterPaint();
@@ -187,7 +172,7 @@ void Grid::redrawAllCells(bool full)
 
 void Grid::drawRow(int32_t row, int32_t y, bool)
 {
-    s.mGridLineWidth = render::gridLineWidthOf(s);
+    viewport.takeLineWidth(s.mShowGrid);
     const int32_t height = s.mRowHeight(row);
     if (surface.discarding()) {
         measureRow(row);
@@ -198,26 +183,26 @@ void Grid::drawRow(int32_t row, int32_t y, bool)
 
 void Grid::drawColumn(int32_t col, int32_t x, bool header)
 {
-    s.mGridLineWidth = render::gridLineWidthOf(s);
+    viewport.takeLineWidth(s.mShowGrid);
     const int32_t width = s.mColWidth(col);
     const int32_t surfaceHeight = ui.picGrid.ScaleHeight();
     int32_t y = 1;
     if (s.mColHeader) {
         if (header)
             drawCell(0, col, x, 1, width, s.mRowHeight(0));
-        y = advance(1, s.mRowHeight(0), s.mGridLineWidth);
+        y = advance(1, s.mRowHeight(0), viewport.lineWidth());
     }
-    s.mVScrollNeeded = s.mTopRow > 1;
-    for (int32_t r = firstWalked(s.mTopRow); r <= s.mRows; ++r) {
+    viewport.startRowWalk();
+    for (int32_t r = firstWalked(viewport.topRow()); r <= s.mRows; ++r) {
         drawCell(r, col, x, y, width, s.mRowHeight(r));
-        y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
+        y = advance(y, s.mRowHeight(r), viewport.lineWidth());
         if (y <= surfaceHeight)
             continue;
-        s.mVScrollNeeded = true;
-        ui.scrVertical.setLargeChange(saturate16(int64_t{r} - s.mTopRow));
+        viewport.rowsCutOff();
+        ui.scrVertical.setLargeChange(saturate16(int64_t{r} - viewport.topRow()));
         break;
     }
-    s.mDrawnBottom = std::min(advance(y, -1), surfaceHeight - 1);
+    viewport.setDrawnBottom(std::min(advance(y, -1), surfaceHeight - 1));
 }
 
 void Grid::drawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
@@ -225,8 +210,8 @@ void Grid::drawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
     // Lines and outline change nothing but pixels.
     if (surface.discarding())
         return;
-    row1 = argOr(row1, s.mTopRow);
-    col1 = argOr(col1, s.mLeftCol);
+    row1 = argOr(row1, viewport.topRow());
+    col1 = argOr(col1, viewport.leftCol());
     row2 = argOr(row2, s.mRows);
     col2 = argOr(col2, s.mCols);
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
@@ -243,8 +228,8 @@ void Grid::drawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 
 void Grid::drawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 {
-    row1 = argOr(row1, s.mTopRow);
-    col1 = argOr(col1, s.mLeftCol);
+    row1 = argOr(row1, viewport.topRow());
+    col1 = argOr(col1, viewport.leftCol());
     row2 = argOr(row2, s.mRows);
     col2 = argOr(col2, s.mCols);
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
@@ -263,33 +248,33 @@ void Grid::drawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2
 
 void Grid::drawBottomRows(int32_t fromRow, int32_t lines)
 {
-    s.mGridLineWidth = render::gridLineWidthOf(s);
+    viewport.takeLineWidth(s.mShowGrid);
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     const int32_t stripTop = to32(int64_t{size.height} - 1 - lines);
-    int32_t y = render::firstScrollableTop(s);
-    int32_t r = render::firstReaching(fromRow, s.mRows, stripTop, s.mGridLineWidth, y,
+    int32_t y = render::firstScrollableTop(s, viewport.lineWidth());
+    int32_t r = render::firstReaching(fromRow, s.mRows, stripTop, viewport.lineWidth(), y,
                                       [&](int32_t row) { return int32_t{s.mRowHeight(row)}; });
     for (; r <= s.mRows && y <= size.height - 1; ++r) {
         drawRow(r, y, true);
-        y = advance(y, s.mRowHeight(r), s.mGridLineWidth);
+        y = advance(y, s.mRowHeight(r), viewport.lineWidth());
     }
-    s.mDrawnBottom = std::min(advance(y, -1), size.height - 1);
-    DrawBox(canvas(), 1, advance(s.mDrawnBottom, 1), size.width, size.height, render::ButtonFace);
+    viewport.setDrawnBottom(std::min(advance(y, -1), size.height - 1));
+    DrawBox(canvas(), 1, advance(viewport.drawnBottom(), 1), size.width, size.height, render::ButtonFace);
 }
 
 void Grid::drawRightColumns(int32_t fromCol, int32_t pixels)
 {
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     const int32_t stripLeft = to32(int64_t{size.width} - 1 - pixels);
-    int32_t x = render::firstScrollableLeft(s);
-    int32_t c = render::firstReaching(fromCol, s.mCols, stripLeft, s.mGridLineWidth, x,
+    int32_t x = render::firstScrollableLeft(s, viewport.lineWidth());
+    int32_t c = render::firstReaching(fromCol, s.mCols, stripLeft, viewport.lineWidth(), x,
                                       [&](int32_t col) { return int32_t{s.mColWidth(col)}; });
     for (; c <= s.mCols && x <= size.width - 1; ++c) {
         drawColumn(c, x, true);
-        x = advance(x, s.mColWidth(c), s.mGridLineWidth);
+        x = advance(x, s.mColWidth(c), viewport.lineWidth());
     }
-    s.mDrawnRight = std::min(advance(x, -1), size.width - 1);
-    DrawBox(canvas(), advance(s.mDrawnRight, 1), 1, size.width, size.height, render::ButtonFace);
+    viewport.setDrawnRight(std::min(advance(x, -1), size.width - 1));
+    DrawBox(canvas(), advance(viewport.drawnRight(), 1), 1, size.width, size.height, render::ButtonFace);
 }
 
 void Grid::drawBottomRight()
@@ -336,8 +321,8 @@ bool Grid::barsShown() const
 void Grid::showScrollBars()
 {
     barsShownOverride_.reset();
-    ui.scrVertical.setVisible(s.mVScrollNeeded);
-    ui.scrHorizontal.setVisible(s.mHScrollNeeded);
+    ui.scrVertical.setVisible(viewport.vScrollNeeded());
+    ui.scrHorizontal.setVisible(viewport.hScrollNeeded());
 }
 
 }  // namespace TabulaControl::detail

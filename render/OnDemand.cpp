@@ -85,9 +85,10 @@ void checkCell(const GridState& s, int32_t row, int32_t col)
 // exactly as painting does.
 auto settledFields(const Grid& g)
 {
-    const GridState& s = g.s;
-    return std::tuple(s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded, s.mPageRows, s.mPageCols,
-                      g.selection.block(), g.selection.rowsSelected(), g.selection.columnsSelected());
+    const render::Viewport& view = g.viewport;
+    return std::tuple(view.drawnBottom(), view.drawnRight(), view.vScrollNeeded(), view.hScrollNeeded(),
+                      view.pageRows(), view.pageCols(), g.selection.block(), g.selection.rowsSelected(),
+                      g.selection.columnsSelected());
 }
 #endif
 
@@ -134,16 +135,15 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     v.clear();
     v.insert(v.end(), {
         s.mBorderStyle, s.mCols, s.mColHeader, s.mRowHeader, s.mShowGrid, s.mGridSolid, s.mAllowSelection,
-        s.mFixedStyle, s.mSelectionMode, s.mAllowUserResizing, s.mLeftCol, s.mTopRow,
-        s.mMouseDown, s.mHeaderClicked, s.mGridLineWidth,
-        s.mPageRows, s.mPageCols, s.mDrawnBottom, s.mDrawnRight, s.mVScrollNeeded, s.mHScrollNeeded,
+        s.mFixedStyle, s.mSelectionMode, s.mAllowUserResizing,
+        s.mMouseDown, s.mHeaderClicked,
         s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
         s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
         g.ui.txtEdit.MaxLength()});
     // The resize zones are found across the whole control, a little wider
     // than the surface.
-    const int64_t rowsShownEnd = addShown(v, s.mRowHeight, s.mTopRow, s.mRows, g.ui.window.ScaleHeight());
-    addShown(v, s.mColWidth, s.mLeftCol, s.mCols, g.ui.window.ScaleWidth());
+    const int64_t rowsShownEnd = addShown(v, s.mRowHeight, g.viewport.topRow(), s.mRows, g.ui.window.ScaleHeight());
+    addShown(v, s.mColWidth, g.viewport.leftCol(), s.mCols, g.ui.window.ScaleWidth());
     // Rows past those that can show matter only by their number, and that
     // only to a selection of whole columns, which spans every row.
     const bool spansRows = s.mSelectionMode == SelectionByCol || g.selection.columnsSelected();
@@ -152,6 +152,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     addBar(v, g.ui.scrVertical);
     addBar(v, g.ui.scrHorizontal);
     addChild(v, g.ui.txtEdit);
+    g.viewport.appendLayoutKey(v);
     g.resizeZones.appendLayoutKey(v);
     g.selection.appendLayoutKey(v);
     g.editorState.appendLayoutKey(v);
@@ -208,7 +209,7 @@ void Grid::runLayout()
     try {
         Discarding discarding(surface);
         measuredRow_.reset();
-        s.mGridLineWidth = render::gridLineWidthOf(s);
+        viewport.takeLineWidth(s.mShowGrid);
         redrawAllCells(true);
         showScrollBars();
         fitSelectionToMode();
@@ -250,8 +251,7 @@ void Grid::measureRow(int32_t row)
     if (measuredRow_) {
         if (measuredRow_->drawsCells)
             checkCell(s, row, 0);
-        s.mHScrollNeeded = measuredRow_->hScrollNeeded;
-        s.mDrawnRight = measuredRow_->drawnRight;
+        viewport.setColumnsReach(measuredRow_->reach);
         return;
     }
     RowWalk walk;
@@ -259,8 +259,7 @@ void Grid::measureRow(int32_t row)
         checkCell(s, row, col);
         walk.drawsCells = true;
     });
-    walk.hScrollNeeded = s.mHScrollNeeded;
-    walk.drawnRight = s.mDrawnRight;
+    walk.reach = viewport.columnsReach();
     measuredRow_ = walk;
 }
 

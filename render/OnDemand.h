@@ -3,6 +3,7 @@
 #include <TabulaControl/Tabula.h>
 
 #include "navigation/Selection.h"
+#include "render/Viewport.h"
 
 #include <cstdint>
 
@@ -25,8 +26,7 @@ struct RepaintInputs {
 // What painting one row across the columns leaves in the state; the same
 // for every row of one repaint.
 struct RowWalk {
-    bool hScrollNeeded = false;
-    int32_t drawnRight = 0;
+    render::Viewport::ColumnsReach reach;
     bool drawsCells = false;
 };
 
