@@ -61,7 +61,7 @@ int32_t pasteRows(Grid& g, const CellRows& rows)
     for (qsizetype i = 0; i < rows.size(); ++i) {
         for (qsizetype j = 0; j < rows[i].size(); ++j) {
             const int64_t row = top + i, col = left + j;
-            if (row > g.s.mRows || col > g.s.mCols)
+            if (row > g.s.rows.count() || col > g.s.cols.count())
                 ++dropped;
             else
                 pasteCell(g, static_cast<int32_t>(row), static_cast<int32_t>(col), rows[i][j]);
@@ -187,13 +187,13 @@ QRect Tabula::cellRect(int32_t Row, int32_t Col) const
 {
     return call("cellRect", [&]() -> QRect {
         const detail::GridState& s = grid_->s;
-        if (grid_->viewport.isScrolledOff(Row, Col) || Row > s.mRows || Col > s.mCols)
+        if (grid_->viewport.isScrolledOff(Row, Col) || Row > s.rows.count() || Col > s.cols.count())
             return {};
         int32_t x = 0, y = 0;
         if (grid_->cellCoordinates(Row, Col, x, y))
             return {};
         const QPoint surface = grid_->ui.picGrid.widget()->mapTo(this, QPoint(0, 0));
-        return QRect(x, y, s.mColWidth(Col), s.mRowHeight(Row)).translated(surface);
+        return QRect(x, y, s.cols.size(Col), s.rows.size(Row)).translated(surface);
     });
 }
 

@@ -93,13 +93,13 @@ private:
         if (rowPart_)
             return rowCaption();
         columnCaption();
-        for (int32_t c = col_ + 1; c <= s_.mCols; ++c)
+        for (int32_t c = col_ + 1; c <= s_.cols.count(); ++c)
             resetColumn(c);
     }
 
     void columnCaption()
     {
-        if (s_.mCols < col_)
+        if (s_.cols.count() < col_)
             g_.setCols(col_);
         int16_t alignment = 0;
         if (const auto mark = alignmentMark(token_.front())) {
@@ -107,7 +107,7 @@ private:
             token_.remove(0, 1);
         }
         s_.mColAlign(col_) = alignment;
-        s_.mColWidth(col_) = to16(roundTo32(measure(token_) + CaptionPadding));
+        s_.cols.setSize(col_, to16(roundTo32(measure(token_) + CaptionPadding)));
         s_.mCells.setText(0, to16(col_), withoutTrailingBlanks(token_));
         ++col_;
     }
@@ -115,11 +115,11 @@ private:
     void rowCaption()
     {
         col_ = 0;
-        if (s_.mRows < row_)
+        if (s_.rows.count() < row_)
             g_.setRows(row_);
         const double width = measure(token_) + CaptionPadding;
-        if (width > s_.mColWidth(0))
-            s_.mColWidth(0) = to16(roundTo32(width));
+        if (width > s_.cols.size(0))
+            s_.cols.setSize(0, to16(roundTo32(width)));
         s_.mCells.setText(to16(row_), 0, withoutTrailingBlanks(token_));
         ++row_;
     }
@@ -133,7 +133,7 @@ private:
     void resetColumn(int32_t c)
     {
         s_.mCells.setText(0, to16(c), QString());
-        s_.mColWidth(c) = EmptyCaptionWidth;
+        s_.cols.setSize(c, EmptyCaptionWidth);
     }
 
     double measure(const QString& text) const { return g_.ui.window.TextWidth(text); }
@@ -170,7 +170,7 @@ void Grid::AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader,
     s.mAutoRedraw = false;
     ui.scrVertical.setMax(0);
     initializeRows(0);
-    s.mRows = 0;
+    s.rows.setCount(0);
     setRows(countOf(rows));
     setCols(countOf(cols));
     setRowHeader(rowHeader);

@@ -81,8 +81,8 @@ void Grid::shutDown()
 {
     s.mCells = CellArray();
     resizeZones.clear();
-    s.mRowHeight.erase();
-    s.mColWidth.erase();
+    s.rows.clearSizes();
+    s.cols.clearSizes();
     s.mColAllowEdit.erase();
 }
 

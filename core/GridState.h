@@ -2,6 +2,7 @@
 
 #include <TabulaControl/Tabula.h>
 
+#include "core/Axis.h"
 #include "core/CellArray.h"
 #include "core/VbArray.h"
 
@@ -18,12 +19,12 @@ inline thread_local OleColor SharedBackColor = 0xFFFFFF;
 inline thread_local OleColor SharedForeColor = 0x80000012;
 
 // The whole state of one grid. Rows and columns count from 0, the fixed
-// header row and column; every per-row array runs 0..mRows and every
-// per-column array 0..mCols. Sizes and positions are surface pixels.
+// header row and column; every per-row array runs 0..rows.count() and every
+// per-column array 0..cols.count(). Sizes and positions are surface pixels.
 struct GridState {
     int16_t mBorderStyle = 1;
-    int32_t mCols = 0;
-    int32_t mRows = 0;
+    Axis cols;
+    Axis rows;
     bool mColHeader = true;
     bool mRowHeader = true;
     bool mShowGrid = true;
@@ -44,9 +45,7 @@ struct GridState {
     QString mFormatString;
     bool mAllowUserResizing = true;
     CellArray mCells;
-    VbArray<int16_t> mRowHeight;
     VbArray<QVariant> mRowBookmark;
-    VbArray<int16_t> mColWidth;
     VbArray<int16_t> mColAlign;
     VbArray<Flag> mColAllowEdit;
     VbArray<int16_t> mColMask;
@@ -63,12 +62,8 @@ struct GridState {
 // drawn nowhere and hit by nothing.
 inline bool hasCell(const GridState& s, int64_t row, int64_t col)
 {
-    return row >= 0 && row <= s.mRows && col >= 0 && col <= s.mCols;
+    return row >= 0 && row <= s.rows.count() && col >= 0 && col <= s.cols.count();
 }
-
-// Where a walk over the scrollable rows or columns starts: rows and columns
-// before the first that exists take no space.
-inline int32_t firstWalked(int32_t first) { return first < 0 ? 0 : first; }
 
 // Turns AutoRedraw off for a scope, so that a run of changes is painted once
 // by the caller afterwards. The host's setting comes back however the scope ends.

@@ -144,8 +144,8 @@ void Grid::writeProperties(PropertyBag& bag) const
     };
     auto font = [](const FontRef& f) { return QVariant::fromValue(*f); };
     const FontRef ambient = ui.window.AmbientFont();
-    write("Rows", s.mRows, 10);
-    write("Cols", s.mCols, 10);
+    write("Rows", s.rows.count(), 10);
+    write("Cols", s.cols.count(), 10);
     write("Row", selection.row(), 1);
     write("Col", selection.col(), 1);
     write("Redraw", s.mAutoRedraw);

@@ -44,8 +44,8 @@ void Grid::setRows(int32_t n)
 {
     ui.scrVertical.setMax(to16(n));
     initializeRows(n);
-    s.mRows = n;
-    selection.pullBackRows(s.mRows);
+    s.rows.setCount(n);
+    selection.pullBackRows(s.rows.count());
     redrawIfAuto();
 }
 
@@ -53,33 +53,33 @@ void Grid::setCols(int32_t n)
 {
     ui.scrHorizontal.setMax(to16(n));
     initializeColumns(n);
-    s.mCols = n;
-    selection.pullBackColumns(s.mCols);
+    s.cols.setCount(n);
+    selection.pullBackColumns(s.cols.count());
     redrawIfAuto();
 }
 
 void Grid::initializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
 {
-    if (s.mCols == 0) {
-        s.mColWidth.redimPreserve(1);
+    if (s.cols.count() == 0) {
+        s.cols.setLastSizedIndex(1);
         s.mColAlign.redimPreserve(1);
         s.mColAllowEdit.redimPreserve(1);
         s.mColMask.redimPreserve(1);
         s.mColEditWidth.redimPreserve(1);
     }
-    s.mRowHeight.redimPreserve(n);
+    s.rows.setLastSizedIndex(n);
     s.mRowBookmark.redimPreserve(n);
-    const int32_t firstNew = s.mRows == 0 ? 0 : s.mRows + 1;
+    const int32_t firstNew = s.rows.count() == 0 ? 0 : s.rows.count() + 1;
     s.mCells.setDefaultStyles(gridCellStyles);
     s.mCells.setRows(to16(n));
     for (int32_t r = firstNew; r <= n; ++r)
-        s.mRowHeight(r) = 15;
+        s.rows.setSize(r, 15);
     if (firstNew == 0) {
-        for (int32_t c = 0; c <= s.mCols; ++c)
+        for (int32_t c = 0; c <= s.cols.count(); ++c)
             initializeGridCell(s.mCells, 0, to16(c));
     }
     const int32_t firstNewDataRow = std::max(firstNew, 1);
-    for (int32_t c = 1; c <= s.mCols; ++c) {
+    for (int32_t c = 1; c <= s.cols.count(); ++c) {
         const bool checkmarkColumn = s.mColMask(c) == checkmark;
         if (!backColor && !foreColor && !checkmarkColumn)
             continue;
@@ -97,21 +97,21 @@ void Grid::initializeRows(int32_t n, std::optional<int32_t> backColor, std::opti
 
 void Grid::initializeColumns(int32_t n)
 {
-    s.mColWidth.redimPreserve(n);
+    s.cols.setLastSizedIndex(n);
     s.mColAlign.redimPreserve(n);
     s.mColAllowEdit.redimPreserve(n);
     s.mColMask.redimPreserve(n);
     s.mColEditWidth.redimPreserve(n);
-    if (s.mRows == 0) {
-        s.mRowHeight.redimPreserve(1);
+    if (s.rows.count() == 0) {
+        s.rows.setLastSizedIndex(1);
         s.mRowBookmark.redimPreserve(1);
     }
     const int16_t oldStoreCols = s.mCells.Cols();
     s.mCells.setDefaultStyles(gridCellStyles);
     s.mCells.setCols(to16(n == 0 ? 1 : n));
-    const int32_t firstNew = s.mCols == 0 ? 0 : s.mCols + 1;
+    const int32_t firstNew = s.cols.count() == 0 ? 0 : s.cols.count() + 1;
     for (int32_t c = firstNew; c <= n; ++c) {
-        s.mColWidth(c) = c == 0 ? 32 : 64;
+        s.cols.setSize(c, c == 0 ? 32 : 64);
         s.mColAlign(c) = 0;
         s.mColAllowEdit(c) = true;
         s.mColMask(c) = 0;
@@ -119,10 +119,10 @@ void Grid::initializeColumns(int32_t n)
     }
     if (firstNew > n)
         return;
-    for (int32_t r = 0; r <= s.mRows; ++r)
-        s.mRowHeight(r) = 15;
+    for (int32_t r = 0; r <= s.rows.count(); ++r)
+        s.rows.setSize(r, 15);
     for (int32_t c = firstNew; c <= std::min<int32_t>(n, oldStoreCols); ++c) {
-        for (int32_t r = 0; r <= s.mRows; ++r)
+        for (int32_t r = 0; r <= s.rows.count(); ++r)
             initializeGridCell(s.mCells, to16(r), to16(c));
     }
 }
@@ -130,7 +130,7 @@ void Grid::initializeColumns(int32_t n)
 void Grid::setRow(int32_t n)
 {
     const CellIndex last = selection.current();
-    const int32_t target = std::min(n, s.mRows);
+    const int32_t target = std::min(n, s.rows.count());
     moveFocus([&] {
         selection.setRow(target);
         ui.scrVertical.setValue(target);
@@ -143,7 +143,7 @@ void Grid::setRow(int32_t n)
 void Grid::setCol(int32_t n)
 {
     const CellIndex last = selection.current();
-    const int32_t target = std::min(n, s.mCols);
+    const int32_t target = std::min(n, s.cols.count());
     moveFocus([&] { selection.setCol(target); });
     showCellButtons();
     if (selection.current() != last)
@@ -183,7 +183,7 @@ void Grid::setAutoRedraw(bool value)
 
 void Grid::setRowHeight(int32_t row, int32_t value)
 {
-    s.mRowHeight(row) = to16(value);
+    s.rows.setSize(row, to16(value));
     Refresh();
 }
 
@@ -192,10 +192,10 @@ void Grid::setRowBookmark(int32_t row, const QVariant& value) { s.mRowBookmark(r
 void Grid::setColWidth(int32_t col, int32_t value)
 {
     if (col == -1) {
-        for (int32_t c = 0; c < s.mColWidth.upper(); ++c)
-            s.mColWidth(c) = to16(value);
+        for (int32_t c = 0; c < s.cols.lastSizedIndex(); ++c)
+            s.cols.setSize(c, to16(value));
     } else {
-        s.mColWidth(col) = to16(value);
+        s.cols.setSize(col, to16(value));
     }
     redrawIfAuto();
 }
@@ -220,7 +220,7 @@ void Grid::setColMask(int32_t col, int32_t value)
         return;
     s.mColMask(col) = static_cast<int16_t>(value);
     if (value == checkmark) {
-        for (int32_t r = 1; r <= s.mRows; ++r)
+        for (int32_t r = 1; r <= s.rows.count(); ++r)
             s.mCells.setText(to16(r), to16(col), QStringLiteral("0"));
     }
     Refresh();
@@ -228,7 +228,7 @@ void Grid::setColMask(int32_t col, int32_t value)
 
 bool Grid::RowEmpty(int32_t row) const
 {
-    for (int32_t c = 1; c <= s.mCols; ++c) {
+    for (int32_t c = 1; c <= s.cols.count(); ++c) {
         if (!isBlankText(s.mCells.Text(to16(row), to16(c))))
             return false;
     }
@@ -241,16 +241,16 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     events.BeforeAddRow(cancel);
     if (cancel)
         return;
-    ui.scrVertical.setMax(to16(int64_t{s.mRows} + 1));
-    initializeRows(to32(int64_t{s.mRows} + 1), optionalColour(backColor), optionalColour(foreColor));
-    s.mRows += 1;
+    ui.scrVertical.setMax(to16(int64_t{s.rows.count()} + 1));
+    initializeRows(to32(int64_t{s.rows.count()} + 1), optionalColour(backColor), optionalColour(foreColor));
+    s.rows.setCount(s.rows.count() + 1);
 
     // Every field is validated with the current column's mask, not its own
     // column's: rows added while a masked column is current have always been.
     int32_t counter = 0;
     auto store = [&](const QString& field) {
         ++counter;
-        s.mCells.setText(to16(s.mRows), to16(counter), Validate(field, selection.col()));
+        s.mCells.setText(to16(s.rows.count()), to16(counter), Validate(field, selection.col()));
     };
     qsizetype start = 0;
     for (qsizetype tab; (tab = rowData.indexOf(QLatin1Char('\t'), start)) >= 0; start = tab + 1)
@@ -261,7 +261,7 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     redrawIfAuto();
     ui.cmdButton.setVisible(false);
     ui.cmdLookup.setVisible(false);
-    events.AfterAddRow(s.mRows);
+    events.AfterAddRow(s.rows.count());
 }
 
 bool Grid::itemFits(const QString& rowData) const
@@ -269,12 +269,13 @@ bool Grid::itemFits(const QString& rowData) const
     const qsizetype tabs = rowData.count(QLatin1Char('\t'));
     const bool lastField = !rowData.isEmpty() && !rowData.endsWith(QLatin1Char('\t'));
     const int64_t fields = tabs + (lastField ? 1 : 0);
-    return fields <= s.mCols && s.mRows < INT16_MAX && selection.col() >= 0 && selection.col() <= s.mCols;
+    return fields <= s.cols.count() && s.rows.count() < INT16_MAX && selection.col() >= 0 &&
+           selection.col() <= s.cols.count();
 }
 
 void Grid::RemoveItem(int32_t row)
 {
-    if (s.mRows == 0)
+    if (s.rows.count() == 0)
         return;
     bool cancel = false;
     events.BeforeDeleteRow(row, cancel);
@@ -283,10 +284,10 @@ void Grid::RemoveItem(int32_t row)
     // Only the cell records move up: row heights and bookmarks stay with
     // their index, as hosts that set them before a removal have always seen.
     s.mCells.Remove(to16(row));
-    ui.scrVertical.setMax(to16(s.mRows - 1));
-    initializeRows(s.mRows - 1);
-    s.mRows -= 1;
-    selection.clampRows(s.mRows);
+    ui.scrVertical.setMax(to16(s.rows.count() - 1));
+    initializeRows(s.rows.count() - 1);
+    s.rows.setCount(s.rows.count() - 1);
+    selection.clampRows(s.rows.count());
     redrawIfAuto();
     ui.cmdButton.setVisible(false);
     ui.cmdLookup.setVisible(false);
@@ -297,8 +298,8 @@ void Grid::Clear()
 {
     ui.scrVertical.setMax(0);
     initializeRows(0);
-    s.mRows = 0;
-    selection.pullBackRows(s.mRows);
+    s.rows.setCount(0);
+    selection.pullBackRows(s.rows.count());
     redrawIfAuto();
 }
 

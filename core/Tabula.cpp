@@ -87,9 +87,9 @@ void Tabula::paintEvent(QPaintEvent*)
     }, Qt::QueuedConnection);
 }
 
-int32_t Tabula::Rows() const { return grid_->s.mRows; }
+int32_t Tabula::Rows() const { return grid_->s.rows.count(); }
 void Tabula::setRows(int32_t value) { repaintingChange("Rows", [&] { grid_->setRows(value); }); }
-int32_t Tabula::Cols() const { return grid_->s.mCols; }
+int32_t Tabula::Cols() const { return grid_->s.cols.count(); }
 void Tabula::setCols(int32_t value) { repaintingChange("Cols", [&] { grid_->setCols(value); }); }
 int32_t Tabula::Row() const { return grid_->selection.row(); }
 void Tabula::setRow(int32_t value) { change("Row", [&] { grid_->setRow(value); }); }
@@ -122,7 +122,7 @@ void Tabula::setAutoRedraw(bool value) { repaintingChange("AutoRedraw", [&] { gr
 
 int32_t Tabula::RowHeight(int32_t Row) const
 {
-    return call("RowHeight", [&] { return int32_t{grid_->s.mRowHeight(Row)}; });
+    return call("RowHeight", [&] { return int32_t{grid_->s.rows.size(Row)}; });
 }
 void Tabula::setRowHeight(int32_t Row, int32_t value)
 {
@@ -140,7 +140,7 @@ void Tabula::setRowBookmark(int32_t Row, const QVariant& value)
 
 int32_t Tabula::ColWidth(int32_t Col) const
 {
-    return call("ColWidth", [&] { return int32_t{grid_->s.mColWidth(Col)}; });
+    return call("ColWidth", [&] { return int32_t{grid_->s.cols.size(Col)}; });
 }
 void Tabula::setColWidth(int32_t Col, int32_t value) { repaintingCall("ColWidth", [&] { grid_->setColWidth(Col, value); }); }
 

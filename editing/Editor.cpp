@@ -36,15 +36,15 @@ void Grid::startEdit(int16_t keyAscii)
 // A grid that already has the most rows a count can hold gets no new one.
 void Grid::addRowBeforeEditing()
 {
-    if (selection.row() != s.mRows || !RowEmpty(selection.row()) || !editorState.addsRowOnEdit() ||
-        s.mRows >= INT16_MAX)
+    if (selection.row() != s.rows.count() || !RowEmpty(selection.row()) || !editorState.addsRowOnEdit() ||
+        s.rows.count() >= INT16_MAX)
         return;
     bool cancel = false;
     events.BeforeAddRow(cancel);
     if (cancel)
         return;
-    setRows(to32(int64_t{s.mRows} + 1));
-    events.AfterAddRow(s.mRows);
+    setRows(to32(int64_t{s.rows.count()} + 1));
+    events.AfterAddRow(s.rows.count());
 }
 
 void Grid::openEditor(int16_t keyAscii)
@@ -187,7 +187,7 @@ void Grid::onEditorFocusLost()
 
 void Grid::setColEditWidth(int32_t col, int32_t value)
 {
-    if (col < 0 || col > s.mCols || value < 0)
+    if (col < 0 || col > s.cols.count() || value < 0)
         return;
     s.mColEditWidth(col) = to16(value);
     Refresh();

@@ -23,8 +23,8 @@ void Grid::placeCellButton(platform::Child& button, bool shown, int32_t x, int32
         button.setVisible(false);
         return;
     }
-    const int32_t width = s.mColWidth(selection.col());
-    const int32_t height = s.mRowHeight(selection.row());
+    const int32_t width = s.cols.size(selection.col());
+    const int32_t height = s.rows.size(selection.row());
     const int32_t w = ui.cmdLookup.Width();
     button.Move(to32(int64_t{x} + width - w + 1), to32(int64_t{y} + 3), w, height - 2);
     button.setVisible(true);

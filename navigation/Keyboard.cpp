@@ -14,14 +14,14 @@ void selectCurrentRow(Grid& g)
 {
     const GridState& s = g.s;
     if (s.mAllowSelection && s.mSelectionMode == SelectionByRow)
-        g.changeSelection([&g] { g.selection.selectCurrentRow(g.s.mCols); });
+        g.changeSelection([&g] { g.selection.selectCurrentRow(g.s.cols.count()); });
 }
 
 void selectCurrentColumn(Grid& g)
 {
     const GridState& s = g.s;
     if (s.mAllowSelection && s.mSelectionMode == SelectionByCol)
-        g.changeSelection([&g] { g.selection.selectCurrentColumn(g.s.mRows); });
+        g.changeSelection([&g] { g.selection.selectCurrentColumn(g.s.rows.count()); });
 }
 
 // Down and Right test the new cell's pixel extent against the area the
@@ -34,7 +34,7 @@ bool fitsDown(Grid& g)
     int32_t x = 0, y = 0;
     g.cellCoordinates(cell.row, cell.col, x, y);
     const int32_t barHeight = g.ui.scrHorizontal.Visible() ? g.ui.scrHorizontal.Height() : 0;
-    return int64_t{g.ui.picGrid.ScaleHeight()} - g.s.mRowHeight(cell.row) - barHeight >= y;
+    return int64_t{g.ui.picGrid.ScaleHeight()} - g.s.rows.size(cell.row) - barHeight >= y;
 }
 
 bool fitsRight(Grid& g)
@@ -43,7 +43,7 @@ bool fitsRight(Grid& g)
     int32_t x = 0, y = 0;
     g.cellCoordinates(cell.row, cell.col, x, y);
     const int32_t barWidth = g.ui.scrVertical.Visible() ? g.ui.scrVertical.Width() : 0;
-    return int64_t{g.ui.picGrid.ScaleWidth()} - g.s.mColWidth(cell.col) - barWidth >= x;
+    return int64_t{g.ui.picGrid.ScaleWidth()} - g.s.cols.size(cell.col) - barWidth >= x;
 }
 
 void stepForwardUnless(bool fits, platform::ScrollBar& bar)
@@ -55,7 +55,7 @@ void stepForwardUnless(bool fits, platform::ScrollBar& bar)
 void moveDown(Grid& g)
 {
     Selection& selection = g.selection;
-    if (selection.row() >= g.s.mRows)
+    if (selection.row() >= g.s.rows.count())
         return;
     bool fits = true;
     g.moveFocus([&] {
@@ -69,7 +69,7 @@ void moveDown(Grid& g)
 void moveRight(Grid& g)
 {
     Selection& selection = g.selection;
-    if (selection.col() >= g.s.mCols)
+    if (selection.col() >= g.s.cols.count())
         return;
     bool fits = true;
     g.moveFocus([&] {
@@ -130,14 +130,14 @@ int32_t pagedRow(const Grid& g, int32_t currentRow, int16_t keyCode)
 {
     const GridState& s = g.s;
     const int64_t page = std::max(g.viewport.pageRows(), 0);
-    int64_t row = s.mRows;
+    int64_t row = s.rows.count();
     switch (keyCode) {
     case VkHome: row = 1; break;
-    case VkEnd: row = s.mRows; break;
+    case VkEnd: row = s.rows.count(); break;
     case VkPageUp: row = currentRow - page; break;
     default: row = currentRow + page; break;
     }
-    return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(s.mRows, 1), s.mRows));
+    return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(s.rows.count(), 1), s.rows.count()));
 }
 
 bool isPagingKey(int16_t keyCode)
@@ -195,7 +195,7 @@ void Grid::onSurfaceCharacter(int16_t keyAscii)
 {
     events.KeyPress(keyAscii);
     const bool checkmarkColumn = s.mColMask(selection.col()) == checkmark;
-    if (s.mCols > 0 && s.mRows > 0 && keyAscii != CharTab && !checkmarkColumn)
+    if (s.cols.count() > 0 && s.rows.count() > 0 && keyAscii != CharTab && !checkmarkColumn)
         startEdit(keyAscii);
     if (s.mColMask(selection.col()) == checkmark)
         toggleCheckmarkByKey(*this);

@@ -32,7 +32,7 @@ void drawHeaderCell(Grid& g, int32_t row, int32_t col)
         y = 1;
     if (col == 0)
         x = 1;
-    g.drawCell(row, col, x, y, g.s.mColWidth(col), g.s.mRowHeight(row));
+    g.drawCell(row, col, x, y, g.s.cols.size(col), g.s.rows.size(row));
 }
 
 void unmarkHeaderCell(Grid& g, int32_t row, int32_t col)
@@ -49,7 +49,7 @@ void unmarkHeaders(Grid& g)
     GridState& s = g.s;
     if (isMarked(s.mCells, 0, 0)) {
         s.mCells.setValue(0, 0, Unmarked);
-        g.drawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
+        g.drawCell(0, 0, 1, 1, s.cols.size(0), s.rows.size(0));
     }
     const CellBlock& block = g.selection.block();
     for (int32_t c = block.col1; c <= block.col2; ++c)
@@ -85,10 +85,10 @@ void selectHeaderLine(Grid& g, CellIndex pressed)
         return;
     if (pressed.row == 0 && pressed.col >= 1 && s.mSelectionMode == SelectionByCol) {
         drawHeaderCell(g, 0, pressed.col);
-        g.selection.selectWholeColumn(pressed.col, s.mRows);
+        g.selection.selectWholeColumn(pressed.col, s.rows.count());
     } else if (pressed.row >= 1 && pressed.col == 0 && s.mSelectionMode == SelectionByRow) {
         drawHeaderCell(g, pressed.row, 0);
-        g.selection.selectWholeRow(pressed.row, s.mCols);
+        g.selection.selectWholeRow(pressed.row, s.cols.count());
     }
 }
 
@@ -103,12 +103,12 @@ void selectAllFromCorner(Grid& g, CellIndex pressed)
     GridState& s = g.s;
     if (pressed.row != 0 || pressed.col != 0 || !s.mAllowSelection || s.mSelectionMode != SelectionFree)
         return;
-    g.drawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
-    for (int32_t c = 1; c <= s.mCols; ++c)
+    g.drawCell(0, 0, 1, 1, s.cols.size(0), s.rows.size(0));
+    for (int32_t c = 1; c <= s.cols.count(); ++c)
         markAndDrawHeader(g, 0, c);
-    for (int32_t r = 1; r <= s.mRows; ++r)
+    for (int32_t r = 1; r <= s.rows.count(); ++r)
         markAndDrawHeader(g, r, 0);
-    g.selection.selectAll(s.mRows, s.mCols);
+    g.selection.selectAll(s.rows.count(), s.cols.count());
 }
 
 void pressHeader(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
@@ -134,9 +134,9 @@ void scrollTowardCell(Grid& g, CellIndex pressed)
     auto& v = g.ui.scrVertical;
     int32_t x = 0, y = 0;
     g.cellCoordinates(pressed.row, pressed.col, x, y);
-    if (to32(int64_t{x} + s.mColWidth(pressed.col)) > v.Left() && h.Visible() && h.Value() < h.Max())
+    if (to32(int64_t{x} + s.cols.size(pressed.col)) > v.Left() && h.Visible() && h.Value() < h.Max())
         h.setValue(h.Value() + 1);
-    if (to32(int64_t{y} + s.mRowHeight(pressed.row)) > h.Top() && v.Visible() && v.Value() < v.Max())
+    if (to32(int64_t{y} + s.rows.size(pressed.row)) > h.Top() && v.Visible() && v.Value() < v.Max())
         v.setValue(v.Value() + 1);
 }
 
@@ -146,9 +146,9 @@ void extendSelectionTo(Grid& g, CellIndex pressed)
     g.changeSelection([&] {
         CellIndex corner = pressed;
         if (s.mSelectionMode == SelectionByRow)
-            corner.col = s.mCols;
+            corner.col = s.cols.count();
         if (s.mSelectionMode == SelectionByCol)
-            corner.row = s.mRows;
+            corner.row = s.rows.count();
         g.selection.setCorner(corner);
     });
 }
@@ -162,9 +162,9 @@ void anchorSelectionAt(Grid& g, CellIndex pressed)
     if (!selectsLines(s))
         return;
     if (s.mSelectionMode == SelectionByRow)
-        g.selection.selectWholeRow(pressed.row, s.mCols);
+        g.selection.selectWholeRow(pressed.row, s.cols.count());
     else if (s.mSelectionMode == SelectionByCol)
-        g.selection.selectWholeColumn(pressed.col, s.mRows);
+        g.selection.selectWholeColumn(pressed.col, s.rows.count());
     if (s.mSelectionMode == SelectionByRow || s.mSelectionMode == SelectionByCol)
         g.showSelectionMarks();
 }
@@ -267,14 +267,13 @@ namespace {
 // The row (column) whose span, its lower (right) grid line included, holds
 // pos: 0 in the header band (also left of the first pixel when the header is
 // hidden), -1 when none does.
-int32_t lineAt(double pos, bool headerShown, const VbArray<int16_t>& sizes, int32_t first, int32_t last,
-               int32_t line)
+int32_t lineAt(double pos, bool headerShown, const Axis& axis, int32_t first, int32_t line)
 {
-    int32_t start = headerShown ? to32(int64_t{sizes(0)} + line + 1) : 1;
+    int32_t start = headerShown ? to32(int64_t{axis.size(0)} + line + 1) : 1;
     if (pos > 0 && pos <= start)
         return 0;
-    for (int32_t i = firstWalked(first); i <= last; ++i) {
-        const int32_t end = to32(int64_t{start} + sizes(i));
+    for (int32_t i = firstWalked(first); i <= axis.count(); ++i) {
+        const int32_t end = to32(int64_t{start} + axis.size(i));
         if (start <= pos && pos <= end)
             return i;
         start = to32(int64_t{end} + line);
@@ -287,13 +286,13 @@ int32_t lineAt(double pos, bool headerShown, const VbArray<int16_t>& sizes, int3
 int32_t Grid::rowAt(float, float y)
 {
     viewport.takeLineWidth(s.mShowGrid);
-    return lineAt(y, s.mColHeader, s.mRowHeight, viewport.topRow(), s.mRows, viewport.lineWidth());
+    return lineAt(y, s.mColHeader, s.rows, viewport.topRow(), viewport.lineWidth());
 }
 
 int32_t Grid::columnAt(float x, float)
 {
     viewport.takeLineWidth(s.mShowGrid);
-    return lineAt(x, s.mRowHeader, s.mColWidth, viewport.leftCol(), s.mCols, viewport.lineWidth());
+    return lineAt(x, s.mRowHeader, s.cols, viewport.leftCol(), viewport.lineWidth());
 }
 
 void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)

@@ -6,16 +6,16 @@
 
 namespace TabulaControl::detail::navigation {
 
-void ResizeZones::place(const VbArray<int16_t>& widths, bool rowHeader, int32_t first, int32_t last, int32_t reach)
+void ResizeZones::place(const Axis& cols, bool rowHeader, int32_t first, int32_t reach)
 {
     columnBorders_.clear();
     int32_t pos = 0;
     if (rowHeader) {
-        pos = widths(0);
+        pos = cols.size(0);
         columnBorders_.push_back(pos);
     }
-    for (int32_t c = first; c <= last; ++c) {
-        pos = to32(int64_t{pos} + widths(c) + 1);
+    for (int32_t c = first; c <= cols.count(); ++c) {
+        pos = to32(int64_t{pos} + cols.size(c) + 1);
         if (pos > reach)
             return;
         columnBorders_.push_back(pos);

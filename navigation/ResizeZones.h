@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/VbArray.h"
+#include "core/Axis.h"
 
 #include <cstdint>
 #include <vector>
@@ -13,8 +13,8 @@ namespace TabulaControl::detail::navigation {
 class ResizeZones {
 public:
     // Places the zones from the column widths: the header column's when
-    // rowHeader, then columns first..last, until a border lies past reach.
-    void place(const VbArray<int16_t>& widths, bool rowHeader, int32_t first, int32_t last, int32_t reach);
+    // rowHeader, then the columns from first on, until a border lies past reach.
+    void place(const Axis& cols, bool rowHeader, int32_t first, int32_t reach);
     void clear() { columnBorders_.clear(); }
     // Takes back the zones of earlier, keeping the drag and the zone found.
     void restoreZones(const ResizeZones& earlier) { columnBorders_ = earlier.columnBorders_; }

@@ -96,7 +96,7 @@ void Grid::placeResizeZones()
 {
     if (!s.mAllowUserResizing)
         return;
-    resizeZones.place(s.mColWidth, s.mRowHeader, firstWalked(viewport.leftCol()), s.mCols, ui.window.ScaleWidth());
+    resizeZones.place(s.cols, s.mRowHeader, firstWalked(viewport.leftCol()), ui.window.ScaleWidth());
 }
 
 void Grid::MouseMove(int16_t, int16_t, float x, float y)

@@ -48,11 +48,11 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
     g.hideSelectionMarks();
     const int32_t oldTop = g.viewport.topRow();
     g.viewport.setTopRow(newTop);
-    const int32_t top = s.mColHeader ? to32(int64_t{s.mRowHeight(0)} + 2) : 1;
+    const int32_t top = s.mColHeader ? to32(int64_t{s.rows.size(0)} + 2) : 1;
     const Rect area{1, top, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the row even without grid lines; the repaint that
     // follows covers the difference, as it always has.
-    const int32_t step = to32(int64_t{s.mRowHeight(delta < 1 ? oldTop : newTop)} + 1);
+    const int32_t step = to32(int64_t{s.rows.size(delta < 1 ? oldTop : newTop)} + 1);
     g.scrollPixels(0, to32(int64_t{step} * delta), area);
     if (delta < 1)
         g.drawBottomRows(newTop, step);
@@ -68,10 +68,10 @@ void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
     g.hideSelectionMarks();
     const int32_t oldLeft = g.viewport.leftCol();
     g.viewport.setLeftCol(newLeft);
-    const int32_t left = s.mRowHeader ? to32(int64_t{s.mColWidth(0)} + 2) : 1;
+    const int32_t left = s.mRowHeader ? to32(int64_t{s.cols.size(0)} + 2) : 1;
     const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the column even without grid lines, as for rows.
-    const int32_t step = to32(int64_t{s.mColWidth(delta < 1 ? oldLeft : newLeft)} + 1);
+    const int32_t step = to32(int64_t{s.cols.size(delta < 1 ? oldLeft : newLeft)} + 1);
     g.scrollPixels(to32(int64_t{step} * delta), 0, area);
     if (delta < 1)
         g.drawRightColumns(newLeft, step);
@@ -123,9 +123,9 @@ void Grid::applyVerticalScroll()
 {
     if (editorState.isOpen())
         dropEdit(*this);
-    const int32_t newTop = shownFrom(ui.scrVertical, s.mRows);
+    const int32_t newTop = shownFrom(ui.scrVertical, s.rows.count());
     const int64_t delta = int64_t{viewport.topRow()} - newTop;
-    if (isOneStep(delta, viewport.topRow(), newTop, s.mRows)) {
+    if (isOneStep(delta, viewport.topRow(), newTop, s.rows.count())) {
         scrollRowsOneStep(*this, static_cast<int16_t>(delta), newTop);
     } else {
         viewport.setTopRow(newTop);
@@ -138,9 +138,9 @@ void Grid::applyHorizontalScroll()
 {
     if (editorState.isOpen())
         commitEdit(*this);
-    const int32_t newLeft = shownFrom(ui.scrHorizontal, s.mCols);
+    const int32_t newLeft = shownFrom(ui.scrHorizontal, s.cols.count());
     const int64_t delta = int64_t{viewport.leftCol()} - newLeft;
-    if (isOneStep(delta, viewport.leftCol(), newLeft, s.mCols)) {
+    if (isOneStep(delta, viewport.leftCol(), newLeft, s.cols.count())) {
         scrollColumnsOneStep(*this, static_cast<int16_t>(delta), newLeft);
     } else {
         viewport.setLeftCol(newLeft);

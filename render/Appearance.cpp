@@ -64,7 +64,7 @@ void Grid::setUseBackColorAlt(bool value) { restyle(*this, s.mUseBackColorAlt, v
 void Grid::setBackColor(OleColor value)
 {
     SharedBackColor = value;
-    initializeRows(s.mRows);
+    initializeRows(s.rows.count());
     Refresh();
     notifyPropertyChanged("BackColor");
 }

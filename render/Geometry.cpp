@@ -31,12 +31,12 @@ int32_t advance(int32_t pos, int32_t size, int32_t line)
 
 int32_t firstScrollableTop(const GridState& s, int32_t line)
 {
-    return s.mColHeader ? advance(s.mRowHeight(0), line, 1) : 1;
+    return s.mColHeader ? advance(s.rows.size(0), line, 1) : 1;
 }
 
 int32_t firstScrollableLeft(const GridState& s, int32_t line)
 {
-    return s.mRowHeader ? advance(s.mColWidth(0), line, 1) : 1;
+    return s.mRowHeader ? advance(s.cols.size(0), line, 1) : 1;
 }
 
 bool cellCoordinates(const GridState& s, Viewport& view, SurfaceSize surface, int32_t row, int32_t col, int32_t& x,
@@ -46,10 +46,10 @@ bool cellCoordinates(const GridState& s, Viewport& view, SurfaceSize surface, in
     x = firstScrollableLeft(s, view.lineWidth());
     view.takeLineWidth(s.mShowGrid);
     const int32_t line = view.lineWidth();
-    const bool rowBeyond = walk(view.topRow(), row, s.mRows, surface.height - 1, line, y,
-                                [&](int32_t r) { return int32_t{s.mRowHeight(r)}; });
-    const bool colBeyond = walk(view.leftCol(), col, s.mCols, surface.width - 1, line, x,
-                                [&](int32_t c) { return int32_t{s.mColWidth(c)}; });
+    const bool rowBeyond = walk(view.topRow(), row, s.rows.count(), surface.height - 1, line, y,
+                                [&](int32_t r) { return int32_t{s.rows.size(r)}; });
+    const bool colBeyond = walk(view.leftCol(), col, s.cols.count(), surface.width - 1, line, x,
+                                [&](int32_t c) { return int32_t{s.cols.size(c)}; });
     return rowBeyond || colBeyond;
 }
 

@@ -20,11 +20,11 @@ struct Span {
     int32_t end;
 };
 
-Span blockSpan(int32_t index1, int32_t pos1, int32_t index2, int32_t pos2, const VbArray<int16_t>& sizes)
+Span blockSpan(int32_t index1, int32_t pos1, int32_t index2, int32_t pos2, const Axis& axis)
 {
     if (index1 <= index2)
-        return {pos1, advance(pos2, sizes(index2))};
-    return {pos2, advance(pos1, sizes(index1))};
+        return {pos1, advance(pos2, axis.size(index2))};
+    return {pos2, advance(pos1, axis.size(index1))};
 }
 
 }  // namespace
@@ -40,12 +40,12 @@ using render::advance;
 void Grid::flipFocusMark()
 {
     const int32_t row = selection.row(), col = selection.col();
-    if (s.mRows < 1 || s.mCols < 1 || viewport.isScrolledOff(row, col) || !hasCell(s, row, col))
+    if (s.rows.count() < 1 || s.cols.count() < 1 || viewport.isScrolledOff(row, col) || !hasCell(s, row, col))
         return;
     int32_t x = 0, y = 0;
     const bool beyond = cellCoordinates(row, col, x, y);
-    const int32_t width = s.mColWidth(col);
-    const int32_t height = s.mRowHeight(row);
+    const int32_t width = s.cols.size(col);
+    const int32_t height = s.rows.size(row);
     if (!beyond)
         marks.toggleFocusRect(render::MakeRect(x, y, width, height));
     placeEditor(x, y, width, height, col);
@@ -64,15 +64,15 @@ void Grid::placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int3
 // The square between the scroll bars is painted again over every flip.
 void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 {
-    if (s.mRows < 1 || s.mCols < 1 || !hasCell(s, row1, col1) || !hasCell(s, row2, col2))
+    if (s.rows.count() < 1 || s.cols.count() < 1 || !hasCell(s, row1, col1) || !hasCell(s, row2, col2))
         return;
     if (row1 < viewport.topRow() && row2 < viewport.topRow())
         return;
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     cellCoordinates(row1, col1, x1, y1);
     cellCoordinates(row2, col2, x2, y2);
-    const render::Span across = render::blockSpan(col1, x1, col2, x2, s.mColWidth);
-    const render::Span down = render::blockSpan(row1, y1, row2, y2, s.mRowHeight);
+    const render::Span across = render::blockSpan(col1, x1, col2, x2, s.cols);
+    const render::Span down = render::blockSpan(row1, y1, row2, y2, s.rows);
     const int32_t reach = s.mShowGrid ? render::GridLineReach : 0;
     // A block lying wholly left of the scrolled columns has no visible cells.
     if (std::max(col1, col2) >= viewport.leftCol())
@@ -138,9 +138,9 @@ void Grid::fitSelectionToMode()
     if (!s.mAllowSelection)
         return;
     if (s.mSelectionMode == SelectionByRow)
-        changeSelection([this] { selection.selectCurrentRow(s.mCols); });
+        changeSelection([this] { selection.selectCurrentRow(s.cols.count()); });
     else if (s.mSelectionMode == SelectionByCol)
-        changeSelection([this] { selection.selectCurrentColumn(s.mRows); });
+        changeSelection([this] { selection.selectCurrentColumn(s.rows.count()); });
 }
 
 void Grid::showMarksAfterPaint()
@@ -158,9 +158,9 @@ void Grid::flipSelectionAfterScrollStep()
 {
     if (s.mAllowSelection && s.mSelectionMode == SelectionByRow) {
         flipSelectionBlock();
-        selection.selectCurrentRow(s.mCols);
+        selection.selectCurrentRow(s.cols.count());
     } else if (s.mAllowSelection && s.mSelectionMode == SelectionByCol) {
-        selection.selectCurrentColumn(s.mRows);
+        selection.selectCurrentColumn(s.rows.count());
     }
     flipSelectionMarks();
 }

@@ -96,23 +96,6 @@ auto settledFields(const Grid& g)
 
 namespace {
 
-// Adds the sizes of the rows (columns) that can show; returns the first
-// index past them.
-template <class Sizes>
-int64_t addShown(std::vector<int64_t>& v, const Sizes& sizes, int32_t first, int32_t last, int32_t room)
-{
-    if (sizes.upper() >= 0)
-        v.push_back(sizes(0));
-    int64_t reach = 0;
-    int32_t i = firstWalked(first);
-    for (; i <= std::min(last, sizes.upper()) && reach <= room; ++i) {
-        const int64_t size = sizes(i);
-        v.push_back(size);
-        reach += size + 1;
-    }
-    return i;
-}
-
 void addChild(std::vector<int64_t>& v, const platform::Child& child)
 {
     v.insert(v.end(), {child.Visible(), child.Left(), child.Top(), child.Width(), child.Height()});
@@ -134,20 +117,20 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     const GridState& s = g.s;
     v.clear();
     v.insert(v.end(), {
-        s.mBorderStyle, s.mCols, s.mColHeader, s.mRowHeader, s.mShowGrid, s.mGridSolid, s.mAllowSelection,
+        s.mBorderStyle, s.cols.count(), s.mColHeader, s.mRowHeader, s.mShowGrid, s.mGridSolid, s.mAllowSelection,
         s.mFixedStyle, s.mSelectionMode, s.mAllowUserResizing,
         s.mMouseDown, s.mHeaderClicked,
-        s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
+        s.cols.lastSizedIndex(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
         s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
         g.ui.txtEdit.MaxLength()});
     // The resize zones are found across the whole control, a little wider
     // than the surface.
-    const int64_t rowsShownEnd = addShown(v, s.mRowHeight, g.viewport.topRow(), s.mRows, g.ui.window.ScaleHeight());
-    addShown(v, s.mColWidth, g.viewport.leftCol(), s.mCols, g.ui.window.ScaleWidth());
+    const int64_t rowsShownEnd = s.rows.appendShownSizes(v, g.viewport.topRow(), g.ui.window.ScaleHeight());
+    s.cols.appendShownSizes(v, g.viewport.leftCol(), g.ui.window.ScaleWidth());
     // Rows past those that can show matter only by their number, and that
     // only to a selection of whole columns, which spans every row.
     const bool spansRows = s.mSelectionMode == SelectionByCol || g.selection.columnsSelected();
-    for (const int64_t count : {int64_t{s.mRows}, int64_t{s.mRowHeight.upper()}, int64_t{s.mCells.Rows()}})
+    for (const int64_t count : {int64_t{s.rows.count()}, int64_t{s.rows.lastSizedIndex()}, int64_t{s.mCells.Rows()}})
         v.push_back(spansRows ? count : std::min(count, rowsShownEnd + 1));
     addBar(v, g.ui.scrVertical);
     addBar(v, g.ui.scrHorizontal);
