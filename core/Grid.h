@@ -10,6 +10,7 @@
 #include "navigation/Selection.h"
 #include "platform/Controls.h"
 #include "platform/Surface.h"
+#include "render/AppearanceSettings.h"
 #include "render/Marks.h"
 #include "render/OnDemand.h"
 #include "render/Viewport.h"
@@ -46,6 +47,7 @@ public:
     editing::EditorState editorState;
     lookups::DropDownSettings dropDownSettings;
     render::Viewport viewport;
+    render::Appearance appearance;
     TabulaEvents& events;
     QWidget& control;
 

@@ -21,26 +21,11 @@ inline thread_local OleColor SharedForeColor = 0x80000012;
 // header row and column; every per-row array runs 0..mRows and every
 // per-column array 0..mCols. Sizes and positions are surface pixels.
 struct GridState {
-    int16_t mBorderStyle = 1;
     int32_t mCols = 0;
     int32_t mRows = 0;
-    bool mColHeader = true;
-    bool mRowHeader = true;
-    bool mShowGrid = true;
-    bool mGridSolid = true;
-    OleColor mGridLineColor = 0xC0C0C0;
     bool mAutoRedraw = true;
-    OleColor mBackColorFixed = 0xC0C0C0;
-    OleColor mForeColorFixed = 0x80000012;
-    OleColor mBackColorBkg = 0x808080;
-    OleColor mBackColorAlt = 0xFFFFFF;
-    bool mUseBackColorAlt = false;
     bool mAllowSelection = true;
-    int16_t mFixedStyle = 1;
     int16_t mSelectionMode = 0;
-    FontRef mFont;
-    FontRef mFontFixed;
-    FontRef mFontEdit;
     QString mFormatString;
     bool mAllowUserResizing = true;
     CellArray mCells;

@@ -286,14 +286,14 @@ int32_t lineAt(double pos, bool headerShown, const VbArray<int16_t>& sizes, int3
 
 int32_t Grid::rowAt(float, float y)
 {
-    viewport.takeLineWidth(s.mShowGrid);
-    return lineAt(y, s.mColHeader, s.mRowHeight, viewport.topRow(), s.mRows, viewport.lineWidth());
+    viewport.takeLineWidth(appearance.showsGridLines());
+    return lineAt(y, appearance.showsColumnHeader(), s.mRowHeight, viewport.topRow(), s.mRows, viewport.lineWidth());
 }
 
 int32_t Grid::columnAt(float x, float)
 {
-    viewport.takeLineWidth(s.mShowGrid);
-    return lineAt(x, s.mRowHeader, s.mColWidth, viewport.leftCol(), s.mCols, viewport.lineWidth());
+    viewport.takeLineWidth(appearance.showsGridLines());
+    return lineAt(x, appearance.showsRowHeader(), s.mColWidth, viewport.leftCol(), s.mCols, viewport.lineWidth());
 }
 
 void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)

@@ -30,7 +30,7 @@ void followRowSizer(Grid& g, float y, int16_t surfaceHeight)
 void updateSizingPointer(Grid& g, float x)
 {
     const GridState& s = g.s;
-    if (!s.mColHeader || s.mMouseRow != 0) {
+    if (!g.appearance.showsColumnHeader() || s.mMouseRow != 0) {
         g.ui.window.setMousePointer(PointerDefault);
         return;
     }
@@ -80,7 +80,7 @@ void finishColumnDrag(Grid& g)
 {
     const GridState& s = g.s;
     const ResizeZones& zones = g.resizeZones;
-    const int64_t col = int64_t{g.viewport.leftCol()} + zones.foundZone() - (s.mRowHeader ? 2 : 1);
+    const int64_t col = int64_t{g.viewport.leftCol()} + zones.foundZone() - (g.appearance.showsRowHeader() ? 2 : 1);
     if (!zones.foundZonePlaced() || !hasCell(s, 0, col))
         return;
     int32_t width = zones.draggedWidth(g.ui.picSizer.Left());
@@ -96,7 +96,8 @@ void Grid::placeResizeZones()
 {
     if (!s.mAllowUserResizing)
         return;
-    resizeZones.place(s.mColWidth, s.mRowHeader, firstWalked(viewport.leftCol()), s.mCols, ui.window.ScaleWidth());
+    resizeZones.place(s.mColWidth, appearance.showsRowHeader(), firstWalked(viewport.leftCol()), s.mCols,
+                      ui.window.ScaleWidth());
 }
 
 void Grid::MouseMove(int16_t, int16_t, float x, float y)

@@ -73,7 +73,7 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
     cellCoordinates(row2, col2, x2, y2);
     const render::Span across = render::blockSpan(col1, x1, col2, x2, s.mColWidth);
     const render::Span down = render::blockSpan(row1, y1, row2, y2, s.mRowHeight);
-    const int32_t reach = s.mShowGrid ? render::GridLineReach : 0;
+    const int32_t reach = appearance.showsGridLines() ? render::GridLineReach : 0;
     // A block lying wholly left of the scrolled columns has no visible cells.
     if (std::max(col1, col2) >= viewport.leftCol())
         marks.toggleInversion({across.start, down.start, advance(across.end, reach), advance(down.end, reach)});

@@ -25,8 +25,8 @@ private:
 
 RepaintInputs inputsOf(const Grid& g)
 {
-    const GridState& s = g.s;
-    return {*s.mFont, *s.mFontFixed, SharedBackColor, SharedForeColor, g.selection.block(), g.barsShown()};
+    const render::Appearance& look = g.appearance;
+    return {*look.font(), *look.headerFont(), SharedBackColor, SharedForeColor, g.selection.block(), g.barsShown()};
 }
 
 }  // namespace
@@ -37,17 +37,15 @@ RepaintInputs inputsOf(const Grid& g)
 class InputsRestored {
 public:
     InputsRestored(Grid& g, const RepaintInputs& then)
-        : g_(g), s_(g.s), now_(inputsOf(g)), zones_(g.resizeZones)
+        : g_(g), now_(inputsOf(g)), zones_(g.resizeZones), fonts_(g.appearance.cellFonts())
     {
-        font_ = std::exchange(s_.mFont, std::make_shared<StdFont>(then.font));
-        fontFixed_ = std::exchange(s_.mFontFixed, std::make_shared<StdFont>(then.fontFixed));
+        g_.appearance.setCellFonts({std::make_shared<StdFont>(then.font), std::make_shared<StdFont>(then.fontFixed)});
         apply(then);
         g_.barsShownOverride_ = then.barsShown;
     }
     ~InputsRestored()
     {
-        s_.mFont = font_;
-        s_.mFontFixed = fontFixed_;
+        g_.appearance.setCellFonts(fonts_);
         apply(now_);
         g_.resizeZones.restoreZones(zones_);
         g_.barsShownOverride_.reset();
@@ -64,10 +62,9 @@ private:
     }
 
     Grid& g_;
-    GridState& s_;
     RepaintInputs now_;
     navigation::ResizeZones zones_;
-    FontRef font_, fontFixed_;
+    render::Appearance::CellFonts fonts_;
 };
 
 namespace {
@@ -134,8 +131,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     const GridState& s = g.s;
     v.clear();
     v.insert(v.end(), {
-        s.mBorderStyle, s.mCols, s.mColHeader, s.mRowHeader, s.mShowGrid, s.mGridSolid, s.mAllowSelection,
-        s.mFixedStyle, s.mSelectionMode, s.mAllowUserResizing,
+        s.mCols, s.mAllowSelection, s.mSelectionMode, s.mAllowUserResizing,
         s.mMouseDown, s.mHeaderClicked,
         s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
         s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
@@ -153,6 +149,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     addBar(v, g.ui.scrHorizontal);
     addChild(v, g.ui.txtEdit);
     g.viewport.appendLayoutKey(v);
+    g.appearance.appendLayoutKey(v);
     g.resizeZones.appendLayoutKey(v);
     g.selection.appendLayoutKey(v);
     g.editorState.appendLayoutKey(v);
@@ -209,7 +206,7 @@ void Grid::runLayout()
     try {
         Discarding discarding(surface);
         measuredRow_.reset();
-        viewport.takeLineWidth(s.mShowGrid);
+        viewport.takeLineWidth(appearance.showsGridLines());
         redrawAllCells(true);
         showScrollBars();
         fitSelectionToMode();
