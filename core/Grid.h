@@ -6,6 +6,7 @@
 #include "editing/EditorState.h"
 #include "lookups/DropDownSettings.h"
 #include "lookups/LookupLists.h"
+#include "navigation/PointerState.h"
 #include "navigation/ResizeZones.h"
 #include "navigation/Selection.h"
 #include "platform/Controls.h"
@@ -44,6 +45,7 @@ public:
     render::Marks marks;
     navigation::ResizeZones resizeZones;
     navigation::Selection selection;
+    navigation::PointerState pointer;
     editing::EditorState editorState;
     lookups::DropDownSettings dropDownSettings;
     render::Viewport viewport;

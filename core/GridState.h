@@ -36,11 +36,6 @@ struct GridState {
     VbArray<Flag> mColAllowEdit;
     VbArray<int16_t> mColMask;
     VbArray<int16_t> mColEditWidth;
-    int16_t mMouseRow = 0, mMouseCol = 0;
-
-    // Working fields of painting, mouse and editing.
-    bool mMouseDown = false;
-    bool mHeaderClicked = false;
 };
 
 // Whether (row, col) is a cell of the grid, header cells included. Positions

@@ -150,8 +150,8 @@ void Tabula::setColAlign(int32_t Col, int32_t value) { repaintingCall("ColAlign"
 int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->s.mColMask(Col); }); }
 void Tabula::setColMask(int32_t Col, int32_t value) { repaintingCall("ColMask", [&] { grid_->setColMask(Col, value); }); }
 
-int16_t Tabula::MouseRow() const { return grid_->s.mMouseRow; }
-int16_t Tabula::MouseCol() const { return grid_->s.mMouseCol; }
+int16_t Tabula::MouseRow() const { return grid_->pointer.row(); }
+int16_t Tabula::MouseCol() const { return grid_->pointer.col(); }
 
 QVariant Tabula::RowEmpty(int32_t Row) const
 {

@@ -252,7 +252,7 @@ void extendSelectionByDrag(Grid& g, float x, float y)
 {
     if (autoScrollStep(g, x, y))
         g.ui.picGrid.repeatMouseMove();
-    const CellIndex pointed = {g.s.mMouseRow, g.s.mMouseCol};
+    const CellIndex pointed = {g.pointer.row(), g.pointer.col()};
     const CellBlock& block = g.selection.block();
     if ((pointed.row == block.row2 && pointed.col == block.col2) || pointed.row < 1 || pointed.col < 1)
         return;
@@ -299,14 +299,14 @@ int32_t Grid::columnAt(float x, float)
 void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
 {
     const CellIndex old = selection.current();
-    s.mMouseDown = true;
+    pointer.press();
     CellIndex pressed;
     if (!startSizerDrag(*this, x, y)) {
         unmarkHeaders(*this);
         if (inDeadCorner(*this, x, y))
             return;
         pressed = {rowAt(x, y), columnAt(x, y)};
-        s.mHeaderClicked = pressed.row < 1 || pressed.col < 1;
+        pointer.setHeaderPressed(pressed.row < 1 || pressed.col < 1);
         if (isHeader(pressed))
             pressHeader(*this, pressed, button, shift);
         else if (isDataCell(pressed))
@@ -321,7 +321,7 @@ void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
 
 void Grid::MouseUp(int16_t, int16_t, float, float)
 {
-    s.mMouseDown = false;
+    pointer.release();
     selection.clearLineSelection();
     ui.picSizer.setVisible(false);
     if (resizeZones.columnDragging())
@@ -331,7 +331,7 @@ void Grid::MouseUp(int16_t, int16_t, float, float)
 
 void Grid::DblClick()
 {
-    if (selection.row() > 0 && selection.col() > 0 && s.mColMask(selection.col()) != checkmark && !s.mHeaderClicked)
+    if (selection.row() > 0 && selection.col() > 0 && s.mColMask(selection.col()) != checkmark && !pointer.headerPressed())
         startEdit(CharSpace);
 }
 
@@ -339,8 +339,8 @@ void Grid::onSurfaceMousePress(const MouseArgs& e)
 {
     if (e.Button == 1)
         MouseDown(e.Button, e.Shift, e.X, e.Y);
-    s.mMouseRow = to16(rowAt(e.X, e.Y));
-    s.mMouseCol = to16(columnAt(e.X, e.Y));
+    pointer.setRow(to16(rowAt(e.X, e.Y)));
+    pointer.setCol(to16(columnAt(e.X, e.Y)));
     if (!resizeZones.dragging())
         events.MouseDown(e.Button, e.Shift, e.X, e.Y);
 }

@@ -29,8 +29,7 @@ void followRowSizer(Grid& g, float y, int16_t surfaceHeight)
 // wins.
 void updateSizingPointer(Grid& g, float x)
 {
-    const GridState& s = g.s;
-    if (!g.appearance.showsColumnHeader() || s.mMouseRow != 0) {
+    if (!g.appearance.showsColumnHeader() || g.pointer.row() != 0) {
         g.ui.window.setMousePointer(PointerDefault);
         return;
     }
@@ -104,13 +103,13 @@ void Grid::MouseMove(int16_t, int16_t, float x, float y)
 {
     const int16_t surfaceWidth = to16(ui.picGrid.ScaleWidth());
     const int16_t surfaceHeight = to16(ui.picGrid.ScaleHeight());
-    s.mMouseRow = to16(rowAt(x, y));
-    s.mMouseCol = to16(columnAt(x, y));
+    pointer.setRow(to16(rowAt(x, y)));
+    pointer.setCol(to16(columnAt(x, y)));
     if (resizeZones.columnDragging())
         return followColumnSizer(*this, x, surfaceWidth);
     if (resizeZones.rowDragging())
         return followRowSizer(*this, y, surfaceHeight);
-    if (s.mMouseDown && s.mAllowSelection && s.mSelectionMode == SelectionFree) {
+    if (pointer.buttonDown() && s.mAllowSelection && s.mSelectionMode == SelectionFree) {
         if (!selection.linesSelected())
             extendSelectionByDrag(*this, x, y);
         return;

@@ -132,7 +132,6 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     v.clear();
     v.insert(v.end(), {
         s.mCols, s.mAllowSelection, s.mSelectionMode, s.mAllowUserResizing,
-        s.mMouseDown, s.mHeaderClicked,
         s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
         s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
         g.ui.txtEdit.MaxLength()});
@@ -152,6 +151,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     g.appearance.appendLayoutKey(v);
     g.resizeZones.appendLayoutKey(v);
     g.selection.appendLayoutKey(v);
+    g.pointer.appendLayoutKey(v);
     g.editorState.appendLayoutKey(v);
 }
 
