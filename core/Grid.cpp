@@ -29,7 +29,7 @@ void Grid::initialize()
 
 void Grid::applyDefaultProperties()
 {
-    s.mAllowUserResizing = true;
+    resizeZones.setEnabled(true);
     s.mFormatString.clear();
     editorState.restoreDefaultSettings();
     dropDownSettings.restoreDefaults();
@@ -37,8 +37,7 @@ void Grid::applyDefaultProperties()
 
     SharedBackColor = 0xFFFFFF;
     SharedForeColor = 0x80000012;
-    s.mAllowSelection = true;
-    s.mSelectionMode = 0;
+    selection.restoreDefaultSettings();
 
     appearance.restoreDefaults(*ui.window.AmbientFont());
 

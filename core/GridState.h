@@ -24,10 +24,7 @@ struct GridState {
     int32_t mCols = 0;
     int32_t mRows = 0;
     bool mAutoRedraw = true;
-    bool mAllowSelection = true;
-    int16_t mSelectionMode = 0;
     QString mFormatString;
-    bool mAllowUserResizing = true;
     CellArray mCells;
     VbArray<int16_t> mRowHeight;
     VbArray<QVariant> mRowBookmark;

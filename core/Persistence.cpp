@@ -106,7 +106,7 @@ void Grid::readProperties(const PropertyBag& bag)
     s.mAutoRedraw = in.boolean("Redraw", true);
     appearance.setBorderStyle(in.int16("BorderStyle", 1));
     ui.window.setMousePointer(in.int16("MousePointer", 0));
-    s.mAllowSelection = in.boolean("AllowSelection", true);
+    selection.setAllowed(in.boolean("AllowSelection", true));
     SharedBackColor = in.colour("BackColor", 0xFFFFFF);
     appearance.setAlternateRowColor(in.colour("BackColorAlt", 0xFFFFFF));
     appearance.setAlternatesRowColors(in.boolean("UseBackColorAlt", false));
@@ -116,10 +116,10 @@ void Grid::readProperties(const PropertyBag& bag)
     appearance.setHeaderStyle(in.int16("FixedStyle", 1));
     appearance.setShowsColumnHeader(in.boolean("ColHeader", true));
     appearance.setShowsRowHeader(in.boolean("RowHeader", true));
-    s.mSelectionMode = in.int16("SelectionMode", 0);
+    selection.setMode(in.int16("SelectionMode", 0));
     appearance.setEditorFont(in.font("FontEdit", ui.window.AmbientFont()));
     appearance.setBackgroundColor(in.colour("BackColorBkg", 0x808080));
-    s.mAllowUserResizing = in.boolean("AllowUserResizing", true);
+    resizeZones.setEnabled(in.boolean("AllowUserResizing", true));
     s.mFormatString = in.text("FormatString", QString());
     editorState.setAddsRowOnEdit(in.boolean("AutoNewRow", false));
     dropDownSettings.setMinimumRows(in.int16("ListBoxRows", 6));
@@ -154,7 +154,7 @@ void Grid::writeProperties(PropertyBag& bag) const
     write("GridLineColor", appearance.gridLineColor());
     write("BorderStyle", appearance.borderStyle(), int16_t{1});
     write("MousePointer", ui.window.MousePointer(), int16_t{0});
-    write("AllowSelection", s.mAllowSelection, true);
+    write("AllowSelection", selection.allowed(), true);
     write("BackColor", SharedBackColor, OleColor{0xFFFFFF});
     write("BackColorAlt", appearance.alternateRowColor(), OleColor{0xFFFFFF});
     write("UseBackColorAlt", appearance.alternatesRowColors(), false);
@@ -164,12 +164,12 @@ void Grid::writeProperties(PropertyBag& bag) const
     write("FixedStyle", appearance.headerStyle(), int16_t{1});
     write("ColHeader", appearance.showsColumnHeader(), true);
     write("RowHeader", appearance.showsRowHeader(), true);
-    write("SelectionMode", s.mSelectionMode, int16_t{0});
+    write("SelectionMode", selection.mode(), int16_t{0});
     write("Font", font(appearance.font()), font(ambient));
     write("FontFixed", font(appearance.headerFont()), font(ambient));
     write("FontEdit", font(appearance.editorFont()), font(ambient));
     write("BackColorBkg", appearance.backgroundColor(), OleColor{0x808080});
-    write("AllowUserResizing", s.mAllowUserResizing, true);
+    write("AllowUserResizing", resizeZones.enabled(), true);
     write("FormatString", s.mFormatString, QString());
     write("AutoNewRow", editorState.addsRowOnEdit(), false);
     write("ListBoxRows", dropDownSettings.minimumRows(), int16_t{6});

@@ -203,29 +203,29 @@ void Tabula::setCol2(int32_t value) { call("Col2", [&] { grid_->selection.setCol
 
 bool Tabula::BlockSelected() const { return grid_->selection.isBlock(); }
 
-SelectModes Tabula::SelectionMode() const { return static_cast<SelectModes>(grid_->s.mSelectionMode); }
+SelectModes Tabula::SelectionMode() const { return static_cast<SelectModes>(grid_->selection.mode()); }
 void Tabula::setSelectionMode(SelectModes value)
 {
     change("SelectionMode", [&] {
-        grid_->s.mSelectionMode = detail::to16(value);
+        grid_->selection.setMode(detail::to16(value));
         grid_->notifyPropertyChanged("SelectionMode");
     });
 }
 
-bool Tabula::AllowSelection() const { return grid_->s.mAllowSelection; }
+bool Tabula::AllowSelection() const { return grid_->selection.allowed(); }
 void Tabula::setAllowSelection(bool value)
 {
     change("AllowSelection", [&] {
-        grid_->s.mAllowSelection = value;
+        grid_->selection.setAllowed(value);
         grid_->notifyPropertyChanged("AllowSelection");
     });
 }
 
-bool Tabula::AllowUserResizing() const { return grid_->s.mAllowUserResizing; }
+bool Tabula::AllowUserResizing() const { return grid_->resizeZones.enabled(); }
 void Tabula::setAllowUserResizing(bool value)
 {
     change("AllowUserResizing", [&] {
-        grid_->s.mAllowUserResizing = value;
+        grid_->resizeZones.setEnabled(value);
         grid_->notifyPropertyChanged("AllowUserResizing");
     });
 }

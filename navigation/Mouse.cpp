@@ -16,9 +16,9 @@ bool isMarked(const CellArray& cells, int32_t row, int32_t col) { return cells.V
 
 bool isHeader(CellIndex c) { return (c.row == 0 || c.col == 0) && c.row >= 0 && c.col >= 0; }
 bool isDataCell(CellIndex c) { return c.row >= 1 && c.col >= 1; }
-bool extendsSelection(const GridState& s, int16_t button, int16_t shift)
+bool extendsSelection(const Selection& selection, int16_t button, int16_t shift)
 {
-    return (shift & 1) && (button & 1) && s.mAllowSelection;
+    return (shift & 1) && (button & 1) && selection.allowed();
 }
 
 // Header cells sit at their fixed places: the header row at y = 1, the
@@ -70,23 +70,19 @@ bool inDeadCorner(Grid& g, float x, float y)
 void markPressedHeader(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
-    if (!s.mAllowSelection)
-        return;
-    if (s.mSelectionMode == SelectionByRow && pressed.row >= 1)
+    if (g.selection.selectsRows() && pressed.row >= 1)
         s.mCells.setValue(to16(pressed.row), 0, Marked);
-    if (s.mSelectionMode == SelectionByCol && pressed.col >= 1)
+    if (g.selection.selectsColumns() && pressed.col >= 1)
         s.mCells.setValue(0, to16(pressed.col), Marked);
 }
 
 void selectHeaderLine(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
-    if (!s.mAllowSelection)
-        return;
-    if (pressed.row == 0 && pressed.col >= 1 && s.mSelectionMode == SelectionByCol) {
+    if (pressed.row == 0 && pressed.col >= 1 && g.selection.selectsColumns()) {
         drawHeaderCell(g, 0, pressed.col);
         g.selection.selectWholeColumn(pressed.col, s.mRows);
-    } else if (pressed.row >= 1 && pressed.col == 0 && s.mSelectionMode == SelectionByRow) {
+    } else if (pressed.row >= 1 && pressed.col == 0 && g.selection.selectsRows()) {
         drawHeaderCell(g, pressed.row, 0);
         g.selection.selectWholeRow(pressed.row, s.mCols);
     }
@@ -101,7 +97,7 @@ void markAndDrawHeader(Grid& g, int32_t row, int32_t col)
 void selectAllFromCorner(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
-    if (pressed.row != 0 || pressed.col != 0 || !s.mAllowSelection || s.mSelectionMode != SelectionFree)
+    if (pressed.row != 0 || pressed.col != 0 || !g.selection.selectsFreely())
         return;
     g.drawCell(0, 0, 1, 1, s.mColWidth(0), s.mRowHeight(0));
     for (int32_t c = 1; c <= s.mCols; ++c)
@@ -113,7 +109,7 @@ void selectAllFromCorner(Grid& g, CellIndex pressed)
 
 void pressHeader(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
 {
-    if (!extendsSelection(g.s, button, shift)) {
+    if (!extendsSelection(g.selection, button, shift)) {
         if (g.selection.isBlock())
             g.hideSelectionMarks();
         g.hideFocus();
@@ -145,9 +141,9 @@ void extendSelectionTo(Grid& g, CellIndex pressed)
     const GridState& s = g.s;
     g.changeSelection([&] {
         CellIndex corner = pressed;
-        if (s.mSelectionMode == SelectionByRow)
+        if (g.selection.mode() == SelectionByRow)
             corner.col = s.mCols;
-        if (s.mSelectionMode == SelectionByCol)
+        if (g.selection.mode() == SelectionByCol)
             corner.row = s.mRows;
         g.selection.setCorner(corner);
     });
@@ -159,13 +155,13 @@ void anchorSelectionAt(Grid& g, CellIndex pressed)
     if (g.selection.isBlock())
         g.hideSelectionMarks();
     g.selection.anchorAt(pressed);
-    if (!selectsLines(s))
+    if (!g.selection.selectsLines())
         return;
-    if (s.mSelectionMode == SelectionByRow)
+    if (g.selection.mode() == SelectionByRow)
         g.selection.selectWholeRow(pressed.row, s.mCols);
-    else if (s.mSelectionMode == SelectionByCol)
+    else if (g.selection.mode() == SelectionByCol)
         g.selection.selectWholeColumn(pressed.col, s.mRows);
-    if (s.mSelectionMode == SelectionByRow || s.mSelectionMode == SelectionByCol)
+    if (g.selection.mode() == SelectionByRow || g.selection.mode() == SelectionByCol)
         g.showSelectionMarks();
 }
 
@@ -184,7 +180,7 @@ void moveCurrentCellTo(Grid& g, CellIndex pressed)
 void pressCell(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
 {
     scrollTowardCell(g, pressed);
-    if (extendsSelection(g.s, button, shift))
+    if (extendsSelection(g.selection, button, shift))
         return extendSelectionTo(g, pressed);
     anchorSelectionAt(g, pressed);
     moveCurrentCellTo(g, pressed);

@@ -93,7 +93,7 @@ void finishColumnDrag(Grid& g)
 
 void Grid::placeResizeZones()
 {
-    if (!s.mAllowUserResizing)
+    if (!resizeZones.enabled())
         return;
     resizeZones.place(s.mColWidth, appearance.showsRowHeader(), firstWalked(viewport.leftCol()), s.mCols,
                       ui.window.ScaleWidth());
@@ -109,7 +109,7 @@ void Grid::MouseMove(int16_t, int16_t, float x, float y)
         return followColumnSizer(*this, x, surfaceWidth);
     if (resizeZones.rowDragging())
         return followRowSizer(*this, y, surfaceHeight);
-    if (pointer.buttonDown() && s.mAllowSelection && s.mSelectionMode == SelectionFree) {
+    if (pointer.buttonDown() && selection.selectsFreely()) {
         if (!selection.linesSelected())
             extendSelectionByDrag(*this, x, y);
         return;

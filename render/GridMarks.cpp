@@ -125,7 +125,7 @@ void Grid::changeSelection(const std::function<void()>& change)
 // In free mode the block stays on, so what body paints takes it away.
 void Grid::withLineSelectionLifted(const std::function<void()>& body)
 {
-    const bool lines = s.mAllowSelection && s.mSelectionMode >= 1;
+    const bool lines = selection.selectsLines();
     if (lines)
         flipSelectionBlock();
     body();
@@ -135,11 +135,9 @@ void Grid::withLineSelectionLifted(const std::function<void()>& body)
 
 void Grid::fitSelectionToMode()
 {
-    if (!s.mAllowSelection)
-        return;
-    if (s.mSelectionMode == SelectionByRow)
+    if (selection.selectsRows())
         changeSelection([this] { selection.selectCurrentRow(s.mCols); });
-    else if (s.mSelectionMode == SelectionByCol)
+    else if (selection.selectsColumns())
         changeSelection([this] { selection.selectCurrentColumn(s.mRows); });
 }
 
@@ -156,10 +154,10 @@ void Grid::showMarksAfterPaint()
 // flips the marks its repaint has just drawn.
 void Grid::flipSelectionAfterScrollStep()
 {
-    if (s.mAllowSelection && s.mSelectionMode == SelectionByRow) {
+    if (selection.selectsRows()) {
         flipSelectionBlock();
         selection.selectCurrentRow(s.mCols);
-    } else if (s.mAllowSelection && s.mSelectionMode == SelectionByCol) {
+    } else if (selection.selectsColumns()) {
         selection.selectCurrentColumn(s.mRows);
     }
     flipSelectionMarks();

@@ -131,7 +131,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     const GridState& s = g.s;
     v.clear();
     v.insert(v.end(), {
-        s.mCols, s.mAllowSelection, s.mSelectionMode, s.mAllowUserResizing,
+        s.mCols,
         s.mColWidth.upper(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
         s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
         g.ui.txtEdit.MaxLength()});
@@ -141,7 +141,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     addShown(v, s.mColWidth, g.viewport.leftCol(), s.mCols, g.ui.window.ScaleWidth());
     // Rows past those that can show matter only by their number, and that
     // only to a selection of whole columns, which spans every row.
-    const bool spansRows = s.mSelectionMode == SelectionByCol || g.selection.columnsSelected();
+    const bool spansRows = g.selection.mode() == SelectionByCol || g.selection.columnsSelected();
     for (const int64_t count : {int64_t{s.mRows}, int64_t{s.mRowHeight.upper()}, int64_t{s.mCells.Rows()}})
         v.push_back(spansRows ? count : std::min(count, rowsShownEnd + 1));
     addBar(v, g.ui.scrVertical);
