@@ -33,7 +33,7 @@ public:
     OleColor gridLineColor() const { return gridLineColor_; }
     void setGridLineColor(OleColor colour) { gridLineColor_ = colour; }
 
-    // FixedStyle: 0 draws the headers flat, any other value as buttons.
+    // FixedStyle: 0 draws the headers flat.
     int16_t headerStyle() const { return headerStyle_; }
     void setHeaderStyle(int16_t style) { headerStyle_ = style; }
     bool flatHeaders() const { return headerStyle_ == 0; }
