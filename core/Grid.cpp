@@ -29,30 +29,17 @@ void Grid::initialize()
 
 void Grid::applyDefaultProperties()
 {
-    s.mGridLineColor = 0xC0C0C0;
-    s.mColHeader = s.mRowHeader = s.mShowGrid = s.mGridSolid = true;
-    s.mAllowUserResizing = true;
+    resizeZones.setEnabled(true);
     s.mFormatString.clear();
     editorState.restoreDefaultSettings();
     dropDownSettings.restoreDefaults();
     s.mAutoRedraw = true;
-    s.mBorderStyle = 1;
 
     SharedBackColor = 0xFFFFFF;
-    s.mBackColorAlt = 0xFFFFFF;
-    s.mUseBackColorAlt = false;
-    s.mBackColorFixed = 0xC0C0C0;
-    s.mBackColorBkg = 0x808080;
     SharedForeColor = 0x80000012;
-    s.mForeColorFixed = 0x80000012;
-    s.mAllowSelection = true;
-    s.mFixedStyle = 1;
-    s.mSelectionMode = 0;
+    selection.restoreDefaultSettings();
 
-    s.mFont = ui.window.AmbientFont();
-    s.mFontFixed = ui.window.AmbientFont();
-    s.mFontEdit = ui.window.AmbientFont();
-    s.mFontFixed->Bold = true;
+    appearance.restoreDefaults(*ui.window.AmbientFont());
 
     setCols(5);
     setRows(1);

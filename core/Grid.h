@@ -6,10 +6,12 @@
 #include "editing/EditorState.h"
 #include "lookups/DropDownSettings.h"
 #include "lookups/LookupLists.h"
+#include "navigation/PointerState.h"
 #include "navigation/ResizeZones.h"
 #include "navigation/Selection.h"
 #include "platform/Controls.h"
 #include "platform/Surface.h"
+#include "render/AppearanceSettings.h"
 #include "render/Marks.h"
 #include "render/OnDemand.h"
 #include "render/Viewport.h"
@@ -43,9 +45,11 @@ public:
     render::Marks marks;
     navigation::ResizeZones resizeZones;
     navigation::Selection selection;
+    navigation::PointerState pointer;
     editing::EditorState editorState;
     lookups::DropDownSettings dropDownSettings;
     render::Viewport viewport;
+    render::Appearance appearance;
     TabulaEvents& events;
     QWidget& control;
 

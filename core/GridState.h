@@ -22,39 +22,16 @@ inline thread_local OleColor SharedForeColor = 0x80000012;
 // header row and column; every per-row array runs 0..rows.count() and every
 // per-column array 0..cols.count(). Sizes and positions are surface pixels.
 struct GridState {
-    int16_t mBorderStyle = 1;
     Axis cols;
     Axis rows;
-    bool mColHeader = true;
-    bool mRowHeader = true;
-    bool mShowGrid = true;
-    bool mGridSolid = true;
-    OleColor mGridLineColor = 0xC0C0C0;
     bool mAutoRedraw = true;
-    OleColor mBackColorFixed = 0xC0C0C0;
-    OleColor mForeColorFixed = 0x80000012;
-    OleColor mBackColorBkg = 0x808080;
-    OleColor mBackColorAlt = 0xFFFFFF;
-    bool mUseBackColorAlt = false;
-    bool mAllowSelection = true;
-    int16_t mFixedStyle = 1;
-    int16_t mSelectionMode = 0;
-    FontRef mFont;
-    FontRef mFontFixed;
-    FontRef mFontEdit;
     QString mFormatString;
-    bool mAllowUserResizing = true;
     CellArray mCells;
     VbArray<QVariant> mRowBookmark;
     VbArray<int16_t> mColAlign;
     VbArray<Flag> mColAllowEdit;
     VbArray<int16_t> mColMask;
     VbArray<int16_t> mColEditWidth;
-    int16_t mMouseRow = 0, mMouseCol = 0;
-
-    // Working fields of painting, mouse and editing.
-    bool mMouseDown = false;
-    bool mHeaderClicked = false;
 };
 
 // Whether (row, col) is a cell of the grid, header cells included. Positions

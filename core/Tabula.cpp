@@ -150,8 +150,8 @@ void Tabula::setColAlign(int32_t Col, int32_t value) { repaintingCall("ColAlign"
 int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->s.mColMask(Col); }); }
 void Tabula::setColMask(int32_t Col, int32_t value) { repaintingCall("ColMask", [&] { grid_->setColMask(Col, value); }); }
 
-int16_t Tabula::MouseRow() const { return grid_->s.mMouseRow; }
-int16_t Tabula::MouseCol() const { return grid_->s.mMouseCol; }
+int16_t Tabula::MouseRow() const { return grid_->pointer.row(); }
+int16_t Tabula::MouseCol() const { return grid_->pointer.col(); }
 
 QVariant Tabula::RowEmpty(int32_t Row) const
 {
@@ -203,29 +203,29 @@ void Tabula::setCol2(int32_t value) { call("Col2", [&] { grid_->selection.setCol
 
 bool Tabula::BlockSelected() const { return grid_->selection.isBlock(); }
 
-SelectModes Tabula::SelectionMode() const { return static_cast<SelectModes>(grid_->s.mSelectionMode); }
+SelectModes Tabula::SelectionMode() const { return static_cast<SelectModes>(grid_->selection.mode()); }
 void Tabula::setSelectionMode(SelectModes value)
 {
     change("SelectionMode", [&] {
-        grid_->s.mSelectionMode = detail::to16(value);
+        grid_->selection.setMode(detail::to16(value));
         grid_->notifyPropertyChanged("SelectionMode");
     });
 }
 
-bool Tabula::AllowSelection() const { return grid_->s.mAllowSelection; }
+bool Tabula::AllowSelection() const { return grid_->selection.allowed(); }
 void Tabula::setAllowSelection(bool value)
 {
     change("AllowSelection", [&] {
-        grid_->s.mAllowSelection = value;
+        grid_->selection.setAllowed(value);
         grid_->notifyPropertyChanged("AllowSelection");
     });
 }
 
-bool Tabula::AllowUserResizing() const { return grid_->s.mAllowUserResizing; }
+bool Tabula::AllowUserResizing() const { return grid_->resizeZones.enabled(); }
 void Tabula::setAllowUserResizing(bool value)
 {
     change("AllowUserResizing", [&] {
-        grid_->s.mAllowUserResizing = value;
+        grid_->resizeZones.setEnabled(value);
         grid_->notifyPropertyChanged("AllowUserResizing");
     });
 }

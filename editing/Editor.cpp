@@ -52,7 +52,7 @@ void Grid::openEditor(int16_t keyAscii)
     const QString text = s.mCells.Text(to16(selection.row()), to16(selection.col()));
     ui.txtEdit.setText(text);
     ui.txtEdit.setSelection(static_cast<int32_t>(text.size()), 0);
-    ui.txtEdit.setFont(*s.mFontEdit);
+    ui.txtEdit.setFont(*appearance.editorFont());
     ui.txtEdit.setColors(0xFFFFFF, 0);
     ui.txtEdit.setVisible(true);
     const int16_t maxLength = s.mColEditWidth(selection.col());

@@ -12,15 +12,13 @@ bool isArrow(int16_t keyCode) { return keyCode >= VkLeft && keyCode <= VkDown; }
 
 void selectCurrentRow(Grid& g)
 {
-    const GridState& s = g.s;
-    if (s.mAllowSelection && s.mSelectionMode == SelectionByRow)
+    if (g.selection.selectsRows())
         g.changeSelection([&g] { g.selection.selectCurrentRow(g.s.cols.count()); });
 }
 
 void selectCurrentColumn(Grid& g)
 {
-    const GridState& s = g.s;
-    if (s.mAllowSelection && s.mSelectionMode == SelectionByCol)
+    if (g.selection.selectsColumns())
         g.changeSelection([&g] { g.selection.selectCurrentColumn(g.s.rows.count()); });
 }
 

@@ -16,9 +16,9 @@ bool isMarked(const CellArray& cells, int32_t row, int32_t col) { return cells.V
 
 bool isHeader(CellIndex c) { return (c.row == 0 || c.col == 0) && c.row >= 0 && c.col >= 0; }
 bool isDataCell(CellIndex c) { return c.row >= 1 && c.col >= 1; }
-bool extendsSelection(const GridState& s, int16_t button, int16_t shift)
+bool extendsSelection(const Selection& selection, int16_t button, int16_t shift)
 {
-    return (shift & 1) && (button & 1) && s.mAllowSelection;
+    return (shift & 1) && (button & 1) && selection.allowed();
 }
 
 // Header cells sit at their fixed places: the header row at y = 1, the
@@ -70,23 +70,19 @@ bool inDeadCorner(Grid& g, float x, float y)
 void markPressedHeader(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
-    if (!s.mAllowSelection)
-        return;
-    if (s.mSelectionMode == SelectionByRow && pressed.row >= 1)
+    if (g.selection.selectsRows() && pressed.row >= 1)
         s.mCells.setValue(to16(pressed.row), 0, Marked);
-    if (s.mSelectionMode == SelectionByCol && pressed.col >= 1)
+    if (g.selection.selectsColumns() && pressed.col >= 1)
         s.mCells.setValue(0, to16(pressed.col), Marked);
 }
 
 void selectHeaderLine(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
-    if (!s.mAllowSelection)
-        return;
-    if (pressed.row == 0 && pressed.col >= 1 && s.mSelectionMode == SelectionByCol) {
+    if (pressed.row == 0 && pressed.col >= 1 && g.selection.selectsColumns()) {
         drawHeaderCell(g, 0, pressed.col);
         g.selection.selectWholeColumn(pressed.col, s.rows.count());
-    } else if (pressed.row >= 1 && pressed.col == 0 && s.mSelectionMode == SelectionByRow) {
+    } else if (pressed.row >= 1 && pressed.col == 0 && g.selection.selectsRows()) {
         drawHeaderCell(g, pressed.row, 0);
         g.selection.selectWholeRow(pressed.row, s.cols.count());
     }
@@ -101,7 +97,7 @@ void markAndDrawHeader(Grid& g, int32_t row, int32_t col)
 void selectAllFromCorner(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
-    if (pressed.row != 0 || pressed.col != 0 || !s.mAllowSelection || s.mSelectionMode != SelectionFree)
+    if (pressed.row != 0 || pressed.col != 0 || !g.selection.selectsFreely())
         return;
     g.drawCell(0, 0, 1, 1, s.cols.size(0), s.rows.size(0));
     for (int32_t c = 1; c <= s.cols.count(); ++c)
@@ -113,7 +109,7 @@ void selectAllFromCorner(Grid& g, CellIndex pressed)
 
 void pressHeader(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
 {
-    if (!extendsSelection(g.s, button, shift)) {
+    if (!extendsSelection(g.selection, button, shift)) {
         if (g.selection.isBlock())
             g.hideSelectionMarks();
         g.hideFocus();
@@ -145,9 +141,9 @@ void extendSelectionTo(Grid& g, CellIndex pressed)
     const GridState& s = g.s;
     g.changeSelection([&] {
         CellIndex corner = pressed;
-        if (s.mSelectionMode == SelectionByRow)
+        if (g.selection.mode() == SelectionByRow)
             corner.col = s.cols.count();
-        if (s.mSelectionMode == SelectionByCol)
+        if (g.selection.mode() == SelectionByCol)
             corner.row = s.rows.count();
         g.selection.setCorner(corner);
     });
@@ -159,13 +155,13 @@ void anchorSelectionAt(Grid& g, CellIndex pressed)
     if (g.selection.isBlock())
         g.hideSelectionMarks();
     g.selection.anchorAt(pressed);
-    if (!selectsLines(s))
+    if (!g.selection.selectsLines())
         return;
-    if (s.mSelectionMode == SelectionByRow)
+    if (g.selection.mode() == SelectionByRow)
         g.selection.selectWholeRow(pressed.row, s.cols.count());
-    else if (s.mSelectionMode == SelectionByCol)
+    else if (g.selection.mode() == SelectionByCol)
         g.selection.selectWholeColumn(pressed.col, s.rows.count());
-    if (s.mSelectionMode == SelectionByRow || s.mSelectionMode == SelectionByCol)
+    if (g.selection.mode() == SelectionByRow || g.selection.mode() == SelectionByCol)
         g.showSelectionMarks();
 }
 
@@ -184,7 +180,7 @@ void moveCurrentCellTo(Grid& g, CellIndex pressed)
 void pressCell(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
 {
     scrollTowardCell(g, pressed);
-    if (extendsSelection(g.s, button, shift))
+    if (extendsSelection(g.selection, button, shift))
         return extendSelectionTo(g, pressed);
     anchorSelectionAt(g, pressed);
     moveCurrentCellTo(g, pressed);
@@ -252,7 +248,7 @@ void extendSelectionByDrag(Grid& g, float x, float y)
 {
     if (autoScrollStep(g, x, y))
         g.ui.picGrid.repeatMouseMove();
-    const CellIndex pointed = {g.s.mMouseRow, g.s.mMouseCol};
+    const CellIndex pointed = {g.pointer.row(), g.pointer.col()};
     const CellBlock& block = g.selection.block();
     if ((pointed.row == block.row2 && pointed.col == block.col2) || pointed.row < 1 || pointed.col < 1)
         return;
@@ -285,27 +281,27 @@ int32_t lineAt(double pos, bool headerShown, const Axis& axis, int32_t first, in
 
 int32_t Grid::rowAt(float, float y)
 {
-    viewport.takeLineWidth(s.mShowGrid);
-    return lineAt(y, s.mColHeader, s.rows, viewport.topRow(), viewport.lineWidth());
+    viewport.takeLineWidth(appearance.showsGridLines());
+    return lineAt(y, appearance.showsColumnHeader(), s.rows, viewport.topRow(), viewport.lineWidth());
 }
 
 int32_t Grid::columnAt(float x, float)
 {
-    viewport.takeLineWidth(s.mShowGrid);
-    return lineAt(x, s.mRowHeader, s.cols, viewport.leftCol(), viewport.lineWidth());
+    viewport.takeLineWidth(appearance.showsGridLines());
+    return lineAt(x, appearance.showsRowHeader(), s.cols, viewport.leftCol(), viewport.lineWidth());
 }
 
 void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
 {
     const CellIndex old = selection.current();
-    s.mMouseDown = true;
+    pointer.press();
     CellIndex pressed;
     if (!startSizerDrag(*this, x, y)) {
         unmarkHeaders(*this);
         if (inDeadCorner(*this, x, y))
             return;
         pressed = {rowAt(x, y), columnAt(x, y)};
-        s.mHeaderClicked = pressed.row < 1 || pressed.col < 1;
+        pointer.setHeaderPressed(pressed.row < 1 || pressed.col < 1);
         if (isHeader(pressed))
             pressHeader(*this, pressed, button, shift);
         else if (isDataCell(pressed))
@@ -320,7 +316,7 @@ void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
 
 void Grid::MouseUp(int16_t, int16_t, float, float)
 {
-    s.mMouseDown = false;
+    pointer.release();
     selection.clearLineSelection();
     ui.picSizer.setVisible(false);
     if (resizeZones.columnDragging())
@@ -330,7 +326,7 @@ void Grid::MouseUp(int16_t, int16_t, float, float)
 
 void Grid::DblClick()
 {
-    if (selection.row() > 0 && selection.col() > 0 && s.mColMask(selection.col()) != checkmark && !s.mHeaderClicked)
+    if (selection.row() > 0 && selection.col() > 0 && s.mColMask(selection.col()) != checkmark && !pointer.headerPressed())
         startEdit(CharSpace);
 }
 
@@ -338,8 +334,8 @@ void Grid::onSurfaceMousePress(const MouseArgs& e)
 {
     if (e.Button == 1)
         MouseDown(e.Button, e.Shift, e.X, e.Y);
-    s.mMouseRow = to16(rowAt(e.X, e.Y));
-    s.mMouseCol = to16(columnAt(e.X, e.Y));
+    pointer.setRow(to16(rowAt(e.X, e.Y)));
+    pointer.setCol(to16(columnAt(e.X, e.Y)));
     if (!resizeZones.dragging())
         events.MouseDown(e.Button, e.Shift, e.X, e.Y);
 }

@@ -22,9 +22,6 @@ inline constexpr int16_t VkDown = 40;
 inline constexpr int16_t CharTab = 9;
 inline constexpr int16_t CharSpace = 32;
 
-// The selection is drawn as whole rows or whole columns.
-inline bool selectsLines(const GridState& s) { return s.mAllowSelection && s.mSelectionMode >= 1; }
-
 // Hides a visible editor box.
 void hideEditorBox(Grid& g);
 

@@ -46,7 +46,7 @@ int32_t ResizeZones::draggedWidth(int32_t barLeft) const
 
 void ResizeZones::appendLayoutKey(std::vector<int64_t>& key) const
 {
-    key.insert(key.end(), {columnDrag_, rowDrag_, foundZone_, -1});
+    key.insert(key.end(), {enabled_, columnDrag_, rowDrag_, foundZone_, -1});
     key.insert(key.end(), columnBorders_.begin(), columnBorders_.end());
 }
 

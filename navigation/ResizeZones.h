@@ -16,6 +16,9 @@ public:
     // rowHeader, then the columns from first on, until a border lies past reach.
     void place(const Axis& cols, bool rowHeader, int32_t first, int32_t reach);
     void clear() { columnBorders_.clear(); }
+    // AllowUserResizing: while it is off, the zones stay as last placed.
+    bool enabled() const { return enabled_; }
+    void setEnabled(bool value) { enabled_ = value; }
     // Takes back the zones of earlier, keeping the drag and the zone found.
     void restoreZones(const ResizeZones& earlier) { columnBorders_ = earlier.columnBorders_; }
 
@@ -49,6 +52,7 @@ private:
     int32_t foundZone_ = 0;
     bool columnDrag_ = false;
     bool rowDrag_ = false;
+    bool enabled_ = true;
 };
 
 }  // namespace TabulaControl::detail::navigation

@@ -29,8 +29,7 @@ void followRowSizer(Grid& g, float y, int16_t surfaceHeight)
 // wins.
 void updateSizingPointer(Grid& g, float x)
 {
-    const GridState& s = g.s;
-    if (!s.mColHeader || s.mMouseRow != 0) {
+    if (!g.appearance.showsColumnHeader() || g.pointer.row() != 0) {
         g.ui.window.setMousePointer(PointerDefault);
         return;
     }
@@ -80,7 +79,7 @@ void finishColumnDrag(Grid& g)
 {
     const GridState& s = g.s;
     const ResizeZones& zones = g.resizeZones;
-    const int64_t col = int64_t{g.viewport.leftCol()} + zones.foundZone() - (s.mRowHeader ? 2 : 1);
+    const int64_t col = int64_t{g.viewport.leftCol()} + zones.foundZone() - (g.appearance.showsRowHeader() ? 2 : 1);
     if (!zones.foundZonePlaced() || !hasCell(s, 0, col))
         return;
     int32_t width = zones.draggedWidth(g.ui.picSizer.Left());
@@ -94,22 +93,22 @@ void finishColumnDrag(Grid& g)
 
 void Grid::placeResizeZones()
 {
-    if (!s.mAllowUserResizing)
+    if (!resizeZones.enabled())
         return;
-    resizeZones.place(s.cols, s.mRowHeader, firstWalked(viewport.leftCol()), ui.window.ScaleWidth());
+    resizeZones.place(s.cols, appearance.showsRowHeader(), firstWalked(viewport.leftCol()), ui.window.ScaleWidth());
 }
 
 void Grid::MouseMove(int16_t, int16_t, float x, float y)
 {
     const int16_t surfaceWidth = to16(ui.picGrid.ScaleWidth());
     const int16_t surfaceHeight = to16(ui.picGrid.ScaleHeight());
-    s.mMouseRow = to16(rowAt(x, y));
-    s.mMouseCol = to16(columnAt(x, y));
+    pointer.setRow(to16(rowAt(x, y)));
+    pointer.setCol(to16(columnAt(x, y)));
     if (resizeZones.columnDragging())
         return followColumnSizer(*this, x, surfaceWidth);
     if (resizeZones.rowDragging())
         return followRowSizer(*this, y, surfaceHeight);
-    if (s.mMouseDown && s.mAllowSelection && s.mSelectionMode == SelectionFree) {
+    if (pointer.buttonDown() && selection.selectsFreely()) {
         if (!selection.linesSelected())
             extendSelectionByDrag(*this, x, y);
         return;

@@ -48,7 +48,7 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
     g.hideSelectionMarks();
     const int32_t oldTop = g.viewport.topRow();
     g.viewport.setTopRow(newTop);
-    const int32_t top = s.mColHeader ? to32(int64_t{s.rows.size(0)} + 2) : 1;
+    const int32_t top = g.appearance.showsColumnHeader() ? to32(int64_t{s.rows.size(0)} + 2) : 1;
     const Rect area{1, top, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the row even without grid lines; the repaint that
     // follows covers the difference, as it always has.
@@ -68,7 +68,7 @@ void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
     g.hideSelectionMarks();
     const int32_t oldLeft = g.viewport.leftCol();
     g.viewport.setLeftCol(newLeft);
-    const int32_t left = s.mRowHeader ? to32(int64_t{s.cols.size(0)} + 2) : 1;
+    const int32_t left = g.appearance.showsRowHeader() ? to32(int64_t{s.cols.size(0)} + 2) : 1;
     const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the column even without grid lines, as for rows.
     const int32_t step = to32(int64_t{s.cols.size(delta < 1 ? oldLeft : newLeft)} + 1);

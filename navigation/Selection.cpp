@@ -58,7 +58,7 @@ void Selection::clampRows(int32_t lastRow)
 void Selection::appendLayoutKey(std::vector<int64_t>& key) const
 {
     key.insert(key.end(), {current_.row, current_.col, block_.row1, block_.col1, block_.row2, block_.col2,
-                           rowsSelected_, columnsSelected_});
+                           rowsSelected_, columnsSelected_, allowed_, mode_});
 }
 
 }  // namespace TabulaControl::detail::navigation

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TabulaControl/Tabula.h>
+
 #include <cstdint>
 #include <vector>
 
@@ -75,6 +77,22 @@ public:
     // back onto it.
     void clampRows(int32_t lastRow);
 
+    // AllowSelection, and SelectionMode as the host stored it.
+    bool allowed() const { return allowed_; }
+    void setAllowed(bool value) { allowed_ = value; }
+    int16_t mode() const { return mode_; }
+    void setMode(int16_t mode) { mode_ = mode; }
+    void restoreDefaultSettings()
+    {
+        allowed_ = true;
+        mode_ = SelectionFree;
+    }
+    // Whether users select whole rows, whole columns, either, or free blocks.
+    bool selectsRows() const { return allowed_ && mode_ == SelectionByRow; }
+    bool selectsColumns() const { return allowed_ && mode_ == SelectionByCol; }
+    bool selectsLines() const { return allowed_ && mode_ >= SelectionByRow; }
+    bool selectsFreely() const { return allowed_ && mode_ == SelectionFree; }
+
     // Appends what the current cell and the selection add to a layout's key.
     void appendLayoutKey(std::vector<int64_t>& key) const;
 
@@ -83,6 +101,8 @@ private:
     CellBlock block_;
     bool rowsSelected_ = false;
     bool columnsSelected_ = false;
+    bool allowed_ = true;
+    int16_t mode_ = SelectionFree;
 };
 
 }  // namespace TabulaControl::detail::navigation

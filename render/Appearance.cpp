@@ -4,21 +4,12 @@ namespace TabulaControl::detail {
 
 namespace {
 
-// The area around the drawing surface is light grey under any border; only
-// a borderless control shows the background colour there.
-constexpr OleColor BorderedBackColor = 0xC0C0C0;
-
-OleColor surroundColour(int16_t borderStyle, OleColor backColorBkg)
-{
-    return borderStyle != 0 ? BorderedBackColor : backColorBkg;
-}
-
 // Stores a setting and repaints; a saved setting is also reported to the
 // host under its name.
-template <class T, class V>
-void restyle(Grid& grid, T& field, V&& value, const char* savedAs)
+template <class Setter, class V>
+void restyle(Grid& grid, Setter set, V&& value, const char* savedAs)
 {
-    field = std::forward<V>(value);
+    (grid.appearance.*set)(std::forward<V>(value));
     grid.Refresh();
     if (savedAs)
         grid.notifyPropertyChanged(savedAs);
@@ -31,24 +22,26 @@ FontRef requireFont(FontRef font)
     return font;
 }
 
+using render::Appearance;
+
 }  // namespace
 
-void Grid::setColHeader(bool value) { restyle(*this, s.mColHeader, value, "ColHeader"); }
+void Grid::setColHeader(bool value) { restyle(*this, &Appearance::setShowsColumnHeader, value, "ColHeader"); }
 
-void Grid::setRowHeader(bool value) { restyle(*this, s.mRowHeader, value, "RowHeader"); }
+void Grid::setRowHeader(bool value) { restyle(*this, &Appearance::setShowsRowHeader, value, "RowHeader"); }
 
-void Grid::setShowGrid(bool value) { restyle(*this, s.mShowGrid, value, nullptr); }
+void Grid::setShowGrid(bool value) { restyle(*this, &Appearance::setShowsGridLines, value, nullptr); }
 
-void Grid::setGridSolid(bool value) { restyle(*this, s.mGridSolid, value, nullptr); }
+void Grid::setGridSolid(bool value) { restyle(*this, &Appearance::setGridLinesSolid, value, nullptr); }
 
-void Grid::setGridLineColor(OleColor value) { restyle(*this, s.mGridLineColor, value, "GridLineColor"); }
+void Grid::setGridLineColor(OleColor value) { restyle(*this, &Appearance::setGridLineColor, value, "GridLineColor"); }
 
 void Grid::setBorderStyle(int32_t value)
 {
-    if (value == s.mBorderStyle)
+    if (value == appearance.borderStyle())
         return;
-    s.mBorderStyle = to16(value);
-    ui.window.setBackColor(surroundColour(s.mBorderStyle, s.mBackColorBkg));
+    appearance.setBorderStyle(to16(value));
+    ui.window.setBackColor(appearance.surroundColor());
     applyBorderStyle();
     notifyPropertyChanged("BorderStyle");
 }
@@ -59,7 +52,10 @@ void Grid::setMousePointer(int16_t value)
     notifyPropertyChanged("MousePointer");
 }
 
-void Grid::setUseBackColorAlt(bool value) { restyle(*this, s.mUseBackColorAlt, value, "UseBackColorAlt"); }
+void Grid::setUseBackColorAlt(bool value)
+{
+    restyle(*this, &Appearance::setAlternatesRowColors, value, "UseBackColorAlt");
+}
 
 void Grid::setBackColor(OleColor value)
 {
@@ -69,9 +65,12 @@ void Grid::setBackColor(OleColor value)
     notifyPropertyChanged("BackColor");
 }
 
-void Grid::setBackColorAlt(OleColor value) { restyle(*this, s.mBackColorAlt, value, "BackColorAlt"); }
+void Grid::setBackColorAlt(OleColor value) { restyle(*this, &Appearance::setAlternateRowColor, value, "BackColorAlt"); }
 
-void Grid::setBackColorFixed(OleColor value) { restyle(*this, s.mBackColorFixed, value, "BackColorFixed"); }
+void Grid::setBackColorFixed(OleColor value)
+{
+    restyle(*this, &Appearance::setHeaderBackColor, value, "BackColorFixed");
+}
 
 // The new text colour shows at the next repaint.
 void Grid::setForeColor(OleColor value)
@@ -80,28 +79,35 @@ void Grid::setForeColor(OleColor value)
     notifyPropertyChanged("ForeColor");
 }
 
-void Grid::setForeColorFixed(OleColor value) { restyle(*this, s.mForeColorFixed, value, "ForeColorFixed"); }
+void Grid::setForeColorFixed(OleColor value)
+{
+    restyle(*this, &Appearance::setHeaderForeColor, value, "ForeColorFixed");
+}
 
 void Grid::setFixedStyle(int32_t value)
 {
-    if (value != s.mFixedStyle)
-        s.mFixedStyle = to16(value);
+    if (value != appearance.headerStyle())
+        appearance.setHeaderStyle(to16(value));
     Refresh();
     notifyPropertyChanged("FixedStyle");
 }
 
-// The fonts are kept by reference: changes made through the object later
-// show at the next repaint.
-void Grid::setFont(FontRef value) { restyle(*this, s.mFont, requireFont(std::move(value)), "Font"); }
+void Grid::setFont(FontRef value) { restyle(*this, &Appearance::setFont, requireFont(std::move(value)), "Font"); }
 
-void Grid::setFontEdit(FontRef value) { restyle(*this, s.mFontEdit, requireFont(std::move(value)), "FontEdit"); }
+void Grid::setFontEdit(FontRef value)
+{
+    restyle(*this, &Appearance::setEditorFont, requireFont(std::move(value)), "FontEdit");
+}
 
-void Grid::setFontFixed(FontRef value) { restyle(*this, s.mFontFixed, requireFont(std::move(value)), "FontFixed"); }
+void Grid::setFontFixed(FontRef value)
+{
+    restyle(*this, &Appearance::setHeaderFont, requireFont(std::move(value)), "FontFixed");
+}
 
 void Grid::setBackColorBkg(OleColor value)
 {
-    s.mBackColorBkg = value;
-    ui.window.setBackColor(surroundColour(s.mBorderStyle, value));
+    appearance.setBackgroundColor(value);
+    ui.window.setBackColor(appearance.surroundColor());
     Refresh();
     notifyPropertyChanged("BackColorBkg");
 }

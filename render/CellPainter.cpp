@@ -25,33 +25,28 @@ bool isCheckBoxCell(const GridState& s, int32_t row, int32_t col)
 // Negative and system colours of a cell both mean "not set".
 bool cellColourSet(int32_t colour) { return colour >= 0; }
 
-OleColor defaultBackColour(const GridState& s, int32_t row)
+void paintButtonCell(const GridState& s, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x,
+                     int32_t y, int32_t width, int32_t height)
 {
-    return s.mUseBackColorAlt && row % 2 == 1 ? s.mBackColorAlt : SharedBackColor;
-}
-
-void paintButtonCell(const GridState& s, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
-                     int32_t width, int32_t height)
-{
-    if (!isFixed(row, col) || s.mFixedStyle != 0) {
+    if (!isFixed(row, col) || !look.flatHeaders()) {
         const int16_t value = s.mCells.Value(to16(row), to16(col));
         DrawButton(canvas, x, y, advance(width, 1), advance(height, 1), value);
         return;
     }
-    if (s.mShowGrid)
-        DrawBox(canvas, advance(x, -1), advance(y, -1), advance(width, 2), advance(height, 2), s.mGridLineColor);
-    DrawBox(canvas, x, y, width, height, s.mBackColorFixed);
+    if (look.showsGridLines())
+        DrawBox(canvas, advance(x, -1), advance(y, -1), advance(width, 2), advance(height, 2), look.gridLineColor());
+    DrawBox(canvas, x, y, width, height, look.headerBackColor());
 }
 
-void paintBackground(const GridState& s, Canvas canvas, const CellFormat& format, int32_t row, int32_t col,
-                     int32_t x, int32_t y, int32_t width, int32_t height)
+void paintBackground(const GridState& s, const Appearance& look, Canvas canvas, const CellFormat& format, int32_t row,
+                     int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
     if (s.mCells.Style(to16(row), to16(col)) == 1) {
-        paintButtonCell(s, canvas, row, col, x, y, width, height);
+        paintButtonCell(s, look, canvas, row, col, x, y, width, height);
         return;
     }
     const OleColor colour =
-        cellColourSet(format.BackColor) ? static_cast<OleColor>(format.BackColor) : defaultBackColour(s, row);
+        cellColourSet(format.BackColor) ? static_cast<OleColor>(format.BackColor) : look.cellBackColor(row);
     DrawBox(canvas, x, y, width, height, colour);
 }
 
@@ -91,15 +86,15 @@ void applyGridFont(Surface& surface, const FontRef& font)
     applyFont(surface, font->Name, font->Size, font->Bold, font->Italic, font->Underline, font->Strikethrough);
 }
 
-void applyTextStyle(const GridState& s, Surface& surface, const CellFormat& format, int32_t row, int32_t col)
+void applyTextStyle(const Appearance& look, Surface& surface, const CellFormat& format, int32_t row, int32_t col)
 {
     if (isFixed(row, col)) {
-        surface.setTextColor(s.mForeColorFixed);
-        applyGridFont(surface, s.mFontFixed);
+        surface.setTextColor(look.headerForeColor());
+        applyGridFont(surface, look.headerFont());
     } else {
         surface.setTextColor(cellColourSet(format.ForeColor) ? static_cast<OleColor>(format.ForeColor)
                                                              : SharedForeColor);
-        applyGridFont(surface, s.mFont);
+        applyGridFont(surface, look.font());
     }
     if (format.FontName.isEmpty())
         return;
@@ -161,16 +156,16 @@ void DrawButton(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t heig
 
 // The text stays inside the background, so only the background and the
 // check box take marks away.
-void drawCell(const GridState& s, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y, int32_t width,
-              int32_t height)
+void drawCell(const GridState& s, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
+              int32_t width, int32_t height)
 {
     const CellFormat& format = s.mCells.Format(to16(row), to16(col));
-    paintBackground(s, canvas, format, row, col, x, y, width, height);
+    paintBackground(s, look, canvas, format, row, col, x, y, width, height);
     const QString text = s.mCells.Text(to16(row), to16(col));
     if (isCheckBoxCell(s, row, col))
         paintCheckBox(canvas, text, x, y, width);
     Surface& surface = canvas.surface;
-    applyTextStyle(s, surface, format, row, col);
+    applyTextStyle(look, surface, format, row, col);
     if (!showsText(s, text, row, col))
         return;
     const platform::Rect textRect{advance(x, TextMargin), y, advance(x, width, -TextMargin), advance(y, height)};
@@ -183,7 +178,7 @@ namespace TabulaControl::detail {
 
 void Grid::drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
-    render::drawCell(s, canvas(), row, col, x, y, width, height);
+    render::drawCell(s, appearance, canvas(), row, col, x, y, width, height);
 }
 
 }  // namespace TabulaControl::detail

@@ -29,22 +29,22 @@ int32_t advance(int32_t pos, int32_t size, int32_t line)
     return to32(int64_t{pos} + size + line);
 }
 
-int32_t firstScrollableTop(const GridState& s, int32_t line)
+int32_t firstScrollableTop(const GridState& s, const Appearance& look, int32_t line)
 {
-    return s.mColHeader ? advance(s.rows.size(0), line, 1) : 1;
+    return look.showsColumnHeader() ? advance(s.rows.size(0), line, 1) : 1;
 }
 
-int32_t firstScrollableLeft(const GridState& s, int32_t line)
+int32_t firstScrollableLeft(const GridState& s, const Appearance& look, int32_t line)
 {
-    return s.mRowHeader ? advance(s.cols.size(0), line, 1) : 1;
+    return look.showsRowHeader() ? advance(s.cols.size(0), line, 1) : 1;
 }
 
-bool cellCoordinates(const GridState& s, Viewport& view, SurfaceSize surface, int32_t row, int32_t col, int32_t& x,
-                     int32_t& y)
+bool cellCoordinates(const GridState& s, const Appearance& look, Viewport& view, SurfaceSize surface, int32_t row,
+                     int32_t col, int32_t& x, int32_t& y)
 {
-    y = firstScrollableTop(s, view.lineWidth());
-    x = firstScrollableLeft(s, view.lineWidth());
-    view.takeLineWidth(s.mShowGrid);
+    y = firstScrollableTop(s, look, view.lineWidth());
+    x = firstScrollableLeft(s, look, view.lineWidth());
+    view.takeLineWidth(look.showsGridLines());
     const int32_t line = view.lineWidth();
     const bool rowBeyond = walk(view.topRow(), row, s.rows.count(), surface.height - 1, line, y,
                                 [&](int32_t r) { return int32_t{s.rows.size(r)}; });
@@ -64,7 +64,8 @@ namespace TabulaControl::detail {
 
 bool Grid::cellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y)
 {
-    return render::cellCoordinates(s, viewport, {ui.picGrid.ScaleWidth(), ui.picGrid.ScaleHeight()}, row, col, x, y);
+    const render::SurfaceSize size{ui.picGrid.ScaleWidth(), ui.picGrid.ScaleHeight()};
+    return render::cellCoordinates(s, appearance, viewport, size, row, col, x, y);
 }
 
 }  // namespace TabulaControl::detail

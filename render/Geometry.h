@@ -2,6 +2,7 @@
 
 #include "core/GridState.h"
 #include "platform/Surface.h"
+#include "render/AppearanceSettings.h"
 #include "render/Viewport.h"
 
 #include <cstdint>
@@ -19,8 +20,8 @@ int32_t advance(int32_t pos, int32_t size, int32_t line = 0);
 
 // Top pixel of the first scrollable row and left pixel of the first
 // scrollable column, with grid lines line pixels wide.
-int32_t firstScrollableTop(const GridState& s, int32_t line);
-int32_t firstScrollableLeft(const GridState& s, int32_t line);
+int32_t firstScrollableTop(const GridState& s, const Appearance& look, int32_t line);
+int32_t firstScrollableLeft(const GridState& s, const Appearance& look, int32_t line);
 
 // Top-left pixel of cell (row, col). Returns true when the walk towards the
 // cell met a start at or past the surface's last pixel; x and y then hold
@@ -28,8 +29,8 @@ int32_t firstScrollableLeft(const GridState& s, int32_t line);
 // columns left of its first column are not walked: they report the start of
 // the scrollable area. Takes the grid line width again after the header
 // offsets are taken.
-bool cellCoordinates(const GridState& s, Viewport& view, SurfaceSize surface, int32_t row, int32_t col, int32_t& x,
-                     int32_t& y);
+bool cellCoordinates(const GridState& s, const Appearance& look, Viewport& view, SurfaceSize surface, int32_t row,
+                     int32_t col, int32_t& x, int32_t& y);
 
 // {left, top, left + width, top + height}, right and bottom exclusive.
 platform::Rect MakeRect(int32_t left, int32_t top, int32_t width, int32_t height);

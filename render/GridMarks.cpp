@@ -73,7 +73,7 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
     cellCoordinates(row2, col2, x2, y2);
     const render::Span across = render::blockSpan(col1, x1, col2, x2, s.cols);
     const render::Span down = render::blockSpan(row1, y1, row2, y2, s.rows);
-    const int32_t reach = s.mShowGrid ? render::GridLineReach : 0;
+    const int32_t reach = appearance.showsGridLines() ? render::GridLineReach : 0;
     // A block lying wholly left of the scrolled columns has no visible cells.
     if (std::max(col1, col2) >= viewport.leftCol())
         marks.toggleInversion({across.start, down.start, advance(across.end, reach), advance(down.end, reach)});
@@ -125,7 +125,7 @@ void Grid::changeSelection(const std::function<void()>& change)
 // In free mode the block stays on, so what body paints takes it away.
 void Grid::withLineSelectionLifted(const std::function<void()>& body)
 {
-    const bool lines = s.mAllowSelection && s.mSelectionMode >= 1;
+    const bool lines = selection.selectsLines();
     if (lines)
         flipSelectionBlock();
     body();
@@ -135,11 +135,9 @@ void Grid::withLineSelectionLifted(const std::function<void()>& body)
 
 void Grid::fitSelectionToMode()
 {
-    if (!s.mAllowSelection)
-        return;
-    if (s.mSelectionMode == SelectionByRow)
+    if (selection.selectsRows())
         changeSelection([this] { selection.selectCurrentRow(s.cols.count()); });
-    else if (s.mSelectionMode == SelectionByCol)
+    else if (selection.selectsColumns())
         changeSelection([this] { selection.selectCurrentColumn(s.rows.count()); });
 }
 
@@ -156,10 +154,10 @@ void Grid::showMarksAfterPaint()
 // flips the marks its repaint has just drawn.
 void Grid::flipSelectionAfterScrollStep()
 {
-    if (s.mAllowSelection && s.mSelectionMode == SelectionByRow) {
+    if (selection.selectsRows()) {
         flipSelectionBlock();
         selection.selectCurrentRow(s.cols.count());
-    } else if (s.mAllowSelection && s.mSelectionMode == SelectionByCol) {
+    } else if (selection.selectsColumns()) {
         selection.selectCurrentColumn(s.rows.count());
     }
     flipSelectionMarks();

@@ -12,12 +12,13 @@ constexpr int32_t CornerSquareSize = 20;
 
 // The background colour beyond the last row and column. Under a border the
 // surface's pixel row 0 and column 0 are left alone.
-void paintBackgroundBands(const GridState& s, const Viewport& view, Canvas canvas, SurfaceSize size)
+void paintBackgroundBands(const Appearance& look, const Viewport& view, Canvas canvas, SurfaceSize size)
 {
-    const int32_t inset = s.mBorderStyle == 0 ? 0 : 1;
+    const int32_t inset = look.borderInset();
     DrawBox(canvas, inset, advance(view.drawnBottom(), 1), advance(size.width, -inset), advance(size.height, -1),
-            s.mBackColorBkg);
-    DrawBox(canvas, advance(view.drawnRight(), 1), inset, size.width, advance(size.height, -inset), s.mBackColorBkg);
+            look.backgroundColor());
+    DrawBox(canvas, advance(view.drawnRight(), 1), inset, size.width, advance(size.height, -inset),
+            look.backgroundColor());
 }
 
 // The first row (column) from `first` whose extent, grid line included,
@@ -48,21 +49,21 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
     const int32_t line = g.viewport.lineWidth();
 
     const int32_t bottom = advance(y2, s.rows.size(row2));
-    int32_t x = s.mRowHeader ? advance(s.cols.size(0), line) : 0;
+    int32_t x = g.appearance.showsRowHeader() ? advance(s.cols.size(0), line) : 0;
     for (int32_t c = firstWalked(col1); c <= col2; ++c) {
         x = advance(x, s.cols.size(c), line);
         if (x > size.width)
             break;
-        DrawLine(g.canvas(), {x, y1, x, bottom}, s.mGridLineColor);
+        DrawLine(g.canvas(), {x, y1, x, bottom}, g.appearance.gridLineColor());
     }
 
     const int32_t right = advance(x2, s.cols.size(col2));
-    int32_t y = s.mColHeader ? advance(s.rows.size(0), line) : 0;
+    int32_t y = g.appearance.showsColumnHeader() ? advance(s.rows.size(0), line) : 0;
     for (int32_t r = firstWalked(row1); r <= row2; ++r) {
         y = advance(y, s.rows.size(r), line);
         if (y > size.height)
             break;
-        DrawLine(g.canvas(), {x1, y, right, y}, s.mGridLineColor);
+        DrawLine(g.canvas(), {x1, y, right, y}, g.appearance.gridLineColor());
     }
 }
 
@@ -74,7 +75,7 @@ void walkRow(Grid& g, const std::function<void(int32_t col, int32_t x)>& paintCe
     Viewport& view = g.viewport;
     const int32_t lastX = g.ui.picGrid.ScaleWidth() - 1;
     int32_t x = 1;
-    if (s.mRowHeader) {
+    if (g.appearance.showsRowHeader()) {
         paintCell(0, 1);
         x = advance(1, s.cols.size(0), view.lineWidth());
     }
@@ -133,7 +134,7 @@ void Grid::paintAll()
 {
     surface.clear();
     marks.cleared();
-    viewport.takeLineWidth(s.mShowGrid);
+    viewport.takeLineWidth(appearance.showsGridLines());
     redrawAllCells(true);
     showScrollBars();
     fitSelectionToMode();
@@ -144,7 +145,7 @@ void Grid::redrawAllCells(bool full)
 {
     int32_t y = 1;
     viewport.setDrawnBottom(0);
-    if (s.mColHeader) {
+    if (appearance.showsColumnHeader()) {
         if (full)
             drawRow(0, 1, true);
         y = advance(s.rows.size(0), 1, viewport.lineWidth());
@@ -162,7 +163,7 @@ void Grid::redrawAllCells(bool full)
         break;
     }
     viewport.settleExtents(size.width - 1, size.height - 1);
-    render::paintBackgroundBands(s, viewport, canvas(), size);
+    render::paintBackgroundBands(appearance, viewport, canvas(), size);
     if (s.rows.count() > 0) {
         drawGrid();
         showMarksAfterPaint();
@@ -172,7 +173,7 @@ void Grid::redrawAllCells(bool full)
 
 void Grid::drawRow(int32_t row, int32_t y, bool)
 {
-    viewport.takeLineWidth(s.mShowGrid);
+    viewport.takeLineWidth(appearance.showsGridLines());
     const int32_t height = s.rows.size(row);
     if (surface.discarding()) {
         measureRow(row);
@@ -183,11 +184,11 @@ void Grid::drawRow(int32_t row, int32_t y, bool)
 
 void Grid::drawColumn(int32_t col, int32_t x, bool header)
 {
-    viewport.takeLineWidth(s.mShowGrid);
+    viewport.takeLineWidth(appearance.showsGridLines());
     const int32_t width = s.cols.size(col);
     const int32_t surfaceHeight = ui.picGrid.ScaleHeight();
     int32_t y = 1;
-    if (s.mColHeader) {
+    if (appearance.showsColumnHeader()) {
         if (header)
             drawCell(0, col, x, 1, width, s.rows.size(0));
         y = advance(1, s.rows.size(0), viewport.lineWidth());
@@ -215,8 +216,8 @@ void Grid::drawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
     row2 = argOr(row2, s.rows.count());
     col2 = argOr(col2, s.cols.count());
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
-    if (s.mShowGrid) {
-        if (!s.mGridSolid)
+    if (appearance.showsGridLines()) {
+        if (!appearance.gridLinesSolid())
             surface.setPenStyle(platform::PenStyle::Dot);
         render::drawGridLines(*this, row1, col1, row2, col2, size);
     }
@@ -237,21 +238,21 @@ void Grid::drawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2
     cellCoordinates(row2, col2, x2, y2);
     const int32_t right = advance(x2, s.cols.size(col2));
     const int32_t bottom = advance(y2, s.rows.size(row2));
-    const bool flatHeaders = s.mFixedStyle == 0;
-    if (flatHeaders || !s.mColHeader)
-        DrawLine(canvas(), {x1, y1, right, y1}, s.mGridLineColor);
-    DrawLine(canvas(), {x1, bottom, right, bottom}, s.mGridLineColor);
-    if (flatHeaders || !s.mRowHeader)
-        DrawLine(canvas(), {x1, y1, x1, bottom}, s.mGridLineColor);
-    DrawLine(canvas(), {right, y1, right, bottom}, s.mGridLineColor);
+    const bool flatHeaders = appearance.flatHeaders();
+    if (flatHeaders || !appearance.showsColumnHeader())
+        DrawLine(canvas(), {x1, y1, right, y1}, appearance.gridLineColor());
+    DrawLine(canvas(), {x1, bottom, right, bottom}, appearance.gridLineColor());
+    if (flatHeaders || !appearance.showsRowHeader())
+        DrawLine(canvas(), {x1, y1, x1, bottom}, appearance.gridLineColor());
+    DrawLine(canvas(), {right, y1, right, bottom}, appearance.gridLineColor());
 }
 
 void Grid::drawBottomRows(int32_t fromRow, int32_t lines)
 {
-    viewport.takeLineWidth(s.mShowGrid);
+    viewport.takeLineWidth(appearance.showsGridLines());
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     const int32_t stripTop = to32(int64_t{size.height} - 1 - lines);
-    int32_t y = render::firstScrollableTop(s, viewport.lineWidth());
+    int32_t y = render::firstScrollableTop(s, appearance, viewport.lineWidth());
     int32_t r = render::firstReaching(fromRow, s.rows.count(), stripTop, viewport.lineWidth(), y,
                                       [&](int32_t row) { return int32_t{s.rows.size(row)}; });
     for (; r <= s.rows.count() && y <= size.height - 1; ++r) {
@@ -266,7 +267,7 @@ void Grid::drawRightColumns(int32_t fromCol, int32_t pixels)
 {
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     const int32_t stripLeft = to32(int64_t{size.width} - 1 - pixels);
-    int32_t x = render::firstScrollableLeft(s, viewport.lineWidth());
+    int32_t x = render::firstScrollableLeft(s, appearance, viewport.lineWidth());
     int32_t c = render::firstReaching(fromCol, s.cols.count(), stripLeft, viewport.lineWidth(), x,
                                       [&](int32_t col) { return int32_t{s.cols.size(col)}; });
     for (; c <= s.cols.count() && x <= size.width - 1; ++c) {
@@ -280,8 +281,8 @@ void Grid::drawRightColumns(int32_t fromCol, int32_t pixels)
 void Grid::drawBottomRight()
 {
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
-    DrawLine(canvas(), {size.width - 1, 1, size.width - 1, size.height}, s.mGridLineColor);
-    DrawLine(canvas(), {0, size.height - 1, size.width, size.height - 1}, s.mGridLineColor);
+    DrawLine(canvas(), {size.width - 1, 1, size.width - 1, size.height}, appearance.gridLineColor());
+    DrawLine(canvas(), {0, size.height - 1, size.width, size.height - 1}, appearance.gridLineColor());
 }
 
 void Grid::redrawCells(Rect cells)
@@ -309,7 +310,7 @@ void Grid::scrollPixels(int32_t dx, int32_t dy, Rect area)
     marks.scrolled(dx, dy, area, area);
 }
 
-void Grid::applyBorderStyle() { ui.window.setBorder(s.mBorderStyle); }
+void Grid::applyBorderStyle() { ui.window.setBorder(appearance.borderStyle()); }
 
 bool Grid::barsShown() const
 {

@@ -25,8 +25,8 @@ private:
 
 RepaintInputs inputsOf(const Grid& g)
 {
-    const GridState& s = g.s;
-    return {*s.mFont, *s.mFontFixed, SharedBackColor, SharedForeColor, g.selection.block(), g.barsShown()};
+    const render::Appearance& look = g.appearance;
+    return {*look.font(), *look.headerFont(), SharedBackColor, SharedForeColor, g.selection.block(), g.barsShown()};
 }
 
 }  // namespace
@@ -37,17 +37,15 @@ RepaintInputs inputsOf(const Grid& g)
 class InputsRestored {
 public:
     InputsRestored(Grid& g, const RepaintInputs& then)
-        : g_(g), s_(g.s), now_(inputsOf(g)), zones_(g.resizeZones)
+        : g_(g), now_(inputsOf(g)), zones_(g.resizeZones), fonts_(g.appearance.cellFonts())
     {
-        font_ = std::exchange(s_.mFont, std::make_shared<StdFont>(then.font));
-        fontFixed_ = std::exchange(s_.mFontFixed, std::make_shared<StdFont>(then.fontFixed));
+        g_.appearance.setCellFonts({std::make_shared<StdFont>(then.font), std::make_shared<StdFont>(then.fontFixed)});
         apply(then);
         g_.barsShownOverride_ = then.barsShown;
     }
     ~InputsRestored()
     {
-        s_.mFont = font_;
-        s_.mFontFixed = fontFixed_;
+        g_.appearance.setCellFonts(fonts_);
         apply(now_);
         g_.resizeZones.restoreZones(zones_);
         g_.barsShownOverride_.reset();
@@ -64,10 +62,9 @@ private:
     }
 
     Grid& g_;
-    GridState& s_;
     RepaintInputs now_;
     navigation::ResizeZones zones_;
-    FontRef font_, fontFixed_;
+    render::Appearance::CellFonts fonts_;
 };
 
 namespace {
@@ -117,9 +114,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     const GridState& s = g.s;
     v.clear();
     v.insert(v.end(), {
-        s.mBorderStyle, s.cols.count(), s.mColHeader, s.mRowHeader, s.mShowGrid, s.mGridSolid, s.mAllowSelection,
-        s.mFixedStyle, s.mSelectionMode, s.mAllowUserResizing,
-        s.mMouseDown, s.mHeaderClicked,
+        s.cols.count(),
         s.cols.lastSizedIndex(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
         s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
         g.ui.txtEdit.MaxLength()});
@@ -129,15 +124,17 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     s.cols.appendShownSizes(v, g.viewport.leftCol(), g.ui.window.ScaleWidth());
     // Rows past those that can show matter only by their number, and that
     // only to a selection of whole columns, which spans every row.
-    const bool spansRows = s.mSelectionMode == SelectionByCol || g.selection.columnsSelected();
+    const bool spansRows = g.selection.mode() == SelectionByCol || g.selection.columnsSelected();
     for (const int64_t count : {int64_t{s.rows.count()}, int64_t{s.rows.lastSizedIndex()}, int64_t{s.mCells.Rows()}})
         v.push_back(spansRows ? count : std::min(count, rowsShownEnd + 1));
     addBar(v, g.ui.scrVertical);
     addBar(v, g.ui.scrHorizontal);
     addChild(v, g.ui.txtEdit);
     g.viewport.appendLayoutKey(v);
+    g.appearance.appendLayoutKey(v);
     g.resizeZones.appendLayoutKey(v);
     g.selection.appendLayoutKey(v);
+    g.pointer.appendLayoutKey(v);
     g.editorState.appendLayoutKey(v);
 }
 
@@ -192,7 +189,7 @@ void Grid::runLayout()
     try {
         Discarding discarding(surface);
         measuredRow_.reset();
-        viewport.takeLineWidth(s.mShowGrid);
+        viewport.takeLineWidth(appearance.showsGridLines());
         redrawAllCells(true);
         showScrollBars();
         fitSelectionToMode();
