@@ -28,14 +28,14 @@ QString typedText(const GridState& s, int32_t col, const QString& value)
 {
     QString typed;
     for (QChar c : value) {
-        if (s.mColMask(col) == Uppercase)
+        if (s.columns.mask(col) == Uppercase)
             c = c.toUpper();
         const bool numeric = (c >= QLatin1Char('0') && c <= QLatin1Char('9')) || c == QLatin1Char('-') || c == QLatin1Char('.');
-        if (s.mColMask(col) == NumericOnly && !numeric)
+        if (s.columns.mask(col) == NumericOnly && !numeric)
             continue;
         typed += c;
     }
-    const int16_t maxLength = s.mColEditWidth(col);
+    const int16_t maxLength = s.columns.editWidth(col);
     return maxLength > 0 ? typed.left(maxLength) : typed;
 }
 
@@ -43,7 +43,7 @@ QString typedText(const GridState& s, int32_t col, const QString& value)
 // column's mask and Validate shape it, AfterEdit reports what was stored.
 void pasteCell(Grid& g, int32_t row, int32_t col, const QString& value)
 {
-    if (!g.s.mColAllowEdit(col))
+    if (!g.s.columns.editAllowed(col))
         return;
     bool cancel = false;
     g.events.BeforeEdit(row, col, cancel);

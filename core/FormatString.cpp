@@ -106,7 +106,7 @@ private:
             alignment = *mark;
             token_.remove(0, 1);
         }
-        s_.mColAlign(col_) = alignment;
+        s_.columns.setAlignment(col_, alignment);
         s_.cols.setSize(col_, to16(roundTo32(measure(token_) + CaptionPadding)));
         s_.mCells.setText(0, to16(col_), withoutTrailingBlanks(token_));
         ++col_;

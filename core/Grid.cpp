@@ -70,7 +70,7 @@ void Grid::shutDown()
     resizeZones.clear();
     s.rows.clearSizes();
     s.cols.clearSizes();
-    s.mColAllowEdit.erase();
+    s.columns.clearEditAllowed();
 }
 
 }  // namespace TabulaControl::detail

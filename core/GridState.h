@@ -4,6 +4,7 @@
 
 #include "core/Axis.h"
 #include "core/CellArray.h"
+#include "core/ColumnSettings.h"
 #include "core/VbArray.h"
 
 #include <QVariant>
@@ -28,10 +29,9 @@ struct GridState {
     QString mFormatString;
     CellArray mCells;
     VbArray<QVariant> mRowBookmark;
-    VbArray<int16_t> mColAlign;
-    VbArray<Flag> mColAllowEdit;
-    VbArray<int16_t> mColMask;
-    VbArray<int16_t> mColEditWidth;
+    // Here rather than in Grid because the painters, the clipboard and the
+    // editor read a column's settings from the state alone.
+    ColumnSettings columns;
 };
 
 // Whether (row, col) is a cell of the grid, header cells included. Positions

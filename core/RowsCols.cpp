@@ -62,10 +62,7 @@ void Grid::initializeRows(int32_t n, std::optional<int32_t> backColor, std::opti
 {
     if (s.cols.count() == 0) {
         s.cols.setLastSizedIndex(1);
-        s.mColAlign.redimPreserve(1);
-        s.mColAllowEdit.redimPreserve(1);
-        s.mColMask.redimPreserve(1);
-        s.mColEditWidth.redimPreserve(1);
+        s.columns.resize(1);
     }
     s.rows.setLastSizedIndex(n);
     s.mRowBookmark.redimPreserve(n);
@@ -80,7 +77,7 @@ void Grid::initializeRows(int32_t n, std::optional<int32_t> backColor, std::opti
     }
     const int32_t firstNewDataRow = std::max(firstNew, 1);
     for (int32_t c = 1; c <= s.cols.count(); ++c) {
-        const bool checkmarkColumn = s.mColMask(c) == checkmark;
+        const bool checkmarkColumn = s.columns.mask(c) == checkmark;
         if (!backColor && !foreColor && !checkmarkColumn)
             continue;
         for (int32_t r = firstNewDataRow; r <= n; ++r) {
@@ -98,10 +95,7 @@ void Grid::initializeRows(int32_t n, std::optional<int32_t> backColor, std::opti
 void Grid::initializeColumns(int32_t n)
 {
     s.cols.setLastSizedIndex(n);
-    s.mColAlign.redimPreserve(n);
-    s.mColAllowEdit.redimPreserve(n);
-    s.mColMask.redimPreserve(n);
-    s.mColEditWidth.redimPreserve(n);
+    s.columns.resize(n);
     if (s.rows.count() == 0) {
         s.rows.setLastSizedIndex(1);
         s.mRowBookmark.redimPreserve(1);
@@ -112,10 +106,7 @@ void Grid::initializeColumns(int32_t n)
     const int32_t firstNew = s.cols.count() == 0 ? 0 : s.cols.count() + 1;
     for (int32_t c = firstNew; c <= n; ++c) {
         s.cols.setSize(c, c == 0 ? 32 : 64);
-        s.mColAlign(c) = 0;
-        s.mColAllowEdit(c) = true;
-        s.mColMask(c) = 0;
-        s.mColEditWidth(c) = 50;
+        s.columns.resetToDefaults(c);
     }
     if (firstNew > n)
         return;
@@ -202,7 +193,7 @@ void Grid::setColWidth(int32_t col, int32_t value)
 
 int32_t Grid::ColAlign(int32_t col)
 {
-    setColAlign(col, s.mColAlign(col));
+    setColAlign(col, s.columns.alignment(col));
     return 0;
 }
 
@@ -210,7 +201,7 @@ void Grid::setColAlign(int32_t col, int32_t value)
 {
     if (value < 0 || value > 2)
         return;
-    s.mColAlign(col) = static_cast<int16_t>(value);
+    s.columns.setAlignment(col, static_cast<int16_t>(value));
     redrawIfAuto();
 }
 
@@ -218,7 +209,7 @@ void Grid::setColMask(int32_t col, int32_t value)
 {
     if (value < NoMask || value > checkmark)
         return;
-    s.mColMask(col) = static_cast<int16_t>(value);
+    s.columns.setMask(col, static_cast<int16_t>(value));
     if (value == checkmark) {
         for (int32_t r = 1; r <= s.rows.count(); ++r)
             s.mCells.setText(to16(r), to16(col), QStringLiteral("0"));

@@ -147,7 +147,7 @@ void Tabula::setColWidth(int32_t Col, int32_t value) { repaintingCall("ColWidth"
 int32_t Tabula::ColAlign(int32_t Col) { return call("ColAlign", [&] { return grid_->ColAlign(Col); }); }
 void Tabula::setColAlign(int32_t Col, int32_t value) { repaintingCall("ColAlign", [&] { grid_->setColAlign(Col, value); }); }
 
-int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->s.mColMask(Col); }); }
+int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->s.columns.mask(Col); }); }
 void Tabula::setColMask(int32_t Col, int32_t value) { repaintingCall("ColMask", [&] { grid_->setColMask(Col, value); }); }
 
 int16_t Tabula::MouseRow() const { return grid_->pointer.row(); }

@@ -20,7 +20,7 @@ void Grid::startEdit(int16_t keyAscii)
         return;
     bool cancel = false;
     events.BeforeEdit(cell.row, cell.col, cancel);
-    if (cancel || !s.mColAllowEdit(selection.col()) || editorState.isOpen())
+    if (cancel || !s.columns.editAllowed(selection.col()) || editorState.isOpen())
         return;
     hideFocus();
     addRowBeforeEditing();
@@ -55,7 +55,7 @@ void Grid::openEditor(int16_t keyAscii)
     ui.txtEdit.setFont(*appearance.editorFont());
     ui.txtEdit.setColors(0xFFFFFF, 0);
     ui.txtEdit.setVisible(true);
-    const int16_t maxLength = s.mColEditWidth(selection.col());
+    const int16_t maxLength = s.columns.editWidth(selection.col());
     ui.txtEdit.setMaxLength(maxLength >= 0 ? maxLength : 0);
     if (editorState.selectsTextOnOpen())
         ui.txtEdit.setSelection(0, static_cast<int32_t>(text.size()));
@@ -156,7 +156,7 @@ void Grid::onEditorKeyDown(int16_t keyCode, int16_t)
 
 void Grid::onEditorCharacter(int16_t& keyAscii)
 {
-    switch (s.mColMask(selection.col())) {
+    switch (s.columns.mask(selection.col())) {
     case Uppercase:
         keyAscii = static_cast<int16_t>(QChar(static_cast<char16_t>(keyAscii)).toUpper().unicode());
         return;
@@ -189,7 +189,7 @@ void Grid::setColEditWidth(int32_t col, int32_t value)
 {
     if (col < 0 || col > s.cols.count() || value < 0)
         return;
-    s.mColEditWidth(col) = to16(value);
+    s.columns.setEditWidth(col, to16(value));
     Refresh();
 }
 

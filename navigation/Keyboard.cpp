@@ -157,7 +157,7 @@ void moveByPage(Grid& g, int16_t keyCode)
 void toggleCheckmarkByKey(Grid& g)
 {
     GridState& s = g.s;
-    const bool editable = s.mColAllowEdit(g.selection.col());
+    const bool editable = s.columns.editAllowed(g.selection.col());
     if (editable) {
         const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
         s.mCells.setText(row, col, toggledCheckmark(s.mCells.Text(row, col)));
@@ -192,10 +192,10 @@ void Grid::onSurfaceKeyDown(int16_t keyCode, int16_t shift)
 void Grid::onSurfaceCharacter(int16_t keyAscii)
 {
     events.KeyPress(keyAscii);
-    const bool checkmarkColumn = s.mColMask(selection.col()) == checkmark;
+    const bool checkmarkColumn = s.columns.mask(selection.col()) == checkmark;
     if (s.cols.count() > 0 && s.rows.count() > 0 && keyAscii != CharTab && !checkmarkColumn)
         startEdit(keyAscii);
-    if (s.mColMask(selection.col()) == checkmark)
+    if (s.columns.mask(selection.col()) == checkmark)
         toggleCheckmarkByKey(*this);
 }
 

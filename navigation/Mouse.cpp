@@ -200,9 +200,9 @@ void closeEditorBoxAfterPress(Grid& g)
 void toggleCheckmarkAfterPress(Grid& g, CellIndex pressed)
 {
     GridState& s = g.s;
-    if (!isDataCell(pressed) || s.mColMask(g.selection.col()) != checkmark)
+    if (!isDataCell(pressed) || s.columns.mask(g.selection.col()) != checkmark)
         return;
-    const bool editable = s.mColAllowEdit(g.selection.col());
+    const bool editable = s.columns.editAllowed(g.selection.col());
     if (editable) {
         const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
         s.mCells.setText(row, col, toggledCheckmark(s.mCells.Text(row, col)));
@@ -326,7 +326,7 @@ void Grid::MouseUp(int16_t, int16_t, float, float)
 
 void Grid::DblClick()
 {
-    if (selection.row() > 0 && selection.col() > 0 && s.mColMask(selection.col()) != checkmark && !pointer.headerPressed())
+    if (selection.row() > 0 && selection.col() > 0 && s.columns.mask(selection.col()) != checkmark && !pointer.headerPressed())
         startEdit(CharSpace);
 }
 

@@ -19,7 +19,7 @@ bool isFixed(int32_t row, int32_t col) { return row == 0 || col == 0; }
 
 bool isCheckBoxCell(const GridState& s, int32_t row, int32_t col)
 {
-    return s.mColMask(col) == checkmark && !isFixed(row, col);
+    return s.columns.mask(col) == checkmark && !isFixed(row, col);
 }
 
 // Negative and system colours of a cell both mean "not set".
@@ -104,13 +104,13 @@ void applyTextStyle(const Appearance& look, Surface& surface, const CellFormat& 
 
 bool showsText(const GridState& s, const QString& text, int32_t row, int32_t col)
 {
-    return isFixed(row, col) || (!text.isEmpty() && s.mColMask(col) != checkmark);
+    return isFixed(row, col) || (!text.isEmpty() && s.columns.mask(col) != checkmark);
 }
 
 unsigned textFlags(const GridState& s, int32_t row, int32_t col)
 {
     unsigned flags = BaseTextFlags;
-    switch (s.mColAlign(col)) {
+    switch (s.columns.alignment(col)) {
     case 1: flags |= platform::TextCenter; break;
     case 2: flags |= platform::TextRight; break;
     default: break;

@@ -58,7 +58,7 @@ void Grid::placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int3
 {
     const int32_t editorWidth = width < render::EditorLeftInset ? 0 : width - render::EditorLeftInset;
     ui.txtEdit.Move(advance(x, render::EditorLeftInset), advance(y, render::EditorTopInset), editorWidth, height);
-    ui.txtEdit.setMaxLength(s.mColEditWidth(col));
+    ui.txtEdit.setMaxLength(s.columns.editWidth(col));
 }
 
 // The square between the scroll bars is painted again over every flip.

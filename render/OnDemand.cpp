@@ -74,7 +74,7 @@ namespace {
 void checkCell(const GridState& s, int32_t row, int32_t col)
 {
     s.mCells.Style(to16(row), to16(col));
-    s.mColMask(col);
+    s.columns.mask(col);
 }
 
 #ifndef NDEBUG
@@ -114,10 +114,9 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
     const GridState& s = g.s;
     v.clear();
     v.insert(v.end(), {
-        s.cols.count(),
-        s.cols.lastSizedIndex(), s.mColAlign.upper(), s.mColAllowEdit.upper(), s.mColMask.upper(),
-        s.mColEditWidth.upper(), s.mCells.Cols(), g.surface.width(), g.surface.height(), g.barsShown(),
-        g.ui.txtEdit.MaxLength()});
+        s.cols.count(), s.cols.lastSizedIndex(), s.mCells.Cols(), g.surface.width(), g.surface.height(),
+        g.barsShown(), g.ui.txtEdit.MaxLength()});
+    s.columns.appendLayoutKey(v);
     // The resize zones are found across the whole control, a little wider
     // than the surface.
     const int64_t rowsShownEnd = s.rows.appendShownSizes(v, g.viewport.topRow(), g.ui.window.ScaleHeight());
