@@ -7,14 +7,6 @@
 
 namespace TabulaControl::detail {
 
-// A boolean element that, unlike std::vector<bool>'s, can be referenced.
-struct Flag {
-    bool value = false;
-    Flag() = default;
-    Flag(bool v) : value(v) {}
-    operator bool() const { return value; }
-};
-
 // A 0-based array whose upper bound is set explicitly and whose every access
 // is bounds-checked, failing with the subscript error.
 template <class T>
