@@ -75,8 +75,8 @@ void moveRight(Grid& g)
         fits = fitsRight(g);
     });
     stepForwardUnless(fits, g.ui.scrHorizontal);
-    selectCurrentColumn(g);
-    selectCurrentRow(g);
+    // Unlike the other arrows, Right refits the selection in either line mode.
+    g.fitSelectionToMode();
 }
 
 // Scrolling back repaints the new current cell's mark itself.
