@@ -117,8 +117,13 @@ void Marks::toggleInversion(Rect rect)
 
 void Marks::covered(Rect area)
 {
-    if (!surface_.discarding())
-        take(clipped(area.Left, area.Top, area.Right, area.Bottom));
+    if (surface_.discarding() || (inverted_.isEmpty() && dotted_.isEmpty()))
+        return;
+    const QRect marked = inverted_.boundingRect().united(dotted_.boundingRect());
+    if (area.Right <= marked.left() || area.Left > marked.right() || area.Bottom <= marked.top() ||
+        area.Top > marked.bottom())
+        return;
+    take(clipped(area.Left, area.Top, area.Right, area.Bottom));
 }
 
 void Marks::coveredByLine(int32_t x1, int32_t y1, int32_t x2, int32_t y2, bool dotted)
