@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -30,6 +31,21 @@ constexpr std::array<QRgb, 31> kSystemColours = {
 };
 
 constexpr OleColor systemColour(unsigned index) { return kSystemColourBit + index; }
+
+// One step of a 64-bit digest.
+size_t mixed(size_t digest, uint64_t value)
+{
+    uint64_t h = (uint64_t{digest} ^ value) * 0x9E3779B97F4A7C15ULL;
+    h ^= h >> 29;
+    h *= 0xBF58476D1CE4E5B9ULL;
+    return static_cast<size_t>(h ^ (h >> 32));
+}
+
+bool contains(const Box& outer, const Box& inner)
+{
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}
 
 Box unite(const Box& a, const Box& b)
 {
@@ -672,6 +688,7 @@ bool Surface::readyToDraw()
 
 void Surface::remakeImage()
 {
+    memo_.clear();
     const DevicePixels scale(image_, ratio_, width_, height_);
     image_ = makeImage(static_cast<int>(scale.toDevice(width_)), static_cast<int>(scale.toDevice(height_)));
     image_.fill(translateColor(backColor_));
@@ -681,6 +698,8 @@ void Surface::setDevicePixelRatio(qreal ratio)
 {
     ratio = validRatio(ratio);
     if (ratio == ratio_)
+        return;
+    if (interruptsCell())
         return;
     settle();
     liftMarks();
@@ -697,6 +716,8 @@ void Surface::resize(int width, int height)
         width = height = 0;
     if (width == width_ && height == height_)
         return;
+    if (interruptsCell())
+        return;
     liftMarks();
     const QImage old = std::exchange(image_, QImage());
     width_ = width;
@@ -710,22 +731,32 @@ void Surface::resize(int width, int height)
 
 void Surface::clear()
 {
-    if (readyToDraw())
-        image_.fill(translateColor(backColor_));
+    if (interruptsCell())
+        return;
+    if (!readyToDraw())
+        return;
+    memo_.clear();
+    image_.fill(translateColor(backColor_));
 }
 
 void Surface::fill(Rect r, OleColor colour)
 {
+    if (cell_ && skipCellCall(CellCall::Fill, toBox(r), ::qHash(colour)))
+        return;
     if (!readyToDraw())
         return;
+    forgetUnlessCell(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
     canvas.fill(intersect(toBox(r), canvas.bounds()), translateColor(colour));
 }
 
 void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 {
+    if (interruptsCell())
+        return;
     if (!readyToDraw())
         return;
+    memo_.forget({std::min(x1, x2), std::min(y1, y2), int64_t{std::max(x1, x2)} + 1, int64_t{std::max(y1, y2)} + 1});
     DevicePixels canvas(image_, ratio_, width_, height_);
     const QRgb pixel = translateColor(penColor_);
     const bool dotted = penStyle_ == PenStyle::Dot;
@@ -739,8 +770,11 @@ void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 
 void Surface::edge(Rect r, unsigned kinds, unsigned sides)
 {
+    if (cell_ && skipCellCall(CellCall::Edge, toBox(r), qHashMulti(0, kinds, sides)))
+        return;
     if (!readyToDraw())
         return;
+    forgetUnlessCell(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
     const auto paletteOf = [sides](EdgeColours colours) {
         return (sides & EdgeMono) ? EdgeColours{systemColour(6), systemColour(6)} : colours;
@@ -756,8 +790,11 @@ void Surface::edge(Rect r, unsigned kinds, unsigned sides)
 
 void Surface::checkBox(Rect r, bool checked)
 {
+    if (cell_ && skipCellCall(CellCall::CheckBox, toBox(r), ::qHash(checked)))
+        return;
     if (!readyToDraw())
         return;
+    forgetUnlessCell(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
     const Box bounds = toBox(r);
     const int64_t side = std::min(bounds.width(), bounds.height());
@@ -787,20 +824,32 @@ void Surface::setFontItalic(bool on) { font_.setItalic(on); }
 void Surface::setFontUnderline(bool on) { font_.setUnderline(on); }
 void Surface::setFontStrikethrough(bool on) { font_.setStrikeOut(on); }
 
-const QString& Surface::fontKey()
+const Surface::FontKey& Surface::keyOfFont()
 {
-    if (fontKey_.isEmpty() || font_ != keyedFont_) {
-        keyedFont_ = font_;
-        fontKey_ = font_.key();
+    for (size_t i = 0; i < fontKeys_.size(); ++i) {
+        const size_t at = (lastFontKey_ + i) % fontKeys_.size();
+        if (!fontKeys_[at].key.isEmpty() && fontKeys_[at].font == font_) {
+            lastFontKey_ = at;
+            return fontKeys_[at];
+        }
     }
-    return fontKey_;
+    lastFontKey_ = nextFontKey_;
+    FontKey& slot = fontKeys_[nextFontKey_];
+    nextFontKey_ = (nextFontKey_ + 1) % fontKeys_.size();
+    slot.font = font_;
+    slot.key = font_.key();
+    slot.hash = qHash(slot.key);
+    return slot;
 }
 
 void Surface::text(const QString& s, Rect r, unsigned flags)
 {
+    if (cell_ && skipCellCall(CellCall::Text, toBox(r), textHash(s, toBox(r), flags)))
+        return;
     if (!readyToDraw())
         return;
     const Box bounds = toBox(r);
+    forgetUnlessCell(bounds);
     const Box visible = intersect(bounds, {0, 0, width_, height_});
     if (visible.empty() || s.isEmpty())
         return;
@@ -830,7 +879,7 @@ bool Surface::drawCachedText(const QString& s, const QRectF& layout, Rect r, uns
     if (!isLayoutSafe(bounds) || device.width() > kLargestCachedText || device.height() > kLargestCachedText)
         return false;
     const DeviceOrigin origin = deviceOriginOf(bounds, ratio_);
-    const TextKey key{fontKey(), s, bounds.width(), bounds.height(), flags, origin.phaseX, origin.phaseY, ratio_};
+    const TextKey key{keyOfFont().key, s, bounds.width(), bounds.height(), flags, origin.phaseX, origin.phaseY, ratio_};
     TextCache& cache = TextCache::forThisThread();
     const TextMask* mask = cache.find(key);
     if (!mask && !cache.drawnBefore(key))
@@ -855,6 +904,98 @@ bool Surface::drawCachedText(const QString& s, const QRectF& layout, Rect r, uns
     return true;
 }
 
+bool Surface::beginCell()
+{
+    if (discarding_ || cell_)
+        return false;
+    settle();
+    liftMarks();
+    cell_.emplace();
+    return true;
+}
+
+#ifndef NDEBUG
+QImage Surface::cellPixels() const
+{
+    const DevicePixels canvas(image_, ratio_, width_, height_);
+    return image_.copy(toQRect(canvas.toDevice(cell_->bounds)));
+}
+#endif
+
+bool Surface::cellSkipped() const { return cell_->mode == CellPass::Mode::Comparing; }
+
+bool Surface::cellMatches() const { return !cell_->differs && cell_->digest == cell_->remembered; }
+
+void Surface::redrawCell()
+{
+    cell_.emplace();
+    cell_->mayCompare = false;
+}
+
+void Surface::endCell(bool complete)
+{
+    if (complete && cell_->mode == CellPass::Mode::Drawing)
+        memo_.remember(cell_->bounds, cell_->digest);
+    cell_.reset();
+}
+
+bool Surface::skipCellCall(CellCall call, const Box& box, size_t hash)
+{
+    using Mode = CellPass::Mode;
+    CellPass& cell = *cell_;
+    if (cell.mode == Mode::Unkept)
+        return false;
+    if (cell.mode == Mode::Starting) {
+        if (call != CellCall::Fill) {
+            cell.mode = Mode::Unkept;
+            return false;
+        }
+        cell.box = box;
+        cell.bounds = intersect(box, {0, 0, width_, height_});
+        const std::optional<size_t> remembered = cell.mayCompare ? memo_.digestAt(cell.bounds) : std::nullopt;
+        cell.mode = remembered ? Mode::Comparing : Mode::Drawing;
+        cell.remembered = remembered.value_or(0);
+    } else if (!contains(cell.box, box)) {
+        cell.differs = true;
+        if (cell.mode == Mode::Drawing)
+            cell.mode = Mode::Unkept;
+        return cell.mode == Mode::Comparing;
+    }
+    const Box at = translated(box, -cell.box.left, -cell.box.top);
+    for (const uint64_t v : {uint64_t(call), uint64_t(at.left), uint64_t(at.top), uint64_t(at.right),
+                             uint64_t(at.bottom), uint64_t(hash)})
+        cell.digest = mixed(cell.digest, v);
+    return cell.mode == Mode::Comparing;
+}
+
+void Surface::forgetUnlessCell(const Box& box)
+{
+    // The cell being drawn forgets what it covers when it is remembered.
+    if (!cell_ || cell_->mode != CellPass::Mode::Drawing)
+        memo_.forget(box);
+}
+
+bool Surface::interruptsCell()
+{
+    if (!cell_)
+        return false;
+    cell_->differs = true;
+    if (cell_->mode == CellPass::Mode::Comparing)
+        return true;
+    cell_->mode = CellPass::Mode::Unkept;
+    return false;
+}
+
+size_t Surface::textHash(const QString& s, const Box& box, unsigned flags)
+{
+    const DeviceOrigin origin = deviceOriginOf(box, ratio_);
+    size_t hash = mixed(keyOfFont().hash, qHash(s));
+    for (const uint64_t v : {uint64_t{textColor_}, uint64_t{flags}, std::bit_cast<uint64_t>(origin.phaseX),
+                             std::bit_cast<uint64_t>(origin.phaseY), std::bit_cast<uint64_t>(double{ratio_})})
+        hash = mixed(hash, v);
+    return hash;
+}
+
 double Surface::textWidth(const QString& s) const
 {
     const QPaintDevice& device = image_.isNull() ? referenceDevice() : image_;
@@ -863,22 +1004,30 @@ double Surface::textWidth(const QString& s) const
 
 void Surface::focusRect(Rect r)
 {
+    if (interruptsCell())
+        return;
     if (!readyToDraw())
         return;
+    memo_.forget(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
     focusRectBox(canvas, toBox(r));
 }
 
 void Surface::invert(Rect r)
 {
+    if (interruptsCell())
+        return;
     if (!readyToDraw())
         return;
+    memo_.forget(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
     canvas.invert(intersect(toBox(r), canvas.bounds()));
 }
 
 Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
 {
+    if (interruptsCell())
+        return {};
     if (!readyToDraw())
         return {};
     DevicePixels canvas(image_, ratio_, width_, height_);
@@ -889,10 +1038,13 @@ Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
     const double deviceDx = static_cast<double>(dx) * ratio_;
     const double deviceDy = static_cast<double>(dy) * ratio_;
     const bool whole = deviceDx == std::floor(deviceDx) && deviceDy == std::floor(deviceDy);
-    if (!moved.empty() && whole)
+    if (!moved.empty() && whole) {
         movePixels(canvas, canvas.toDevice(moved), canvas.toDevice(dx), canvas.toDevice(dy));
-    else if (!moved.empty())
+        memo_.moved(source, moved, dx, dy);
+    } else if (!moved.empty()) {
         moveBlocks(image_, canvas, moved, dx, dy);
+        memo_.forget(moved);
+    }
     const Box uncovered = boundsOfDifference(intersect(source, target), moved);
     return uncovered.empty() ? Rect{} : toRect(uncovered);
 }

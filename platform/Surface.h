@@ -1,29 +1,23 @@
 #pragma once
 
+#include "platform/Box.h"
+#include "platform/CellMemo.h"
+#include "platform/Rect.h"
 #include "platform/TextCache.h"
 
 #include <QFont>
 #include <QImage>
 #include <QString>
 
+#include <array>
+#include <cassert>
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace TabulaControl::platform {
-
-// A colour value as hosts pass it: 0x00BBGGRR, or 0x80000000 + index for a
-// system colour.
-using OleColor = uint32_t;
-
-// A rectangle whose right and bottom edges are exclusive.
-struct Rect {
-    int32_t Left = 0;
-    int32_t Top = 0;
-    int32_t Right = 0;
-    int32_t Bottom = 0;
-    friend bool operator==(const Rect&, const Rect&) = default;
-};
 
 // Edge kinds and sides, with the classic bit values.
 enum EdgeKind : unsigned {
@@ -141,17 +135,87 @@ public:
     // returns the bounding rectangle of the area left uncovered.
     Rect scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip);
 
+    // Runs paint, which draws one cell, and leaves the pixels alone when the
+    // cell is on the surface already as paint would draw it: paint runs
+    // once to compare and, when the cell differs, again to draw. A cell is
+    // remembered when its first call fills a box that holds its other calls.
+    template <class Paint>
+    void drawCell(Paint&& paint)
+    {
+        if (!beginCell()) {
+            paint();
+            return;
+        }
+        try {
+            paint();
+            if (cellSkipped() && !cellMatches()) {
+                redrawCell();
+                paint();
+            }
+#ifndef NDEBUG
+            else if (cellSkipped())
+                checkRememberedCell(paint);
+#endif
+        } catch (...) {
+            // The calls made before the failure are drawn, as without the memo.
+            if (cellSkipped()) {
+                redrawCell();
+                try {
+                    paint();
+                } catch (...) {
+                    endCell(false);
+                    throw;
+                }
+            }
+            endCell(false);
+            throw;
+        }
+        endCell(true);
+    }
+
     // Marks drawn over the pixels when they are read: applied in order, each an exclusive-or.
     struct Mark { enum class Kind { Inversion, FocusRect } kind; Rect rect; };
     void setMarks(std::vector<Mark> marks);
     const std::vector<Mark>& marks() const { return marks_; }
 
 private:
+    enum class CellCall : uint8_t { Fill, Edge, CheckBox, Text };
+#ifndef NDEBUG
+    // Draws a cell the memo kept and checks that its pixels were right.
+    template <class Paint>
+    void checkRememberedCell(Paint& paint)
+    {
+        const QImage kept = cellPixels();
+        redrawCell();
+        paint();
+        assert(cellPixels() == kept && "a remembered cell differs from its drawing");
+    }
+    QImage cellPixels() const;
+#endif
+    bool beginCell();
+    // Whether the cell's calls so far were left out to compare them.
+    bool cellSkipped() const;
+    bool cellMatches() const;
+    // Starts the cell again, drawing every call.
+    void redrawCell();
+    // Remembers the cell when it is complete and was drawn.
+    void endCell(bool complete);
+    // True when the call is to be left out: the cell is being compared.
+    bool skipCellCall(CellCall call, const Box& box, size_t hash);
+    // A call that is not a cell's: true when it is to be left out.
+    bool interruptsCell();
+    void forgetUnlessCell(const Box& box);
+    size_t textHash(const QString& s, const Box& box, unsigned flags);
     // Makes a pending render; true when drawing is to go ahead.
     bool readyToDraw();
     void settle() const;
     void remakeImage();
-    const QString& fontKey();
+    struct FontKey {
+        QFont font;
+        QString key;
+        size_t hash = 0;
+    };
+    const FontKey& keyOfFont();
     bool drawCachedText(const QString& s, const QRectF& layout, Rect r, unsigned flags);
     // Exclusive-or of every mark into the pixels: a second call takes them
     // off again.
@@ -166,10 +230,25 @@ private:
     mutable QImage image_;
     std::vector<Mark> marks_;
     mutable bool marksShown_ = false;
-    // The key of keyedFont_, the font last drawn with.
-    QString fontKey_;
-    QFont keyedFont_;
+    // The keys of the fonts last drawn with; a cell and its header
+    // usually differ.
+    std::array<FontKey, 4> fontKeys_;
+    size_t nextFontKey_ = 0;
+    size_t lastFontKey_ = 0;
     mutable std::function<void()> pendingRender_;
+    CellMemo memo_;
+    // The cell drawCell is drawing.
+    struct CellPass {
+        enum class Mode : uint8_t { Starting, Comparing, Drawing, Unkept } mode = Mode::Starting;
+        bool mayCompare = true;
+        bool differs = false;
+        // The first fill's box, and that box on the surface.
+        Box box;
+        Box bounds;
+        size_t digest = 0;
+        size_t remembered = 0;
+    };
+    std::optional<CellPass> cell_;
     bool discarding_ = false;
     OleColor backColor_ = 0x8000000F;
     OleColor penColor_ = 0;

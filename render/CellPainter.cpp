@@ -178,7 +178,7 @@ namespace TabulaControl::detail {
 
 void Grid::drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
-    render::drawCell(s, appearance, canvas(), row, col, x, y, width, height);
+    surface.drawCell([&] { render::drawCell(s, appearance, canvas(), row, col, x, y, width, height); });
 }
 
 }  // namespace TabulaControl::detail

@@ -1,0 +1,113 @@
+#include "platform/CellMemo.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace TabulaControl::platform {
+
+namespace {
+
+bool sameBox(const Box& a, const Box& b)
+{
+    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+bool contains(const Box& outer, const Box& inner)
+{
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}
+
+}  // namespace
+
+std::optional<size_t> CellMemo::digestAt(const Box& bounds) const
+{
+    const auto row = rows_.find(bounds.top);
+    if (row == rows_.end())
+        return std::nullopt;
+    const auto cell = row->second.find(bounds.left);
+    if (cell == row->second.end() || !sameBox(cell->second.bounds, bounds))
+        return std::nullopt;
+    return cell->second.digest;
+}
+
+void CellMemo::remember(const Box& bounds, size_t digest)
+{
+    if (bounds.empty())
+        return;
+    forget(bounds);
+    tallest_ = std::max(tallest_, bounds.height());
+    widest_ = std::max(widest_, bounds.width());
+    rows_[bounds.top].insert_or_assign(bounds.left, Cell{bounds, digest});
+}
+
+void CellMemo::forget(const Box& area)
+{
+    if (rows_.empty() || area.empty())
+        return;
+    auto row = rows_.lower_bound(area.top - tallest_ + 1);
+    const auto rowsEnd = rows_.lower_bound(area.bottom);
+    while (row != rowsEnd) {
+        Row& cells = row->second;
+        auto cell = cells.lower_bound(area.left - widest_ + 1);
+        while (cell != cells.end() && cell->first < area.right) {
+            if (intersect(cell->second.bounds, area).empty())
+                ++cell;
+            else
+                cell = cells.erase(cell);
+        }
+        row = cells.empty() ? rows_.erase(row) : std::next(row);
+    }
+}
+
+void CellMemo::moved(const Box& source, const Box& target, int64_t dx, int64_t dy)
+{
+    // Map nodes are carried over, not copied: a row keeps its node for the
+    // cells that move with it.
+    std::map<int64_t, Row> kept;
+    while (!rows_.empty()) {
+        auto row = rows_.extract(rows_.begin());
+        const int64_t top = row.key();
+        Row& cells = row.mapped();
+        Row carried;
+        for (auto cell = cells.begin(); cell != cells.end();) {
+            const Box to = translated(cell->second.bounds, dx, dy);
+            if (contains(source, cell->second.bounds) && contains(target, to)) {
+                cell->second.bounds = to;
+                if (dx == 0) {
+                    ++cell;
+                    continue;
+                }
+                auto node = cells.extract(cell++);
+                node.key() = to.left;
+                carried.insert(carried.end(), std::move(node));
+            } else if (intersect(cell->second.bounds, target).empty()) {
+                kept[top].insert(cells.extract(cell++));
+            } else {
+                cell = cells.erase(cell);
+            }
+        }
+        if (dx != 0)
+            cells.swap(carried);
+        if (cells.empty())
+            continue;
+        row.key() = top + dy;
+        // Cells that stayed put may have taken the row's new place first;
+        // they are fewer.
+        if (const auto stayed = kept.find(row.key()); stayed != kept.end()) {
+            cells.merge(stayed->second);
+            kept.erase(stayed);
+        }
+        kept.insert(std::move(row));
+    }
+    rows_ = std::move(kept);
+}
+
+void CellMemo::clear()
+{
+    rows_.clear();
+    tallest_ = 0;
+    widest_ = 0;
+}
+
+}  // namespace TabulaControl::platform

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/Box.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+
+namespace TabulaControl::platform {
+
+// The cells whose pixels are known to be on a surface as their drawing made
+// them, each by where its pixels are and a digest of the calls that drew
+// them, so that drawing a cell again in the same place can leave its pixels
+// alone. Any other drawing over a cell, and any move that does not carry it
+// whole, forgets it.
+class CellMemo {
+public:
+    std::optional<size_t> digestAt(const Box& bounds) const;
+    void remember(const Box& bounds, size_t digest);
+    // Forgets every cell that area touches.
+    void forget(const Box& area);
+    // The pixels of source moved by (dx, dy), written only inside target.
+    void moved(const Box& source, const Box& target, int64_t dx, int64_t dy);
+    void clear();
+
+private:
+    struct Cell {
+        Box bounds;
+        size_t digest = 0;
+    };
+    // One row of cells by left edge.
+    using Row = std::map<int64_t, Cell>;
+
+    // By top edge and then left edge; the cells do not overlap.
+    std::map<int64_t, Row> rows_;
+    int64_t tallest_ = 0;
+    int64_t widest_ = 0;
+};
+
+}  // namespace TabulaControl::platform
