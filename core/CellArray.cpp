@@ -216,13 +216,13 @@ QString CellArray::Text(int16_t row, int16_t col) const
         return c < cells.texts.size() ? cells.texts[c].toString() : QString();
     });
 }
-void CellArray::setText(int16_t row, int16_t col, const QString& value)
+void CellArray::setText(int16_t row, int16_t col, QStringView value)
 {
     guarded("Text", [&] {
         Row& cells = rowAt(row, col);
         const auto c = static_cast<size_t>(col);
         if (c < cells.texts.size()) {
-            cells.texts[c] = QStringView(value);
+            cells.texts[c] = value;
             return;
         }
         if (value.isEmpty())

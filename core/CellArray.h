@@ -59,7 +59,7 @@ public:
     void Remove(int16_t row);
 
     QString Text(int16_t row, int16_t col) const;
-    void setText(int16_t row, int16_t col, const QString& value);
+    void setText(int16_t row, int16_t col, QStringView value);
     QString FontName(int16_t row, int16_t col) const;
     void setFontName(int16_t row, int16_t col, const QString& value);
     int16_t FontSize(int16_t row, int16_t col) const;

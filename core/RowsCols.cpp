@@ -238,16 +238,22 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
 
     // Every field is validated with the current column's mask, not its own
     // column's: rows added while a masked column is current have always been.
+    // Fields go to the store without a copy unless a date mask rewrites them.
     int32_t counter = 0;
-    auto store = [&](const QString& field) {
+    auto store = [&](QStringView field) {
         ++counter;
-        s.mCells.setText(to16(s.rows.count()), to16(counter), Validate(field, selection.col()));
+        const int16_t row = to16(s.rows.count());
+        if (s.columns.mask(selection.col()) == DateOnly)
+            s.mCells.setText(row, to16(counter), Validate(field.toString(), selection.col()));
+        else
+            s.mCells.setText(row, to16(counter), field);
     };
+    const QStringView data(rowData);
     qsizetype start = 0;
-    for (qsizetype tab; (tab = rowData.indexOf(QLatin1Char('\t'), start)) >= 0; start = tab + 1)
-        store(rowData.sliced(start, tab - start));
-    if (start < rowData.size())
-        store(rowData.sliced(start));
+    for (qsizetype tab; (tab = data.indexOf(QLatin1Char('\t'), start)) >= 0; start = tab + 1)
+        store(data.sliced(start, tab - start));
+    if (start < data.size())
+        store(data.sliced(start));
 
     redrawIfAuto();
     ui.cmdButton.setVisible(false);

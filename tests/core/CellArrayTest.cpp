@@ -11,7 +11,7 @@ TEST(CellArray, AFullGridOfDefaultCellsIsUsable)
     CellArray store;
     store.setCols(32767);
     store.setRows(32767);
-    store.setText(32767, 32767, "corner");
+    store.setText(32767, 32767, u"corner");
     store.Remove(32766);
     EXPECT_EQ(store.Text(32766, 32767), "corner");
     EXPECT_EQ(store.Text(20000, 30000), "");
