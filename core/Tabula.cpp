@@ -74,9 +74,9 @@ void Tabula::resizeEvent(QResizeEvent*)
 
 // A grid moved to a screen of another device pixel ratio paints itself
 // again at the new ratio, after this paint.
-void Tabula::paintEvent(QPaintEvent*)
+void Tabula::paintEvent(QPaintEvent* event)
 {
-    grid_->ui.window.paint();
+    grid_->ui.window.paint(event->region());
     if (devicePixelRatioF() == grid_->surface.devicePixelRatio())
         return;
     QMetaObject::invokeMethod(this, [this] {

@@ -636,10 +636,18 @@ const QImage& Window::face() const
     return face_;
 }
 
-void Window::paint() const
+void Window::paint(const QRegion& region) const
 {
     QPainter painter(control_);
-    drawSurfaceImage(painter, face(), control_->width(), control_->height());
+    const QImage& image = face();
+    const QSize size = control_->size();
+    if (image.size() != size) {
+        drawSurfaceImage(painter, image, size.width(), size.height());
+        return;
+    }
+    // Children cover most of the face; only what Qt asks for is drawn.
+    for (const QRect& r : region)
+        painter.drawImage(r.topLeft(), image, r);
 }
 
 Controls::Controls(QWidget* control)

@@ -156,7 +156,7 @@ public:
     bool UserMode() const { return userMode_; }
     void setUserMode(bool value) { userMode_ = value; }
     // Paints the control's own surface; called from its paint notification.
-    void paint() const;
+    void paint(const QRegion& region) const;
 
 private:
     // The control's face, drawn again only when what it shows changed.
