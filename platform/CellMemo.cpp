@@ -38,7 +38,9 @@ void CellMemo::remember(const Box& bounds, size_t digest)
     forget(bounds);
     tallest_ = std::max(tallest_, bounds.height());
     widest_ = std::max(widest_, bounds.width());
-    rows_[bounds.top].insert_or_assign(bounds.left, Cell{bounds, digest});
+    // Cells come mostly in reading order: each lands at the end of its row.
+    Row& row = rows_.try_emplace(std::prev(rows_.end(), rows_.empty() ? 0 : 1), bounds.top)->second;
+    row.insert_or_assign(row.end(), bounds.left, Cell{bounds, digest});
 }
 
 void CellMemo::forget(const Box& area)

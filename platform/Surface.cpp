@@ -811,21 +811,24 @@ void Surface::checkBox(Rect r, bool checked)
         drawTick(canvas, interior);
 }
 
-void Surface::setFontName(const QString& name) { font_.setFamily(name); }
+void Surface::setFontName(const QString& name) { changeFont([&] { font_.setFamily(name); }); }
 
 void Surface::setFontSize(double points)
 {
     if (points > 0 && std::isfinite(points))
-        font_.setPointSizeF(points);
+        changeFont([&] { font_.setPointSizeF(points); });
 }
 
-void Surface::setFontBold(bool on) { font_.setBold(on); }
-void Surface::setFontItalic(bool on) { font_.setItalic(on); }
-void Surface::setFontUnderline(bool on) { font_.setUnderline(on); }
-void Surface::setFontStrikethrough(bool on) { font_.setStrikeOut(on); }
+void Surface::setFontBold(bool on) { changeFont([&] { font_.setBold(on); }); }
+void Surface::setFontItalic(bool on) { changeFont([&] { font_.setItalic(on); }); }
+void Surface::setFontUnderline(bool on) { changeFont([&] { font_.setUnderline(on); }); }
+void Surface::setFontStrikethrough(bool on) { changeFont([&] { font_.setStrikeOut(on); }); }
 
 const Surface::FontKey& Surface::keyOfFont()
 {
+    if (lastFontKeyCurrent_)
+        return fontKeys_[lastFontKey_];
+    lastFontKeyCurrent_ = true;
     for (size_t i = 0; i < fontKeys_.size(); ++i) {
         const size_t at = (lastFontKey_ + i) % fontKeys_.size();
         if (!fontKeys_[at].key.isEmpty() && fontKeys_[at].font == font_) {

@@ -216,6 +216,12 @@ private:
         size_t hash = 0;
     };
     const FontKey& keyOfFont();
+    template <class Change>
+    void changeFont(Change change)
+    {
+        change();
+        lastFontKeyCurrent_ = false;
+    }
     bool drawCachedText(const QString& s, const QRectF& layout, Rect r, unsigned flags);
     // Exclusive-or of every mark into the pixels: a second call takes them
     // off again.
@@ -235,6 +241,8 @@ private:
     std::array<FontKey, 4> fontKeys_;
     size_t nextFontKey_ = 0;
     size_t lastFontKey_ = 0;
+    // False once the font may differ from the one lastFontKey_ holds.
+    bool lastFontKeyCurrent_ = false;
     mutable std::function<void()> pendingRender_;
     CellMemo memo_;
     // The cell drawCell is drawing.
