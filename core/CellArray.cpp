@@ -216,6 +216,15 @@ QString CellArray::Text(int16_t row, int16_t col) const
         return c < cells.texts.size() ? cells.texts[c].toString() : QString();
     });
 }
+QAnyStringView CellArray::textView(int16_t row, int16_t col) const
+{
+    return guarded("Text", [&] {
+        const Row& cells = rowAt(row, col);
+        const auto c = static_cast<size_t>(col);
+        return c < cells.texts.size() ? cells.texts[c].view() : QAnyStringView();
+    });
+}
+
 void CellArray::setText(int16_t row, int16_t col, QStringView value)
 {
     guarded("Text", [&] {

@@ -59,6 +59,8 @@ public:
     void Remove(int16_t row);
 
     QString Text(int16_t row, int16_t col) const;
+    // The text without a copy: valid until the cell's text changes.
+    QAnyStringView textView(int16_t row, int16_t col) const;
     void setText(int16_t row, int16_t col, QStringView value);
     QString FontName(int16_t row, int16_t col) const;
     void setFontName(int16_t row, int16_t col, const QString& value);

@@ -93,6 +93,15 @@ void CellText::release() noexcept
     small_ = Inline{};
 }
 
+QAnyStringView CellText::view() const
+{
+    if (!onHeap())
+        return QLatin1StringView(small_.chars, small_.size);
+    if (large_.encoding == HeapLatin1)
+        return QLatin1StringView(static_cast<const char*>(large_.data), large_.size);
+    return QStringView(static_cast<const QChar*>(large_.data), large_.size);
+}
+
 QString CellText::toString() const
 {
     if (small_.size == 0)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAnyStringView>
 #include <QString>
 #include <QStringView>
 
@@ -34,6 +35,8 @@ public:
     ~CellText();
 
     QString toString() const;
+    // The text where it is stored: valid until the text changes.
+    QAnyStringView view() const;
 
 private:
     enum : uint8_t { InlineCapacity = 15, HeapLatin1 = 0xFE, HeapUtf16 = 0xFF };

@@ -845,10 +845,15 @@ const Surface::FontKey& Surface::keyOfFont()
     return slot;
 }
 
-void Surface::text(const QString& s, Rect r, unsigned flags)
+void Surface::text(QAnyStringView s, Rect r, unsigned flags)
 {
     if (cell_ && skipCellCall(CellCall::Text, toBox(r), textHash(s, toBox(r), flags)))
         return;
+    drawText(s.toString(), r, flags);
+}
+
+void Surface::drawText(const QString& s, Rect r, unsigned flags)
+{
     if (!readyToDraw())
         return;
     const Box bounds = toBox(r);
@@ -989,10 +994,14 @@ bool Surface::interruptsCell()
     return false;
 }
 
-size_t Surface::textHash(const QString& s, const Box& box, unsigned flags)
+size_t Surface::textHash(QAnyStringView s, const Box& box, unsigned flags)
 {
     const DeviceOrigin origin = deviceOriginOf(box, ratio_);
-    size_t hash = mixed(keyOfFont().hash, qHash(s));
+    // The seed tells the encodings apart.
+    const size_t textHash = s.visit([](auto v) {
+        return qHashBits(v.data(), static_cast<size_t>(v.size()) * sizeof(*v.data()), sizeof(*v.data()));
+    });
+    size_t hash = mixed(keyOfFont().hash, textHash);
     for (const uint64_t v : {uint64_t{textColor_}, uint64_t{flags}, std::bit_cast<uint64_t>(origin.phaseX),
                              std::bit_cast<uint64_t>(origin.phaseY), std::bit_cast<uint64_t>(double{ratio_})})
         hash = mixed(hash, v);

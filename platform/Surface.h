@@ -5,6 +5,7 @@
 #include "platform/Rect.h"
 #include "platform/TextCache.h"
 
+#include <QAnyStringView>
 #include <QFont>
 #include <QImage>
 #include <QString>
@@ -122,7 +123,8 @@ public:
     const QFont& font() const { return font_; }
 
     // Single-line text in r with the TextFlag alignment bits, clipped to r.
-    void text(const QString& s, Rect r, unsigned flags);
+    // The text is copied only when it is drawn.
+    void text(QAnyStringView s, Rect r, unsigned flags);
     // Width of s in pixels in the current font.
     double textWidth(const QString& s) const;
 
@@ -193,6 +195,7 @@ private:
     QImage cellPixels() const;
 #endif
     bool beginCell();
+    void drawText(const QString& s, Rect r, unsigned flags);
     // Whether the cell's calls so far were left out to compare them.
     bool cellSkipped() const;
     bool cellMatches() const;
@@ -205,7 +208,7 @@ private:
     // A call that is not a cell's: true when it is to be left out.
     bool interruptsCell();
     void forgetUnlessCell(const Box& box);
-    size_t textHash(const QString& s, const Box& box, unsigned flags);
+    size_t textHash(QAnyStringView s, const Box& box, unsigned flags);
     // Makes a pending render; true when drawing is to go ahead.
     bool readyToDraw();
     void settle() const;

@@ -51,11 +51,11 @@ void paintBackground(const GridState& s, const Appearance& look, Canvas canvas, 
 }
 
 // The box covers its whole square.
-void paintCheckBox(Canvas canvas, const QString& text, int32_t x, int32_t y, int32_t width)
+void paintCheckBox(Canvas canvas, QAnyStringView text, int32_t x, int32_t y, int32_t width)
 {
     const int32_t left = roundTo32(static_cast<double>(x) + static_cast<double>(width) / 2 - 7);
     const platform::Rect square = MakeRect(left, advance(y, 1), CheckBoxSize, CheckBoxSize);
-    canvas.surface.checkBox(square, text == QLatin1String("1"));
+    canvas.surface.checkBox(square, text == QLatin1StringView("1"));
     canvas.marks.covered(square);
 }
 
@@ -102,7 +102,7 @@ void applyTextStyle(const Appearance& look, Surface& surface, const CellFormat& 
               format.FontStrikethru);
 }
 
-bool showsText(const GridState& s, const QString& text, int32_t row, int32_t col)
+bool showsText(const GridState& s, QAnyStringView text, int32_t row, int32_t col)
 {
     return isFixed(row, col) || (!text.isEmpty() && s.columns.mask(col) != checkmark);
 }
@@ -161,7 +161,7 @@ void drawCell(const GridState& s, const Appearance& look, Canvas canvas, int32_t
 {
     const CellFormat& format = s.mCells.Format(to16(row), to16(col));
     paintBackground(s, look, canvas, format, row, col, x, y, width, height);
-    const QString text = s.mCells.Text(to16(row), to16(col));
+    const QAnyStringView text = s.mCells.textView(to16(row), to16(col));
     if (isCheckBoxCell(s, row, col))
         paintCheckBox(canvas, text, x, y, width);
     Surface& surface = canvas.surface;
