@@ -942,9 +942,10 @@ void Surface::redrawCell()
 
 void Surface::endCell(bool complete)
 {
-    if (complete && cell_->mode == CellPass::Mode::Drawing)
-        memo_.remember(cell_->bounds, cell_->digest);
+    const CellPass cell = *cell_;
     cell_.reset();
+    if (complete && cell.mode == CellPass::Mode::Drawing)
+        memo_.remember(cell.bounds, cell.digest);
 }
 
 bool Surface::skipCellCall(CellCall call, const Box& box, size_t hash)

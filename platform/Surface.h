@@ -148,31 +148,26 @@ public:
             paint();
             return;
         }
+        CellScope scope(*this);
         try {
             paint();
-            if (cellSkipped() && !cellMatches()) {
-                redrawCell();
-                paint();
-            }
-#ifndef NDEBUG
-            else if (cellSkipped())
-                checkRememberedCell(paint);
-#endif
         } catch (...) {
             // The calls made before the failure are drawn, as without the memo.
             if (cellSkipped()) {
                 redrawCell();
-                try {
-                    paint();
-                } catch (...) {
-                    endCell(false);
-                    throw;
-                }
+                paint();
             }
-            endCell(false);
             throw;
         }
-        endCell(true);
+        if (cellSkipped() && !cellMatches()) {
+            redrawCell();
+            paint();
+        }
+#ifndef NDEBUG
+        else if (cellSkipped())
+            checkRememberedCell(paint);
+#endif
+        scope.complete();
     }
 
     // Marks drawn over the pixels when they are read: applied in order, each an exclusive-or.
@@ -182,6 +177,27 @@ public:
 
 private:
     enum class CellCall : uint8_t { Fill, Edge, CheckBox, Text };
+    // Ends the cell drawCell began, remembering it only when complete.
+    class CellScope {
+    public:
+        explicit CellScope(Surface& surface) : surface_(surface) {}
+        ~CellScope()
+        {
+            if (!completed_)
+                surface_.endCell(false);
+        }
+        CellScope(const CellScope&) = delete;
+        CellScope& operator=(const CellScope&) = delete;
+        void complete()
+        {
+            completed_ = true;
+            surface_.endCell(true);
+        }
+
+    private:
+        Surface& surface_;
+        bool completed_ = false;
+    };
 #ifndef NDEBUG
     // Draws a cell the memo kept and checks that its pixels were right.
     template <class Paint>
