@@ -24,18 +24,18 @@ CellRows textsOf(const Grid& g, const QRect& block)
 
 // The text a user typing value into the column's editor would get: the
 // key rule of the column's mask, then the editor's maximum length.
-QString typedText(const GridState& s, int32_t col, const QString& value)
+QString typedText(const GridModel& model, int32_t col, const QString& value)
 {
     QString typed;
     for (QChar c : value) {
-        if (s.columns.mask(col) == Uppercase)
+        if (model.columns().mask(col) == Uppercase)
             c = c.toUpper();
         const bool numeric = (c >= QLatin1Char('0') && c <= QLatin1Char('9')) || c == QLatin1Char('-') || c == QLatin1Char('.');
-        if (s.columns.mask(col) == NumericOnly && !numeric)
+        if (model.columns().mask(col) == NumericOnly && !numeric)
             continue;
         typed += c;
     }
-    const int16_t maxLength = s.columns.editWidth(col);
+    const int16_t maxLength = model.columns().editWidth(col);
     return maxLength > 0 ? typed.left(maxLength) : typed;
 }
 
@@ -43,13 +43,13 @@ QString typedText(const GridState& s, int32_t col, const QString& value)
 // column's mask and Validate shape it, AfterEdit reports what was stored.
 void pasteCell(Grid& g, int32_t row, int32_t col, const QString& value)
 {
-    if (!g.s.columns.editAllowed(col))
+    if (!g.model.columns().editAllowed(col))
         return;
     bool cancel = false;
     g.events.BeforeEdit(row, col, cancel);
     if (cancel)
         return;
-    g.s.mCells.setText(to16(row), to16(col), g.Validate(typedText(g.s, col, value), col));
+    g.model.cells().setText(to16(row), to16(col), g.Validate(typedText(g.model, col, value), col));
     g.events.AfterEdit(row, col, g.TextMatrix(row, col));
 }
 
@@ -61,7 +61,7 @@ int32_t pasteRows(Grid& g, const CellRows& rows)
     for (qsizetype i = 0; i < rows.size(); ++i) {
         for (qsizetype j = 0; j < rows[i].size(); ++j) {
             const int64_t row = top + i, col = left + j;
-            if (row > g.s.rows.count() || col > g.s.cols.count())
+            if (row > g.model.rows().count() || col > g.model.cols().count())
                 ++dropped;
             else
                 pasteCell(g, static_cast<int32_t>(row), static_cast<int32_t>(col), rows[i][j]);
@@ -155,7 +155,7 @@ int32_t Tabula::paste()
         if (grid_->editorState.isOpen())
             grid_->endEdit();
         const int32_t count = detail::pasteRows(*grid_, detail::fromTabSeparated(QGuiApplication::clipboard()->text()));
-        if (grid_->s.mAutoRedraw)
+        if (grid_->autoRedraw())
             grid_->Refresh();
         return count;
     });
@@ -186,14 +186,14 @@ void Tabula::setClipboardShortcuts(bool enabled)
 QRect Tabula::cellRect(int32_t Row, int32_t Col) const
 {
     return call("cellRect", [&]() -> QRect {
-        const detail::GridState& s = grid_->s;
-        if (grid_->viewport.isScrolledOff(Row, Col) || Row > s.rows.count() || Col > s.cols.count())
+        const detail::GridModel& model = grid_->model;
+        if (grid_->viewport.isScrolledOff(Row, Col) || Row > model.rows().count() || Col > model.cols().count())
             return {};
         int32_t x = 0, y = 0;
         if (grid_->cellCoordinates(Row, Col, x, y))
             return {};
         const QPoint surface = grid_->ui.picGrid.widget()->mapTo(this, QPoint(0, 0));
-        return QRect(x, y, s.cols.size(Col), s.rows.size(Row)).translated(surface);
+        return QRect(x, y, model.cols().size(Col), model.rows().size(Row)).translated(surface);
     });
 }
 

@@ -59,7 +59,7 @@ QString textOf(const QVariant& value)
 // Widths are measured before trailing blanks are dropped from a caption.
 class HeaderParser {
 public:
-    explicit HeaderParser(Grid& grid) : g_(grid), s_(grid.s) {}
+    explicit HeaderParser(Grid& grid) : g_(grid), model_(grid.model) {}
 
     void run(const QString& format)
     {
@@ -93,34 +93,34 @@ private:
         if (rowPart_)
             return rowCaption();
         columnCaption();
-        for (int32_t c = col_ + 1; c <= s_.cols.count(); ++c)
+        for (int32_t c = col_ + 1; c <= model_.cols().count(); ++c)
             resetColumn(c);
     }
 
     void columnCaption()
     {
-        if (s_.cols.count() < col_)
+        if (model_.cols().count() < col_)
             g_.setCols(col_);
         int16_t alignment = 0;
         if (const auto mark = alignmentMark(token_.front())) {
             alignment = *mark;
             token_.remove(0, 1);
         }
-        s_.columns.setAlignment(col_, alignment);
-        s_.cols.setSize(col_, to16(roundTo32(measure(token_) + CaptionPadding)));
-        s_.mCells.setText(0, to16(col_), withoutTrailingBlanks(token_));
+        model_.columns().setAlignment(col_, alignment);
+        model_.setColumnWidth(col_, to16(roundTo32(measure(token_) + CaptionPadding)));
+        model_.cells().setText(0, to16(col_), withoutTrailingBlanks(token_));
         ++col_;
     }
 
     void rowCaption()
     {
         col_ = 0;
-        if (s_.rows.count() < row_)
+        if (model_.rows().count() < row_)
             g_.setRows(row_);
         const double width = measure(token_) + CaptionPadding;
-        if (width > s_.cols.size(0))
-            s_.cols.setSize(0, to16(roundTo32(width)));
-        s_.mCells.setText(to16(row_), 0, withoutTrailingBlanks(token_));
+        if (width > model_.cols().size(0))
+            model_.setColumnWidth(0, to16(roundTo32(width)));
+        model_.cells().setText(to16(row_), 0, withoutTrailingBlanks(token_));
         ++row_;
     }
 
@@ -132,14 +132,14 @@ private:
 
     void resetColumn(int32_t c)
     {
-        s_.mCells.setText(0, to16(c), QString());
-        s_.cols.setSize(c, EmptyCaptionWidth);
+        model_.cells().setText(0, to16(c), QString());
+        model_.setColumnWidth(c, EmptyCaptionWidth);
     }
 
     double measure(const QString& text) const { return g_.ui.window.TextWidth(text); }
 
     Grid& g_;
-    GridState& s_;
+    GridModel& model_;
     QString token_;
     int32_t col_ = 1;
     int32_t row_ = 1;
@@ -150,35 +150,34 @@ private:
 
 void Grid::setFormatString(const QString& value)
 {
-    s.mFormatString = value;
+    model.setFormatString(value);
     ClearAllLookups();
     {
         // Every caption may grow the columns; the grid is painted once, after.
-        const RedrawDeferred deferred(s);
+        const RedrawDeferred deferred(*this);
         updateHeader();
     }
     Refresh();
     notifyPropertyChanged("FormatString");
 }
 
-void Grid::updateHeader() { HeaderParser(*this).run(s.mFormatString); }
+void Grid::updateHeader() { HeaderParser(*this).run(model.formatString()); }
 
 void Grid::AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader, bool colHeader,
                      const QVariant& formatString)
 {
-    const bool autoRedraw = s.mAutoRedraw;
-    s.mAutoRedraw = false;
+    const bool autoRedraw = autoRedraw_;
+    autoRedraw_ = false;
     ui.scrVertical.setMax(0);
-    initializeRows(0);
-    s.rows.setCount(0);
+    model.setRowCount(0);
     setRows(countOf(rows));
     setCols(countOf(cols));
     setRowHeader(rowHeader);
     setColHeader(colHeader);
-    s.mFormatString = textOf(formatString);
+    model.setFormatString(textOf(formatString));
     ClearAllLookups();
     updateHeader();
-    s.mAutoRedraw = autoRedraw;
+    autoRedraw_ = autoRedraw;
     Refresh();
 }
 

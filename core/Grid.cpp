@@ -15,13 +15,13 @@ void Grid::notifyPropertyChanged(const char* name)
 
 void Grid::redrawIfAuto()
 {
-    if (s.mAutoRedraw)
+    if (autoRedraw_)
         Refresh();
 }
 
 void Grid::initialize()
 {
-    s.mCells = CellArray();
+    model.cells() = CellArray();
     resizeZones.clear();
     viewport.scrollHome();
     selection.startAtFirstCell();
@@ -30,10 +30,10 @@ void Grid::initialize()
 void Grid::applyDefaultProperties()
 {
     resizeZones.setEnabled(true);
-    s.mFormatString.clear();
+    model.setFormatString(QString());
     editorState.restoreDefaultSettings();
     dropDownSettings.restoreDefaults();
-    s.mAutoRedraw = true;
+    autoRedraw_ = true;
 
     SharedBackColor = 0xFFFFFF;
     SharedForeColor = 0x80000012;
@@ -66,11 +66,8 @@ void Grid::fitToControl()
 
 void Grid::shutDown()
 {
-    s.mCells = CellArray();
+    model.release();
     resizeZones.clear();
-    s.rows.clearSizes();
-    s.cols.clearSizes();
-    s.columns.clearEditAllowed();
 }
 
 }  // namespace TabulaControl::detail

@@ -2,7 +2,7 @@
 
 #include <TabulaControl/Tabula.h>
 
-#include "core/GridState.h"
+#include "core/GridModel.h"
 #include "editing/EditorState.h"
 #include "lookups/DropDownSettings.h"
 #include "lookups/LookupLists.h"
@@ -39,7 +39,7 @@ class Grid {
 public:
     Grid(QWidget& control, TabulaEvents& events);
 
-    GridState s;
+    GridModel model;
     platform::Controls ui;
     platform::Surface& surface;
     render::Marks marks;
@@ -81,8 +81,6 @@ public:
     void setColAlign(int32_t col, int32_t value);
     void setColMask(int32_t col, int32_t value);
     bool RowEmpty(int32_t row) const;
-    void initializeRows(int32_t n, std::optional<int32_t> backColor = {}, std::optional<int32_t> foreColor = {});
-    void initializeColumns(int32_t n);
     void AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor);
     // Whether AddItem can store every field of rowData.
     bool itemFits(const QString& rowData) const;
@@ -245,6 +243,9 @@ public:
     // Drop-down button and column button of the current cell
     void showCellButtons();
 
+    // Whether changes repaint the grid at once (AutoRedraw).
+    bool autoRedraw() const { return autoRedraw_; }
+
     // Tells the host that a saved property changed.
     std::function<void(const QString&)> onPropertyChanged;
 
@@ -282,6 +283,7 @@ private:
     void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
 
     lookups::LookupLists lookupLists_;
+    bool autoRedraw_ = true;
     int deferDepth_ = 0;
     std::optional<RepaintInputs> owedRepaint_;
     std::optional<RowWalk> measuredRow_;
@@ -294,6 +296,21 @@ private:
     friend class InputsRestored;
     friend class HostCall;
     friend class RepaintsDeferred;
+    friend class RedrawDeferred;
+};
+
+// Turns AutoRedraw off for a scope, so that a run of changes is painted once
+// by the caller afterwards. The host's setting comes back however the scope ends.
+class RedrawDeferred {
+public:
+    explicit RedrawDeferred(Grid& grid) : grid_(grid), autoRedraw_(grid.autoRedraw_) { grid.autoRedraw_ = false; }
+    ~RedrawDeferred() { grid_.autoRedraw_ = autoRedraw_; }
+    RedrawDeferred(const RedrawDeferred&) = delete;
+    RedrawDeferred& operator=(const RedrawDeferred&) = delete;
+
+private:
+    Grid& grid_;
+    bool autoRedraw_;
 };
 
 // Marks a member of the host's interface as running on the grid.

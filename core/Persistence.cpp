@@ -93,7 +93,7 @@ void Grid::readProperties(const PropertyBag& bag)
     // reads 10 x 10 in button-face colours, not a new grid's defaults:
     // settings saved without them have always loaded that way.
     const Reader in(bag);
-    s.mAutoRedraw = false;
+    autoRedraw_ = false;
     appearance.setFont(in.font("Font", ui.window.AmbientFont()));
     appearance.setHeaderFont(in.font("FontFixed", ui.window.AmbientFont()));
     setRows(in.int16("Rows", 10));
@@ -103,7 +103,7 @@ void Grid::readProperties(const PropertyBag& bag)
     appearance.setShowsGridLines(in.boolean("ShowGrid", true));
     appearance.setGridLinesSolid(in.boolean("GridSolid", true));
     appearance.setGridLineColor(in.colour("GridLineColor", ButtonFace));
-    s.mAutoRedraw = in.boolean("Redraw", true);
+    autoRedraw_ = in.boolean("Redraw", true);
     appearance.setBorderStyle(in.int16("BorderStyle", 1));
     ui.window.setMousePointer(in.int16("MousePointer", 0));
     selection.setAllowed(in.boolean("AllowSelection", true));
@@ -120,7 +120,7 @@ void Grid::readProperties(const PropertyBag& bag)
     appearance.setEditorFont(in.font("FontEdit", ui.window.AmbientFont()));
     appearance.setBackgroundColor(in.colour("BackColorBkg", 0x808080));
     resizeZones.setEnabled(in.boolean("AllowUserResizing", true));
-    s.mFormatString = in.text("FormatString", QString());
+    model.setFormatString(in.text("FormatString", QString()));
     editorState.setAddsRowOnEdit(in.boolean("AutoNewRow", false));
     dropDownSettings.setMinimumRows(in.int16("ListBoxRows", 6));
     dropDownSettings.setPicksItemData(in.boolean("UseItemData", false));
@@ -144,11 +144,11 @@ void Grid::writeProperties(PropertyBag& bag) const
     };
     auto font = [](const FontRef& f) { return QVariant::fromValue(*f); };
     const FontRef ambient = ui.window.AmbientFont();
-    write("Rows", s.rows.count(), 10);
-    write("Cols", s.cols.count(), 10);
+    write("Rows", model.rows().count(), 10);
+    write("Cols", model.cols().count(), 10);
     write("Row", selection.row(), 1);
     write("Col", selection.col(), 1);
-    write("Redraw", s.mAutoRedraw);
+    write("Redraw", autoRedraw_);
     write("ShowGrid", appearance.showsGridLines());
     write("GridSolid", appearance.gridLinesSolid());
     write("GridLineColor", appearance.gridLineColor());
@@ -170,7 +170,7 @@ void Grid::writeProperties(PropertyBag& bag) const
     write("FontEdit", font(appearance.editorFont()), font(ambient));
     write("BackColorBkg", appearance.backgroundColor(), OleColor{0x808080});
     write("AllowUserResizing", resizeZones.enabled(), true);
-    write("FormatString", s.mFormatString, QString());
+    write("FormatString", model.formatString(), QString());
     write("AutoNewRow", editorState.addsRowOnEdit(), false);
     write("ListBoxRows", dropDownSettings.minimumRows(), int16_t{6});
     write("UseItemData", dropDownSettings.picksItemData(), false);

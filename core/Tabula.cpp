@@ -87,9 +87,9 @@ void Tabula::paintEvent(QPaintEvent* event)
     }, Qt::QueuedConnection);
 }
 
-int32_t Tabula::Rows() const { return grid_->s.rows.count(); }
+int32_t Tabula::Rows() const { return grid_->model.rows().count(); }
 void Tabula::setRows(int32_t value) { repaintingChange("Rows", [&] { grid_->setRows(value); }); }
-int32_t Tabula::Cols() const { return grid_->s.cols.count(); }
+int32_t Tabula::Cols() const { return grid_->model.cols().count(); }
 void Tabula::setCols(int32_t value) { repaintingChange("Cols", [&] { grid_->setCols(value); }); }
 int32_t Tabula::Row() const { return grid_->selection.row(); }
 void Tabula::setRow(int32_t value) { change("Row", [&] { grid_->setRow(value); }); }
@@ -117,12 +117,12 @@ void Tabula::setCellTag(int32_t Row, int32_t Col, const QString& value)
     call("CellTag", [&] { grid_->setCellTag(Row, Col, value); });
 }
 
-bool Tabula::AutoRedraw() const { return grid_->s.mAutoRedraw; }
+bool Tabula::AutoRedraw() const { return grid_->autoRedraw(); }
 void Tabula::setAutoRedraw(bool value) { repaintingChange("AutoRedraw", [&] { grid_->setAutoRedraw(value); }); }
 
 int32_t Tabula::RowHeight(int32_t Row) const
 {
-    return call("RowHeight", [&] { return int32_t{grid_->s.rows.size(Row)}; });
+    return call("RowHeight", [&] { return int32_t{grid_->model.rows().size(Row)}; });
 }
 void Tabula::setRowHeight(int32_t Row, int32_t value)
 {
@@ -131,7 +131,7 @@ void Tabula::setRowHeight(int32_t Row, int32_t value)
 
 QVariant Tabula::RowBookmark(int32_t Row) const
 {
-    return call("RowBookmark", [&] { return grid_->s.mRowBookmark(Row); });
+    return call("RowBookmark", [&] { return grid_->model.bookmark(Row); });
 }
 void Tabula::setRowBookmark(int32_t Row, const QVariant& value)
 {
@@ -140,14 +140,14 @@ void Tabula::setRowBookmark(int32_t Row, const QVariant& value)
 
 int32_t Tabula::ColWidth(int32_t Col) const
 {
-    return call("ColWidth", [&] { return int32_t{grid_->s.cols.size(Col)}; });
+    return call("ColWidth", [&] { return int32_t{grid_->model.cols().size(Col)}; });
 }
 void Tabula::setColWidth(int32_t Col, int32_t value) { repaintingCall("ColWidth", [&] { grid_->setColWidth(Col, value); }); }
 
 int32_t Tabula::ColAlign(int32_t Col) { return call("ColAlign", [&] { return grid_->ColAlign(Col); }); }
 void Tabula::setColAlign(int32_t Col, int32_t value) { repaintingCall("ColAlign", [&] { grid_->setColAlign(Col, value); }); }
 
-int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->s.columns.mask(Col); }); }
+int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->model.columns().mask(Col); }); }
 void Tabula::setColMask(int32_t Col, int32_t value) { repaintingCall("ColMask", [&] { grid_->setColMask(Col, value); }); }
 
 int16_t Tabula::MouseRow() const { return grid_->pointer.row(); }

@@ -16,11 +16,11 @@ void Grid::startEdit(int16_t keyAscii)
 {
     // A current cell the host moved out of the grid cannot be edited.
     const CellIndex cell = selection.current();
-    if (cell.row < 1 || cell.col < 1 || !hasCell(s, cell.row, cell.col))
+    if (cell.row < 1 || cell.col < 1 || !model.hasCell(cell.row, cell.col))
         return;
     bool cancel = false;
     events.BeforeEdit(cell.row, cell.col, cancel);
-    if (cancel || !s.columns.editAllowed(selection.col()) || editorState.isOpen())
+    if (cancel || !model.columns().editAllowed(selection.col()) || editorState.isOpen())
         return;
     hideFocus();
     addRowBeforeEditing();
@@ -36,26 +36,26 @@ void Grid::startEdit(int16_t keyAscii)
 // A grid that already has the most rows a count can hold gets no new one.
 void Grid::addRowBeforeEditing()
 {
-    if (selection.row() != s.rows.count() || !RowEmpty(selection.row()) || !editorState.addsRowOnEdit() ||
-        s.rows.count() >= INT16_MAX)
+    if (selection.row() != model.rows().count() || !RowEmpty(selection.row()) || !editorState.addsRowOnEdit() ||
+        model.rows().count() >= INT16_MAX)
         return;
     bool cancel = false;
     events.BeforeAddRow(cancel);
     if (cancel)
         return;
-    setRows(to32(int64_t{s.rows.count()} + 1));
-    events.AfterAddRow(s.rows.count());
+    setRows(to32(int64_t{model.rows().count()} + 1));
+    events.AfterAddRow(model.rows().count());
 }
 
 void Grid::openEditor(int16_t keyAscii)
 {
-    const QString text = s.mCells.Text(to16(selection.row()), to16(selection.col()));
+    const QString text = model.cells().Text(to16(selection.row()), to16(selection.col()));
     ui.txtEdit.setText(text);
     ui.txtEdit.setSelection(static_cast<int32_t>(text.size()), 0);
     ui.txtEdit.setFont(*appearance.editorFont());
     ui.txtEdit.setColors(0xFFFFFF, 0);
     ui.txtEdit.setVisible(true);
-    const int16_t maxLength = s.columns.editWidth(selection.col());
+    const int16_t maxLength = model.columns().editWidth(selection.col());
     ui.txtEdit.setMaxLength(maxLength >= 0 ? maxLength : 0);
     if (editorState.selectsTextOnOpen())
         ui.txtEdit.setSelection(0, static_cast<int32_t>(text.size()));
@@ -68,19 +68,19 @@ void Grid::openEditor(int16_t keyAscii)
 void Grid::raiseAfterEdit()
 {
     const CellIndex cell = selection.current();
-    if (hasCell(s, cell.row, cell.col))
+    if (model.hasCell(cell.row, cell.col))
         events.AfterEdit(cell.row, cell.col, Text());
 }
 
 void Grid::storeEditorText()
 {
     const CellIndex cell = selection.current();
-    if (!hasCell(s, cell.row, cell.col))
+    if (!model.hasCell(cell.row, cell.col))
         return;
     if (editorState.cancelledBy([&](bool& cancel) { events.BeforeEdit(cell.row, cell.col, cancel); }))
         return;
     const int32_t col = selection.col();
-    s.mCells.setText(to16(selection.row()), to16(col), Validate(ui.txtEdit.Text(), col));
+    model.cells().setText(to16(selection.row()), to16(col), Validate(ui.txtEdit.Text(), col));
 }
 
 void Grid::closeEditor()
@@ -156,7 +156,7 @@ void Grid::onEditorKeyDown(int16_t keyCode, int16_t)
 
 void Grid::onEditorCharacter(int16_t& keyAscii)
 {
-    switch (s.columns.mask(selection.col())) {
+    switch (model.columns().mask(selection.col())) {
     case Uppercase:
         keyAscii = static_cast<int16_t>(QChar(static_cast<char16_t>(keyAscii)).toUpper().unicode());
         return;
@@ -187,9 +187,9 @@ void Grid::onEditorFocusLost()
 
 void Grid::setColEditWidth(int32_t col, int32_t value)
 {
-    if (col < 0 || col > s.cols.count() || value < 0)
+    if (col < 0 || col > model.cols().count() || value < 0)
         return;
-    s.columns.setEditWidth(col, to16(value));
+    model.columns().setEditWidth(col, to16(value));
     Refresh();
 }
 

@@ -26,19 +26,19 @@ void Tabula::wireEditor()
 
 bool Tabula::ColAllowEdit(int32_t Col) const
 {
-    return call("ColAllowEdit", [&] { return bool(grid_->s.columns.editAllowed(Col)); });
+    return call("ColAllowEdit", [&] { return bool(grid_->model.columns().editAllowed(Col)); });
 }
 void Tabula::setColAllowEdit(int32_t Col, bool value)
 {
     call("ColAllowEdit", [&] {
-        grid_->s.columns.setEditAllowed(Col, value);
+        grid_->model.columns().setEditAllowed(Col, value);
         grid_->notifyPropertyChanged("ColAllowEdit");
     });
 }
 
 int16_t Tabula::ColEditWidth(int32_t Col) const
 {
-    return call("ColEditWidth", [&] { return grid_->s.columns.editWidth(Col); });
+    return call("ColEditWidth", [&] { return grid_->model.columns().editWidth(Col); });
 }
 void Tabula::setColEditWidth(int32_t Col, int16_t value)
 {

@@ -5,7 +5,7 @@ namespace TabulaControl::detail {
 
 QString Grid::Validate(const QString& text, int32_t col) const
 {
-    if (s.columns.mask(col) != DateOnly)
+    if (model.columns().mask(col) != DateOnly)
         return text;
     const QDate date = parseDateText(text);
     return date.isValid() ? date.toString(QStringLiteral("MM/dd/yyyy")) : QString();

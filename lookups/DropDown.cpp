@@ -47,7 +47,7 @@ void Grid::openList(int16_t keyAscii)
     }
     ui.cmdLookup.SetFocus();
     const QRect button = platform::screenRect(ui.cmdLookup.widget());
-    const int32_t colWidth = s.cols.size(selection.col());
+    const int32_t colWidth = model.cols().size(selection.col());
     form.setListSize(colWidth - 1, listHeight());
     const int32_t height = form.ListHeight();
     form.setListIndex(0);

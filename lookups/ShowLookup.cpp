@@ -12,7 +12,7 @@ void Grid::showCellButtons()
     int32_t x = 0, y = 0;
     cellCoordinates(cell.row, cell.col, x, y);
     const bool inView = cell.col > 0 && cell.row > 0 && !viewport.isScrolledOff(cell.row, cell.col) &&
-                        hasCell(s, cell.row, cell.col);
+                        model.hasCell(cell.row, cell.col);
     placeCellButton(ui.cmdLookup, inView && ColHasLookup(cell.col), x, y);
     placeCellButton(ui.cmdButton, inView && ColHasButton(cell.col), x, y);
 }
@@ -23,8 +23,8 @@ void Grid::placeCellButton(platform::Child& button, bool shown, int32_t x, int32
         button.setVisible(false);
         return;
     }
-    const int32_t width = s.cols.size(selection.col());
-    const int32_t height = s.rows.size(selection.row());
+    const int32_t width = model.cols().size(selection.col());
+    const int32_t height = model.rows().size(selection.row());
     const int32_t w = ui.cmdLookup.Width();
     button.Move(to32(int64_t{x} + width - w + 1), to32(int64_t{y} + 3), w, height - 2);
     button.setVisible(true);

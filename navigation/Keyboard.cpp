@@ -13,13 +13,13 @@ bool isArrow(int16_t keyCode) { return keyCode >= VkLeft && keyCode <= VkDown; }
 void selectCurrentRow(Grid& g)
 {
     if (g.selection.selectsRows())
-        g.changeSelection([&g] { g.selection.selectCurrentRow(g.s.cols.count()); });
+        g.changeSelection([&g] { g.selection.selectCurrentRow(g.model.cols().count()); });
 }
 
 void selectCurrentColumn(Grid& g)
 {
     if (g.selection.selectsColumns())
-        g.changeSelection([&g] { g.selection.selectCurrentColumn(g.s.rows.count()); });
+        g.changeSelection([&g] { g.selection.selectCurrentColumn(g.model.rows().count()); });
 }
 
 // Down and Right test the new cell's pixel extent against the area the
@@ -32,7 +32,7 @@ bool fitsDown(Grid& g)
     int32_t x = 0, y = 0;
     g.cellCoordinates(cell.row, cell.col, x, y);
     const int32_t barHeight = g.ui.scrHorizontal.Visible() ? g.ui.scrHorizontal.Height() : 0;
-    return int64_t{g.ui.picGrid.ScaleHeight()} - g.s.rows.size(cell.row) - barHeight >= y;
+    return int64_t{g.ui.picGrid.ScaleHeight()} - g.model.rows().size(cell.row) - barHeight >= y;
 }
 
 bool fitsRight(Grid& g)
@@ -41,7 +41,7 @@ bool fitsRight(Grid& g)
     int32_t x = 0, y = 0;
     g.cellCoordinates(cell.row, cell.col, x, y);
     const int32_t barWidth = g.ui.scrVertical.Visible() ? g.ui.scrVertical.Width() : 0;
-    return int64_t{g.ui.picGrid.ScaleWidth()} - g.s.cols.size(cell.col) - barWidth >= x;
+    return int64_t{g.ui.picGrid.ScaleWidth()} - g.model.cols().size(cell.col) - barWidth >= x;
 }
 
 void stepForwardUnless(bool fits, platform::ScrollBar& bar)
@@ -53,7 +53,7 @@ void stepForwardUnless(bool fits, platform::ScrollBar& bar)
 void moveDown(Grid& g)
 {
     Selection& selection = g.selection;
-    if (selection.row() >= g.s.rows.count())
+    if (selection.row() >= g.model.rows().count())
         return;
     bool fits = true;
     g.moveFocus([&] {
@@ -67,7 +67,7 @@ void moveDown(Grid& g)
 void moveRight(Grid& g)
 {
     Selection& selection = g.selection;
-    if (selection.col() >= g.s.cols.count())
+    if (selection.col() >= g.model.cols().count())
         return;
     bool fits = true;
     g.moveFocus([&] {
@@ -126,16 +126,16 @@ void moveByArrow(Grid& g, int16_t keyCode)
 // negative page, which moves nothing.
 int32_t pagedRow(const Grid& g, int32_t currentRow, int16_t keyCode)
 {
-    const GridState& s = g.s;
+    const GridModel& model = g.model;
     const int64_t page = std::max(g.viewport.pageRows(), 0);
-    int64_t row = s.rows.count();
+    int64_t row = model.rows().count();
     switch (keyCode) {
     case VkHome: row = 1; break;
-    case VkEnd: row = s.rows.count(); break;
+    case VkEnd: row = model.rows().count(); break;
     case VkPageUp: row = currentRow - page; break;
     default: row = currentRow + page; break;
     }
-    return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(s.rows.count(), 1), s.rows.count()));
+    return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(model.rows().count(), 1), model.rows().count()));
 }
 
 bool isPagingKey(int16_t keyCode)
@@ -156,11 +156,11 @@ void moveByPage(Grid& g, int16_t keyCode)
 
 void toggleCheckmarkByKey(Grid& g)
 {
-    GridState& s = g.s;
-    const bool editable = s.columns.editAllowed(g.selection.col());
+    GridModel& model = g.model;
+    const bool editable = model.columns().editAllowed(g.selection.col());
     if (editable) {
         const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
-        s.mCells.setText(row, col, toggledCheckmark(s.mCells.Text(row, col)));
+        model.cells().setText(row, col, toggledCheckmark(model.cells().Text(row, col)));
     }
     redrawCurrentCell(g);
     if (editable)
@@ -192,10 +192,10 @@ void Grid::onSurfaceKeyDown(int16_t keyCode, int16_t shift)
 void Grid::onSurfaceCharacter(int16_t keyAscii)
 {
     events.KeyPress(keyAscii);
-    const bool checkmarkColumn = s.columns.mask(selection.col()) == checkmark;
-    if (s.cols.count() > 0 && s.rows.count() > 0 && keyAscii != CharTab && !checkmarkColumn)
+    const bool checkmarkColumn = model.columns().mask(selection.col()) == checkmark;
+    if (model.cols().count() > 0 && model.rows().count() > 0 && keyAscii != CharTab && !checkmarkColumn)
         startEdit(keyAscii);
-    if (s.columns.mask(selection.col()) == checkmark)
+    if (model.columns().mask(selection.col()) == checkmark)
         toggleCheckmarkByKey(*this);
 }
 

@@ -32,12 +32,12 @@ void drawHeaderCell(Grid& g, int32_t row, int32_t col)
         y = 1;
     if (col == 0)
         x = 1;
-    g.drawCell(row, col, x, y, g.s.cols.size(col), g.s.rows.size(row));
+    g.drawCell(row, col, x, y, g.model.cols().size(col), g.model.rows().size(row));
 }
 
 void unmarkHeaderCell(Grid& g, int32_t row, int32_t col)
 {
-    CellArray& cells = g.s.mCells;
+    CellArray& cells = g.model.cells();
     if (!isMarked(cells, row, col))
         return;
     cells.setValue(to16(row), to16(col), Unmarked);
@@ -46,10 +46,10 @@ void unmarkHeaderCell(Grid& g, int32_t row, int32_t col)
 
 void unmarkHeaders(Grid& g)
 {
-    GridState& s = g.s;
-    if (isMarked(s.mCells, 0, 0)) {
-        s.mCells.setValue(0, 0, Unmarked);
-        g.drawCell(0, 0, 1, 1, s.cols.size(0), s.rows.size(0));
+    GridModel& model = g.model;
+    if (isMarked(model.cells(), 0, 0)) {
+        model.cells().setValue(0, 0, Unmarked);
+        g.drawCell(0, 0, 1, 1, model.cols().size(0), model.rows().size(0));
     }
     const CellBlock& block = g.selection.block();
     for (int32_t c = block.col1; c <= block.col2; ++c)
@@ -69,42 +69,42 @@ bool inDeadCorner(Grid& g, float x, float y)
 
 void markPressedHeader(Grid& g, CellIndex pressed)
 {
-    GridState& s = g.s;
+    GridModel& model = g.model;
     if (g.selection.selectsRows() && pressed.row >= 1)
-        s.mCells.setValue(to16(pressed.row), 0, Marked);
+        model.cells().setValue(to16(pressed.row), 0, Marked);
     if (g.selection.selectsColumns() && pressed.col >= 1)
-        s.mCells.setValue(0, to16(pressed.col), Marked);
+        model.cells().setValue(0, to16(pressed.col), Marked);
 }
 
 void selectHeaderLine(Grid& g, CellIndex pressed)
 {
-    GridState& s = g.s;
+    GridModel& model = g.model;
     if (pressed.row == 0 && pressed.col >= 1 && g.selection.selectsColumns()) {
         drawHeaderCell(g, 0, pressed.col);
-        g.selection.selectWholeColumn(pressed.col, s.rows.count());
+        g.selection.selectWholeColumn(pressed.col, model.rows().count());
     } else if (pressed.row >= 1 && pressed.col == 0 && g.selection.selectsRows()) {
         drawHeaderCell(g, pressed.row, 0);
-        g.selection.selectWholeRow(pressed.row, s.cols.count());
+        g.selection.selectWholeRow(pressed.row, model.cols().count());
     }
 }
 
 void markAndDrawHeader(Grid& g, int32_t row, int32_t col)
 {
-    g.s.mCells.setValue(to16(row), to16(col), Marked);
+    g.model.cells().setValue(to16(row), to16(col), Marked);
     drawHeaderCell(g, row, col);
 }
 
 void selectAllFromCorner(Grid& g, CellIndex pressed)
 {
-    GridState& s = g.s;
+    GridModel& model = g.model;
     if (pressed.row != 0 || pressed.col != 0 || !g.selection.selectsFreely())
         return;
-    g.drawCell(0, 0, 1, 1, s.cols.size(0), s.rows.size(0));
-    for (int32_t c = 1; c <= s.cols.count(); ++c)
+    g.drawCell(0, 0, 1, 1, model.cols().size(0), model.rows().size(0));
+    for (int32_t c = 1; c <= model.cols().count(); ++c)
         markAndDrawHeader(g, 0, c);
-    for (int32_t r = 1; r <= s.rows.count(); ++r)
+    for (int32_t r = 1; r <= model.rows().count(); ++r)
         markAndDrawHeader(g, r, 0);
-    g.selection.selectAll(s.rows.count(), s.cols.count());
+    g.selection.selectAll(model.rows().count(), model.cols().count());
 }
 
 void pressHeader(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
@@ -125,42 +125,42 @@ void pressHeader(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
 // taken as they are.
 void scrollTowardCell(Grid& g, CellIndex pressed)
 {
-    GridState& s = g.s;
+    GridModel& model = g.model;
     auto& h = g.ui.scrHorizontal;
     auto& v = g.ui.scrVertical;
     int32_t x = 0, y = 0;
     g.cellCoordinates(pressed.row, pressed.col, x, y);
-    if (to32(int64_t{x} + s.cols.size(pressed.col)) > v.Left() && h.Visible() && h.Value() < h.Max())
+    if (to32(int64_t{x} + model.cols().size(pressed.col)) > v.Left() && h.Visible() && h.Value() < h.Max())
         h.setValue(h.Value() + 1);
-    if (to32(int64_t{y} + s.rows.size(pressed.row)) > h.Top() && v.Visible() && v.Value() < v.Max())
+    if (to32(int64_t{y} + model.rows().size(pressed.row)) > h.Top() && v.Visible() && v.Value() < v.Max())
         v.setValue(v.Value() + 1);
 }
 
 void extendSelectionTo(Grid& g, CellIndex pressed)
 {
-    const GridState& s = g.s;
+    const GridModel& model = g.model;
     g.changeSelection([&] {
         CellIndex corner = pressed;
         if (g.selection.mode() == SelectionByRow)
-            corner.col = s.cols.count();
+            corner.col = model.cols().count();
         if (g.selection.mode() == SelectionByCol)
-            corner.row = s.rows.count();
+            corner.row = model.rows().count();
         g.selection.setCorner(corner);
     });
 }
 
 void anchorSelectionAt(Grid& g, CellIndex pressed)
 {
-    const GridState& s = g.s;
+    const GridModel& model = g.model;
     if (g.selection.isBlock())
         g.hideSelectionMarks();
     g.selection.anchorAt(pressed);
     if (!g.selection.selectsLines())
         return;
     if (g.selection.mode() == SelectionByRow)
-        g.selection.selectWholeRow(pressed.row, s.cols.count());
+        g.selection.selectWholeRow(pressed.row, model.cols().count());
     else if (g.selection.mode() == SelectionByCol)
-        g.selection.selectWholeColumn(pressed.col, s.rows.count());
+        g.selection.selectWholeColumn(pressed.col, model.rows().count());
     if (g.selection.mode() == SelectionByRow || g.selection.mode() == SelectionByCol)
         g.showSelectionMarks();
 }
@@ -199,13 +199,13 @@ void closeEditorBoxAfterPress(Grid& g)
 // Shift-extend is not the pressed one.
 void toggleCheckmarkAfterPress(Grid& g, CellIndex pressed)
 {
-    GridState& s = g.s;
-    if (!isDataCell(pressed) || s.columns.mask(g.selection.col()) != checkmark)
+    GridModel& model = g.model;
+    if (!isDataCell(pressed) || model.columns().mask(g.selection.col()) != checkmark)
         return;
-    const bool editable = s.columns.editAllowed(g.selection.col());
+    const bool editable = model.columns().editAllowed(g.selection.col());
     if (editable) {
         const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
-        s.mCells.setText(row, col, toggledCheckmark(s.mCells.Text(row, col)));
+        model.cells().setText(row, col, toggledCheckmark(model.cells().Text(row, col)));
     }
     g.withLineSelectionLifted([&g] { redrawCurrentCell(g); });
     if (editable)
@@ -282,13 +282,13 @@ int32_t lineAt(double pos, bool headerShown, const Axis& axis, int32_t first, in
 int32_t Grid::rowAt(float, float y)
 {
     viewport.takeLineWidth(appearance.showsGridLines());
-    return lineAt(y, appearance.showsColumnHeader(), s.rows, viewport.topRow(), viewport.lineWidth());
+    return lineAt(y, appearance.showsColumnHeader(), model.rows(), viewport.topRow(), viewport.lineWidth());
 }
 
 int32_t Grid::columnAt(float x, float)
 {
     viewport.takeLineWidth(appearance.showsGridLines());
-    return lineAt(x, appearance.showsRowHeader(), s.cols, viewport.leftCol(), viewport.lineWidth());
+    return lineAt(x, appearance.showsRowHeader(), model.cols(), viewport.leftCol(), viewport.lineWidth());
 }
 
 void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
@@ -326,7 +326,7 @@ void Grid::MouseUp(int16_t, int16_t, float, float)
 
 void Grid::DblClick()
 {
-    if (selection.row() > 0 && selection.col() > 0 && s.columns.mask(selection.col()) != checkmark && !pointer.headerPressed())
+    if (selection.row() > 0 && selection.col() > 0 && model.columns().mask(selection.col()) != checkmark && !pointer.headerPressed())
         startEdit(CharSpace);
 }
 

@@ -77,10 +77,10 @@ bool startSizerDrag(Grid& g, float x, float y)
 // the host's, or the view moved since the zone was found), sizes nothing.
 void finishColumnDrag(Grid& g)
 {
-    const GridState& s = g.s;
+    const GridModel& model = g.model;
     const ResizeZones& zones = g.resizeZones;
     const int64_t col = int64_t{g.viewport.leftCol()} + zones.foundZone() - (g.appearance.showsRowHeader() ? 2 : 1);
-    if (!zones.foundZonePlaced() || !hasCell(s, 0, col))
+    if (!zones.foundZonePlaced() || !model.hasCell(0, col))
         return;
     int32_t width = zones.draggedWidth(g.ui.picSizer.Left());
     if (width < 0)
@@ -95,7 +95,7 @@ void Grid::placeResizeZones()
 {
     if (!resizeZones.enabled())
         return;
-    resizeZones.place(s.cols, appearance.showsRowHeader(), firstWalked(viewport.leftCol()), ui.window.ScaleWidth());
+    resizeZones.place(model.cols(), appearance.showsRowHeader(), firstWalked(viewport.leftCol()), ui.window.ScaleWidth());
 }
 
 void Grid::MouseMove(int16_t, int16_t, float x, float y)

@@ -44,15 +44,15 @@ void finishOneStep(Grid& g)
 // is painted before the cells are redrawn.
 void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 {
-    const GridState& s = g.s;
+    const GridModel& model = g.model;
     g.hideSelectionMarks();
     const int32_t oldTop = g.viewport.topRow();
     g.viewport.setTopRow(newTop);
-    const int32_t top = g.appearance.showsColumnHeader() ? to32(int64_t{s.rows.size(0)} + 2) : 1;
+    const int32_t top = g.appearance.showsColumnHeader() ? to32(int64_t{model.rows().size(0)} + 2) : 1;
     const Rect area{1, top, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the row even without grid lines; the repaint that
     // follows covers the difference, as it always has.
-    const int32_t step = to32(int64_t{s.rows.size(delta < 1 ? oldTop : newTop)} + 1);
+    const int32_t step = to32(int64_t{model.rows().size(delta < 1 ? oldTop : newTop)} + 1);
     g.scrollPixels(0, to32(int64_t{step} * delta), area);
     if (delta < 1)
         g.drawBottomRows(newTop, step);
@@ -64,14 +64,14 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 
 void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
 {
-    const GridState& s = g.s;
+    const GridModel& model = g.model;
     g.hideSelectionMarks();
     const int32_t oldLeft = g.viewport.leftCol();
     g.viewport.setLeftCol(newLeft);
-    const int32_t left = g.appearance.showsRowHeader() ? to32(int64_t{s.cols.size(0)} + 2) : 1;
+    const int32_t left = g.appearance.showsRowHeader() ? to32(int64_t{model.cols().size(0)} + 2) : 1;
     const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the column even without grid lines, as for rows.
-    const int32_t step = to32(int64_t{s.cols.size(delta < 1 ? oldLeft : newLeft)} + 1);
+    const int32_t step = to32(int64_t{model.cols().size(delta < 1 ? oldLeft : newLeft)} + 1);
     g.scrollPixels(to32(int64_t{step} * delta), 0, area);
     if (delta < 1)
         g.drawRightColumns(newLeft, step);
@@ -123,9 +123,9 @@ void Grid::applyVerticalScroll()
 {
     if (editorState.isOpen())
         dropEdit(*this);
-    const int32_t newTop = shownFrom(ui.scrVertical, s.rows.count());
+    const int32_t newTop = shownFrom(ui.scrVertical, model.rows().count());
     const int64_t delta = int64_t{viewport.topRow()} - newTop;
-    if (isOneStep(delta, viewport.topRow(), newTop, s.rows.count())) {
+    if (isOneStep(delta, viewport.topRow(), newTop, model.rows().count())) {
         scrollRowsOneStep(*this, static_cast<int16_t>(delta), newTop);
     } else {
         viewport.setTopRow(newTop);
@@ -138,9 +138,9 @@ void Grid::applyHorizontalScroll()
 {
     if (editorState.isOpen())
         commitEdit(*this);
-    const int32_t newLeft = shownFrom(ui.scrHorizontal, s.cols.count());
+    const int32_t newLeft = shownFrom(ui.scrHorizontal, model.cols().count());
     const int64_t delta = int64_t{viewport.leftCol()} - newLeft;
-    if (isOneStep(delta, viewport.leftCol(), newLeft, s.cols.count())) {
+    if (isOneStep(delta, viewport.leftCol(), newLeft, model.cols().count())) {
         scrollColumnsOneStep(*this, static_cast<int16_t>(delta), newLeft);
     } else {
         viewport.setLeftCol(newLeft);

@@ -60,7 +60,7 @@ void Grid::setUseBackColorAlt(bool value)
 void Grid::setBackColor(OleColor value)
 {
     SharedBackColor = value;
-    initializeRows(s.rows.count());
+    model.setRowCount(model.rows().count());
     Refresh();
     notifyPropertyChanged("BackColor");
 }

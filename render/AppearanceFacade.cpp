@@ -75,7 +75,7 @@ void Tabula::setFontFixedValue(const QFont& value) { setFontFixed(StdFont::fromQ
 OleColor Tabula::BackColorBkg() const { return grid_->appearance.backgroundColor(); }
 void Tabula::setBackColorBkg(OleColor value) { repaintingChange("BackColorBkg", [&] { grid_->setBackColorBkg(value); }); }
 
-QString Tabula::FormatString() const { return grid_->s.mFormatString; }
+QString Tabula::FormatString() const { return grid_->model.formatString(); }
 void Tabula::setFormatString(const QString& value)
 {
     repaintingChange("FormatString", [&] {

@@ -1,6 +1,6 @@
 #include "render/AppearanceSettings.h"
 
-#include "core/GridState.h"
+#include "core/GridModel.h"
 
 namespace TabulaControl::detail::render {
 

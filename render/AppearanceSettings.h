@@ -6,6 +6,15 @@
 #include <utility>
 #include <vector>
 
+namespace TabulaControl::detail {
+
+// The colours every grid of a thread reads and draws with: setting BackColor
+// or ForeColor on one grid changes them for all grids of the thread.
+inline thread_local OleColor SharedBackColor = 0xFFFFFF;
+inline thread_local OleColor SharedForeColor = 0x80000012;
+
+}  // namespace TabulaControl::detail
+
 namespace TabulaControl::detail::render {
 
 // How one grid looks: its border, headers, grid lines, colours and fonts.

@@ -17,19 +17,19 @@ constexpr unsigned BaseTextFlags = platform::TextSingleLine | platform::TextNoPr
 
 bool isFixed(int32_t row, int32_t col) { return row == 0 || col == 0; }
 
-bool isCheckBoxCell(const GridState& s, int32_t row, int32_t col)
+bool isCheckBoxCell(const GridModel& model, int32_t row, int32_t col)
 {
-    return s.columns.mask(col) == checkmark && !isFixed(row, col);
+    return model.columns().mask(col) == checkmark && !isFixed(row, col);
 }
 
 // Negative and system colours of a cell both mean "not set".
 bool cellColourSet(int32_t colour) { return colour >= 0; }
 
-void paintButtonCell(const GridState& s, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x,
+void paintButtonCell(const GridModel& model, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x,
                      int32_t y, int32_t width, int32_t height)
 {
     if (!isFixed(row, col) || !look.flatHeaders()) {
-        const int16_t value = s.mCells.Value(to16(row), to16(col));
+        const int16_t value = model.cells().Value(to16(row), to16(col));
         DrawButton(canvas, x, y, advance(width, 1), advance(height, 1), value);
         return;
     }
@@ -38,11 +38,11 @@ void paintButtonCell(const GridState& s, const Appearance& look, Canvas canvas, 
     DrawBox(canvas, x, y, width, height, look.headerBackColor());
 }
 
-void paintBackground(const GridState& s, const Appearance& look, Canvas canvas, const CellFormat& format, int32_t row,
+void paintBackground(const GridModel& model, const Appearance& look, Canvas canvas, const CellFormat& format, int32_t row,
                      int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
-    if (s.mCells.Style(to16(row), to16(col)) == 1) {
-        paintButtonCell(s, look, canvas, row, col, x, y, width, height);
+    if (model.cells().Style(to16(row), to16(col)) == 1) {
+        paintButtonCell(model, look, canvas, row, col, x, y, width, height);
         return;
     }
     const OleColor colour =
@@ -102,20 +102,20 @@ void applyTextStyle(const Appearance& look, Surface& surface, const CellFormat& 
               format.FontStrikethru);
 }
 
-bool showsText(const GridState& s, QAnyStringView text, int32_t row, int32_t col)
+bool showsText(const GridModel& model, QAnyStringView text, int32_t row, int32_t col)
 {
-    return isFixed(row, col) || (!text.isEmpty() && s.columns.mask(col) != checkmark);
+    return isFixed(row, col) || (!text.isEmpty() && model.columns().mask(col) != checkmark);
 }
 
-unsigned textFlags(const GridState& s, int32_t row, int32_t col)
+unsigned textFlags(const GridModel& model, int32_t row, int32_t col)
 {
     unsigned flags = BaseTextFlags;
-    switch (s.columns.alignment(col)) {
+    switch (model.columns().alignment(col)) {
     case 1: flags |= platform::TextCenter; break;
     case 2: flags |= platform::TextRight; break;
     default: break;
     }
-    switch (s.mCells.TextAlignVertical(to16(row), to16(col))) {
+    switch (model.cells().TextAlignVertical(to16(row), to16(col))) {
     case 1: flags |= platform::TextVCenter; break;
     case 2: flags |= platform::TextBottom; break;
     default: break;
@@ -156,20 +156,20 @@ void DrawButton(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t heig
 
 // The text stays inside the background, so only the background and the
 // check box take marks away.
-void drawCell(const GridState& s, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
+void drawCell(const GridModel& model, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
               int32_t width, int32_t height)
 {
-    const CellFormat& format = s.mCells.Format(to16(row), to16(col));
-    paintBackground(s, look, canvas, format, row, col, x, y, width, height);
-    const QAnyStringView text = s.mCells.textView(to16(row), to16(col));
-    if (isCheckBoxCell(s, row, col))
+    const CellFormat& format = model.cells().Format(to16(row), to16(col));
+    paintBackground(model, look, canvas, format, row, col, x, y, width, height);
+    const QAnyStringView text = model.cells().textView(to16(row), to16(col));
+    if (isCheckBoxCell(model, row, col))
         paintCheckBox(canvas, text, x, y, width);
     Surface& surface = canvas.surface;
     applyTextStyle(look, surface, format, row, col);
-    if (!showsText(s, text, row, col))
+    if (!showsText(model, text, row, col))
         return;
     const platform::Rect textRect{advance(x, TextMargin), y, advance(x, width, -TextMargin), advance(y, height)};
-    surface.text(text, textRect, textFlags(s, row, col));
+    surface.text(text, textRect, textFlags(model, row, col));
 }
 
 }  // namespace TabulaControl::detail::render
@@ -178,7 +178,7 @@ namespace TabulaControl::detail {
 
 void Grid::drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
-    surface.drawCell([&] { render::drawCell(s, appearance, canvas(), row, col, x, y, width, height); });
+    surface.drawCell([&] { render::drawCell(model, appearance, canvas(), row, col, x, y, width, height); });
 }
 
 }  // namespace TabulaControl::detail

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/GridState.h"
+#include "core/GridModel.h"
 #include "platform/Surface.h"
 #include "render/AppearanceSettings.h"
 #include "render/Marks.h"
@@ -25,7 +25,7 @@ void DrawButton(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t heig
 
 // Paints cell (row, col) completely into the rectangle at (x, y): background
 // or button face, check box, then text.
-void drawCell(const GridState& s, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
+void drawCell(const GridModel& model, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
               int32_t width, int32_t height);
 
 }  // namespace TabulaControl::detail::render

@@ -29,27 +29,27 @@ int32_t advance(int32_t pos, int32_t size, int32_t line)
     return to32(int64_t{pos} + size + line);
 }
 
-int32_t firstScrollableTop(const GridState& s, const Appearance& look, int32_t line)
+int32_t firstScrollableTop(const GridModel& model, const Appearance& look, int32_t line)
 {
-    return look.showsColumnHeader() ? advance(s.rows.size(0), line, 1) : 1;
+    return look.showsColumnHeader() ? advance(model.rows().size(0), line, 1) : 1;
 }
 
-int32_t firstScrollableLeft(const GridState& s, const Appearance& look, int32_t line)
+int32_t firstScrollableLeft(const GridModel& model, const Appearance& look, int32_t line)
 {
-    return look.showsRowHeader() ? advance(s.cols.size(0), line, 1) : 1;
+    return look.showsRowHeader() ? advance(model.cols().size(0), line, 1) : 1;
 }
 
-bool cellCoordinates(const GridState& s, const Appearance& look, Viewport& view, SurfaceSize surface, int32_t row,
+bool cellCoordinates(const GridModel& model, const Appearance& look, Viewport& view, SurfaceSize surface, int32_t row,
                      int32_t col, int32_t& x, int32_t& y)
 {
-    y = firstScrollableTop(s, look, view.lineWidth());
-    x = firstScrollableLeft(s, look, view.lineWidth());
+    y = firstScrollableTop(model, look, view.lineWidth());
+    x = firstScrollableLeft(model, look, view.lineWidth());
     view.takeLineWidth(look.showsGridLines());
     const int32_t line = view.lineWidth();
-    const bool rowBeyond = walk(view.topRow(), row, s.rows.count(), surface.height - 1, line, y,
-                                [&](int32_t r) { return int32_t{s.rows.size(r)}; });
-    const bool colBeyond = walk(view.leftCol(), col, s.cols.count(), surface.width - 1, line, x,
-                                [&](int32_t c) { return int32_t{s.cols.size(c)}; });
+    const bool rowBeyond = walk(view.topRow(), row, model.rows().count(), surface.height - 1, line, y,
+                                [&](int32_t r) { return int32_t{model.rows().size(r)}; });
+    const bool colBeyond = walk(view.leftCol(), col, model.cols().count(), surface.width - 1, line, x,
+                                [&](int32_t c) { return int32_t{model.cols().size(c)}; });
     return rowBeyond || colBeyond;
 }
 
@@ -65,7 +65,7 @@ namespace TabulaControl::detail {
 bool Grid::cellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y)
 {
     const render::SurfaceSize size{ui.picGrid.ScaleWidth(), ui.picGrid.ScaleHeight()};
-    return render::cellCoordinates(s, appearance, viewport, size, row, col, x, y);
+    return render::cellCoordinates(model, appearance, viewport, size, row, col, x, y);
 }
 
 }  // namespace TabulaControl::detail

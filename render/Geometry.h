@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/GridState.h"
+#include "core/GridModel.h"
 #include "platform/Surface.h"
 #include "render/AppearanceSettings.h"
 #include "render/Viewport.h"
@@ -20,8 +20,8 @@ int32_t advance(int32_t pos, int32_t size, int32_t line = 0);
 
 // Top pixel of the first scrollable row and left pixel of the first
 // scrollable column, with grid lines line pixels wide.
-int32_t firstScrollableTop(const GridState& s, const Appearance& look, int32_t line);
-int32_t firstScrollableLeft(const GridState& s, const Appearance& look, int32_t line);
+int32_t firstScrollableTop(const GridModel& model, const Appearance& look, int32_t line);
+int32_t firstScrollableLeft(const GridModel& model, const Appearance& look, int32_t line);
 
 // Top-left pixel of cell (row, col). Returns true when the walk towards the
 // cell met a start at or past the surface's last pixel; x and y then hold
@@ -29,7 +29,7 @@ int32_t firstScrollableLeft(const GridState& s, const Appearance& look, int32_t 
 // columns left of its first column are not walked: they report the start of
 // the scrollable area. Takes the grid line width again after the header
 // offsets are taken.
-bool cellCoordinates(const GridState& s, const Appearance& look, Viewport& view, SurfaceSize surface, int32_t row,
+bool cellCoordinates(const GridModel& model, const Appearance& look, Viewport& view, SurfaceSize surface, int32_t row,
                      int32_t col, int32_t& x, int32_t& y);
 
 // {left, top, left + width, top + height}, right and bottom exclusive.

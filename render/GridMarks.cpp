@@ -40,12 +40,12 @@ using render::advance;
 void Grid::flipFocusMark()
 {
     const int32_t row = selection.row(), col = selection.col();
-    if (s.rows.count() < 1 || s.cols.count() < 1 || viewport.isScrolledOff(row, col) || !hasCell(s, row, col))
+    if (model.rows().count() < 1 || model.cols().count() < 1 || viewport.isScrolledOff(row, col) || !model.hasCell(row, col))
         return;
     int32_t x = 0, y = 0;
     const bool beyond = cellCoordinates(row, col, x, y);
-    const int32_t width = s.cols.size(col);
-    const int32_t height = s.rows.size(row);
+    const int32_t width = model.cols().size(col);
+    const int32_t height = model.rows().size(row);
     if (!beyond)
         marks.toggleFocusRect(render::MakeRect(x, y, width, height));
     placeEditor(x, y, width, height, col);
@@ -58,21 +58,21 @@ void Grid::placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int3
 {
     const int32_t editorWidth = width < render::EditorLeftInset ? 0 : width - render::EditorLeftInset;
     ui.txtEdit.Move(advance(x, render::EditorLeftInset), advance(y, render::EditorTopInset), editorWidth, height);
-    ui.txtEdit.setMaxLength(s.columns.editWidth(col));
+    ui.txtEdit.setMaxLength(model.columns().editWidth(col));
 }
 
 // The square between the scroll bars is painted again over every flip.
 void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 {
-    if (s.rows.count() < 1 || s.cols.count() < 1 || !hasCell(s, row1, col1) || !hasCell(s, row2, col2))
+    if (model.rows().count() < 1 || model.cols().count() < 1 || !model.hasCell(row1, col1) || !model.hasCell(row2, col2))
         return;
     if (row1 < viewport.topRow() && row2 < viewport.topRow())
         return;
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     cellCoordinates(row1, col1, x1, y1);
     cellCoordinates(row2, col2, x2, y2);
-    const render::Span across = render::blockSpan(col1, x1, col2, x2, s.cols);
-    const render::Span down = render::blockSpan(row1, y1, row2, y2, s.rows);
+    const render::Span across = render::blockSpan(col1, x1, col2, x2, model.cols());
+    const render::Span down = render::blockSpan(row1, y1, row2, y2, model.rows());
     const int32_t reach = appearance.showsGridLines() ? render::GridLineReach : 0;
     // A block lying wholly left of the scrolled columns has no visible cells.
     if (std::max(col1, col2) >= viewport.leftCol())
@@ -136,9 +136,9 @@ void Grid::withLineSelectionLifted(const std::function<void()>& body)
 void Grid::fitSelectionToMode()
 {
     if (selection.selectsRows())
-        changeSelection([this] { selection.selectCurrentRow(s.cols.count()); });
+        changeSelection([this] { selection.selectCurrentRow(model.cols().count()); });
     else if (selection.selectsColumns())
-        changeSelection([this] { selection.selectCurrentColumn(s.rows.count()); });
+        changeSelection([this] { selection.selectCurrentColumn(model.rows().count()); });
 }
 
 void Grid::showMarksAfterPaint()
@@ -156,9 +156,9 @@ void Grid::flipSelectionAfterScrollStep()
 {
     if (selection.selectsRows()) {
         flipSelectionBlock();
-        selection.selectCurrentRow(s.cols.count());
+        selection.selectCurrentRow(model.cols().count());
     } else if (selection.selectsColumns()) {
-        selection.selectCurrentColumn(s.rows.count());
+        selection.selectCurrentColumn(model.rows().count());
     }
     flipSelectionMarks();
 }

@@ -42,25 +42,25 @@ int32_t firstReaching(int32_t first, int32_t last, int32_t stripStart, int32_t l
 // assume the block begins at the viewport's first column and row.
 void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t col2, SurfaceSize size)
 {
-    GridState& s = g.s;
+    GridModel& model = g.model;
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     g.cellCoordinates(row1, col1, x1, y1);
     g.cellCoordinates(row2, col2, x2, y2);
     const int32_t line = g.viewport.lineWidth();
 
-    const int32_t bottom = advance(y2, s.rows.size(row2));
-    int32_t x = g.appearance.showsRowHeader() ? advance(s.cols.size(0), line) : 0;
+    const int32_t bottom = advance(y2, model.rows().size(row2));
+    int32_t x = g.appearance.showsRowHeader() ? advance(model.cols().size(0), line) : 0;
     for (int32_t c = firstWalked(col1); c <= col2; ++c) {
-        x = advance(x, s.cols.size(c), line);
+        x = advance(x, model.cols().size(c), line);
         if (x > size.width)
             break;
         DrawLine(g.canvas(), {x, y1, x, bottom}, g.appearance.gridLineColor());
     }
 
-    const int32_t right = advance(x2, s.cols.size(col2));
-    int32_t y = g.appearance.showsColumnHeader() ? advance(s.rows.size(0), line) : 0;
+    const int32_t right = advance(x2, model.cols().size(col2));
+    int32_t y = g.appearance.showsColumnHeader() ? advance(model.rows().size(0), line) : 0;
     for (int32_t r = firstWalked(row1); r <= row2; ++r) {
-        y = advance(y, s.rows.size(r), line);
+        y = advance(y, model.rows().size(r), line);
         if (y > size.height)
             break;
         DrawLine(g.canvas(), {x1, y, right, y}, g.appearance.gridLineColor());
@@ -71,21 +71,21 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
 
 void walkRow(Grid& g, const std::function<void(int32_t col, int32_t x)>& paintCell)
 {
-    const GridState& s = g.s;
+    const GridModel& model = g.model;
     Viewport& view = g.viewport;
     const int32_t lastX = g.ui.picGrid.ScaleWidth() - 1;
     int32_t x = 1;
     if (g.appearance.showsRowHeader()) {
         paintCell(0, 1);
-        x = advance(1, s.cols.size(0), view.lineWidth());
+        x = advance(1, model.cols().size(0), view.lineWidth());
     }
     view.startColumnWalk();
-    for (int32_t c = firstWalked(view.leftCol()); c <= s.cols.count(); ++c) {
+    for (int32_t c = firstWalked(view.leftCol()); c <= model.cols().count(); ++c) {
         paintCell(c, x);
-        x = advance(x, s.cols.size(c), view.lineWidth());
+        x = advance(x, model.cols().size(c), view.lineWidth());
         if (x <= lastX)
             continue;
-        if (c < s.cols.count()) {
+        if (c < model.cols().count()) {
             view.columnsCutOff();
             view.measurePageCols(c);
             g.ui.scrHorizontal.setLargeChange(view.pageCols() > 0 ? saturate16(view.pageCols()) : int16_t{1});
@@ -120,9 +120,9 @@ void Grid::Refresh()
     // The host's edit events meet a line selection's block taken off.
     if (editorState.isOpen())
         withLineSelectionLifted([this] { endEdit(); });
-    if (selection.row() < 1 && s.rows.count() >= 1)
+    if (selection.row() < 1 && model.rows().count() >= 1)
         selection.setRow(1);
-    if (selection.col() < 1 && s.cols.count() >= 1)
+    if (selection.col() < 1 && model.cols().count() >= 1)
         selection.setCol(1);
     if (deferDepth_ > 0)
         layoutAll();
@@ -148,14 +148,14 @@ void Grid::redrawAllCells(bool full)
     if (appearance.showsColumnHeader()) {
         if (full)
             drawRow(0, 1, true);
-        y = advance(s.rows.size(0), 1, viewport.lineWidth());
-        viewport.setDrawnBottom(advance(s.rows.size(0), 1));
+        y = advance(model.rows().size(0), 1, viewport.lineWidth());
+        viewport.setDrawnBottom(advance(model.rows().size(0), 1));
     }
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
-    for (int32_t r = firstWalked(viewport.topRow()); r <= s.rows.count(); ++r) {
+    for (int32_t r = firstWalked(viewport.topRow()); r <= model.rows().count(); ++r) {
         drawRow(r, y, true);
-        y = advance(y, s.rows.size(r), viewport.lineWidth());
-        if (y <= size.height - 1 && r != s.rows.count())
+        y = advance(y, model.rows().size(r), viewport.lineWidth());
+        if (y <= size.height - 1 && r != model.rows().count())
             continue;
         if (viewport.measurePageRows(r))
             ui.scrVertical.setLargeChange(saturate16(viewport.pageRows()));
@@ -164,7 +164,7 @@ void Grid::redrawAllCells(bool full)
     }
     viewport.settleExtents(size.width - 1, size.height - 1);
     render::paintBackgroundBands(appearance, viewport, canvas(), size);
-    if (s.rows.count() > 0) {
+    if (model.rows().count() > 0) {
         drawGrid();
         showMarksAfterPaint();
     }
@@ -174,29 +174,29 @@ void Grid::redrawAllCells(bool full)
 void Grid::drawRow(int32_t row, int32_t y, bool)
 {
     viewport.takeLineWidth(appearance.showsGridLines());
-    const int32_t height = s.rows.size(row);
+    const int32_t height = model.rows().size(row);
     if (surface.discarding()) {
         measureRow(row);
         return;
     }
-    render::walkRow(*this, [&](int32_t col, int32_t x) { drawCell(row, col, x, y, s.cols.size(col), height); });
+    render::walkRow(*this, [&](int32_t col, int32_t x) { drawCell(row, col, x, y, model.cols().size(col), height); });
 }
 
 void Grid::drawColumn(int32_t col, int32_t x, bool header)
 {
     viewport.takeLineWidth(appearance.showsGridLines());
-    const int32_t width = s.cols.size(col);
+    const int32_t width = model.cols().size(col);
     const int32_t surfaceHeight = ui.picGrid.ScaleHeight();
     int32_t y = 1;
     if (appearance.showsColumnHeader()) {
         if (header)
-            drawCell(0, col, x, 1, width, s.rows.size(0));
-        y = advance(1, s.rows.size(0), viewport.lineWidth());
+            drawCell(0, col, x, 1, width, model.rows().size(0));
+        y = advance(1, model.rows().size(0), viewport.lineWidth());
     }
     viewport.startRowWalk();
-    for (int32_t r = firstWalked(viewport.topRow()); r <= s.rows.count(); ++r) {
-        drawCell(r, col, x, y, width, s.rows.size(r));
-        y = advance(y, s.rows.size(r), viewport.lineWidth());
+    for (int32_t r = firstWalked(viewport.topRow()); r <= model.rows().count(); ++r) {
+        drawCell(r, col, x, y, width, model.rows().size(r));
+        y = advance(y, model.rows().size(r), viewport.lineWidth());
         if (y <= surfaceHeight)
             continue;
         viewport.rowsCutOff();
@@ -213,8 +213,8 @@ void Grid::drawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
         return;
     row1 = argOr(row1, viewport.topRow());
     col1 = argOr(col1, viewport.leftCol());
-    row2 = argOr(row2, s.rows.count());
-    col2 = argOr(col2, s.cols.count());
+    row2 = argOr(row2, model.rows().count());
+    col2 = argOr(col2, model.cols().count());
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     if (appearance.showsGridLines()) {
         if (!appearance.gridLinesSolid())
@@ -231,13 +231,13 @@ void Grid::drawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2
 {
     row1 = argOr(row1, viewport.topRow());
     col1 = argOr(col1, viewport.leftCol());
-    row2 = argOr(row2, s.rows.count());
-    col2 = argOr(col2, s.cols.count());
+    row2 = argOr(row2, model.rows().count());
+    col2 = argOr(col2, model.cols().count());
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     cellCoordinates(row1, col1, x1, y1);
     cellCoordinates(row2, col2, x2, y2);
-    const int32_t right = advance(x2, s.cols.size(col2));
-    const int32_t bottom = advance(y2, s.rows.size(row2));
+    const int32_t right = advance(x2, model.cols().size(col2));
+    const int32_t bottom = advance(y2, model.rows().size(row2));
     const bool flatHeaders = appearance.flatHeaders();
     if (flatHeaders || !appearance.showsColumnHeader())
         DrawLine(canvas(), {x1, y1, right, y1}, appearance.gridLineColor());
@@ -252,12 +252,12 @@ void Grid::drawBottomRows(int32_t fromRow, int32_t lines)
     viewport.takeLineWidth(appearance.showsGridLines());
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     const int32_t stripTop = to32(int64_t{size.height} - 1 - lines);
-    int32_t y = render::firstScrollableTop(s, appearance, viewport.lineWidth());
-    int32_t r = render::firstReaching(fromRow, s.rows.count(), stripTop, viewport.lineWidth(), y,
-                                      [&](int32_t row) { return int32_t{s.rows.size(row)}; });
-    for (; r <= s.rows.count() && y <= size.height - 1; ++r) {
+    int32_t y = render::firstScrollableTop(model, appearance, viewport.lineWidth());
+    int32_t r = render::firstReaching(fromRow, model.rows().count(), stripTop, viewport.lineWidth(), y,
+                                      [&](int32_t row) { return int32_t{model.rows().size(row)}; });
+    for (; r <= model.rows().count() && y <= size.height - 1; ++r) {
         drawRow(r, y, true);
-        y = advance(y, s.rows.size(r), viewport.lineWidth());
+        y = advance(y, model.rows().size(r), viewport.lineWidth());
     }
     viewport.setDrawnBottom(std::min(advance(y, -1), size.height - 1));
     DrawBox(canvas(), 1, advance(viewport.drawnBottom(), 1), size.width, size.height, render::ButtonFace);
@@ -267,12 +267,12 @@ void Grid::drawRightColumns(int32_t fromCol, int32_t pixels)
 {
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     const int32_t stripLeft = to32(int64_t{size.width} - 1 - pixels);
-    int32_t x = render::firstScrollableLeft(s, appearance, viewport.lineWidth());
-    int32_t c = render::firstReaching(fromCol, s.cols.count(), stripLeft, viewport.lineWidth(), x,
-                                      [&](int32_t col) { return int32_t{s.cols.size(col)}; });
-    for (; c <= s.cols.count() && x <= size.width - 1; ++c) {
+    int32_t x = render::firstScrollableLeft(model, appearance, viewport.lineWidth());
+    int32_t c = render::firstReaching(fromCol, model.cols().count(), stripLeft, viewport.lineWidth(), x,
+                                      [&](int32_t col) { return int32_t{model.cols().size(col)}; });
+    for (; c <= model.cols().count() && x <= size.width - 1; ++c) {
         drawColumn(c, x, true);
-        x = advance(x, s.cols.size(c), viewport.lineWidth());
+        x = advance(x, model.cols().size(c), viewport.lineWidth());
     }
     viewport.setDrawnRight(std::min(advance(x, -1), size.width - 1));
     DrawBox(canvas(), advance(viewport.drawnRight(), 1), 1, size.width, size.height, render::ButtonFace);
@@ -297,11 +297,11 @@ void Grid::redrawCells(Rect cells)
 
 void Grid::redrawCell(int32_t row, int32_t col)
 {
-    if (!hasCell(s, row, col))
+    if (!model.hasCell(row, col))
         return;
     int32_t x = 0, y = 0;
     cellCoordinates(row, col, x, y);
-    drawCell(row, col, x, y, s.cols.size(col), s.rows.size(row));
+    drawCell(row, col, x, y, model.cols().size(col), model.rows().size(row));
 }
 
 void Grid::scrollPixels(int32_t dx, int32_t dy, Rect area)

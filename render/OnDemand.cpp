@@ -71,10 +71,10 @@ namespace {
 
 // Raises what painting cell (row, col) would raise for a cell outside the
 // store.
-void checkCell(const GridState& s, int32_t row, int32_t col)
+void checkCell(const GridModel& model, int32_t row, int32_t col)
 {
-    s.mCells.Style(to16(row), to16(col));
-    s.columns.mask(col);
+    model.cells().Style(to16(row), to16(col));
+    model.columns().mask(col);
 }
 
 #ifndef NDEBUG
@@ -111,20 +111,20 @@ void addBar(std::vector<int64_t>& v, const platform::ScrollBar& bar)
 // nothing new, and only the pixels are owed.
 void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
 {
-    const GridState& s = g.s;
+    const GridModel& model = g.model;
     v.clear();
     v.insert(v.end(), {
-        s.cols.count(), s.cols.lastSizedIndex(), s.mCells.Cols(), g.surface.width(), g.surface.height(),
+        model.cols().count(), model.cols().lastSizedIndex(), model.cells().Cols(), g.surface.width(), g.surface.height(),
         g.barsShown(), g.ui.txtEdit.MaxLength()});
-    s.columns.appendLayoutKey(v);
+    model.columns().appendLayoutKey(v);
     // The resize zones are found across the whole control, a little wider
     // than the surface.
-    const int64_t rowsShownEnd = s.rows.appendShownSizes(v, g.viewport.topRow(), g.ui.window.ScaleHeight());
-    s.cols.appendShownSizes(v, g.viewport.leftCol(), g.ui.window.ScaleWidth());
+    const int64_t rowsShownEnd = model.rows().appendShownSizes(v, g.viewport.topRow(), g.ui.window.ScaleHeight());
+    model.cols().appendShownSizes(v, g.viewport.leftCol(), g.ui.window.ScaleWidth());
     // Rows past those that can show matter only by their number, and that
     // only to a selection of whole columns, which spans every row.
     const bool spansRows = g.selection.mode() == SelectionByCol || g.selection.columnsSelected();
-    for (const int64_t count : {int64_t{s.rows.count()}, int64_t{s.rows.lastSizedIndex()}, int64_t{s.mCells.Rows()}})
+    for (const int64_t count : {int64_t{model.rows().count()}, int64_t{model.rows().lastSizedIndex()}, int64_t{model.cells().Rows()}})
         v.push_back(spansRows ? count : std::min(count, rowsShownEnd + 1));
     addBar(v, g.ui.scrVertical);
     addBar(v, g.ui.scrHorizontal);
@@ -144,7 +144,7 @@ void Grid::deferRepaints()
     ++deferDepth_;
     // Changes that do not repaint, and the edit events a repaint raises,
     // must meet the pixels as they were.
-    if (!s.mAutoRedraw || editorState.isOpen())
+    if (!autoRedraw_ || editorState.isOpen())
         flushPaint();
 }
 
@@ -229,13 +229,13 @@ void Grid::measureRow(int32_t row)
 {
     if (measuredRow_) {
         if (measuredRow_->drawsCells)
-            checkCell(s, row, 0);
+            checkCell(model, row, 0);
         viewport.setColumnsReach(measuredRow_->reach);
         return;
     }
     RowWalk walk;
     render::walkRow(*this, [&](int32_t col, int32_t) {
-        checkCell(s, row, col);
+        checkCell(model, row, col);
         walk.drawsCells = true;
     });
     walk.reach = viewport.columnsReach();
