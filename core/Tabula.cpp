@@ -9,18 +9,18 @@ namespace TabulaControl {
 Tabula::Tabula(QWidget* parent)
     : QWidget(parent), events_(new TabulaEvents(this)), grid_(std::make_unique<detail::Grid>(*this, *events_))
 {
-    grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
-    detail::installAccessibleFactory();
-    reportSettingsMovedByInput();
-    grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
-    wireChildren();
-    wireEditor();
-    call("UserControl_Initialize", [&] { grid_->initialize(); });
+    wireGrid();
     call("UserControl_InitProperties", [&] { grid_->applyDefaultProperties(); });
 }
 
 Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
     : QWidget(parent), events_(new TabulaEvents(this)), grid_(std::make_unique<detail::Grid>(*this, *events_))
+{
+    wireGrid();
+    call("UserControl_ReadProperties", [&] { grid_->readProperties(saved); });
+}
+
+void Tabula::wireGrid()
 {
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
@@ -29,7 +29,6 @@ Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
     wireChildren();
     wireEditor();
     call("UserControl_Initialize", [&] { grid_->initialize(); });
-    call("UserControl_ReadProperties", [&] { grid_->readProperties(saved); });
 }
 
 // The user moves the current cell and adds or deletes rows without a setter.

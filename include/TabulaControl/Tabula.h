@@ -474,6 +474,8 @@ private:
     void setFontFixedValue(const QFont& value);
     // A deferred repaint failed when its pixels were made.
     void reportPaintFailure(const std::exception_ptr& cause);
+    // Connects the grid, its children and its editor, and starts it empty.
+    void wireGrid();
     void wireChildren();
     void reportSettingsMovedByInput();
     void wireEditor();
