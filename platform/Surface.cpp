@@ -1,6 +1,7 @@
 #include "platform/Surface.h"
 
 #include "platform/Box.h"
+#include "platform/Digest.h"
 
 #include "platform/TextCache.h"
 
@@ -12,7 +13,6 @@
 #include <bit>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <optional>
 
 namespace TabulaControl::platform {
@@ -31,15 +31,6 @@ constexpr std::array<QRgb, 31> kSystemColours = {
 };
 
 constexpr OleColor systemColour(unsigned index) { return kSystemColourBit + index; }
-
-// One step of a 64-bit digest.
-size_t mixed(size_t digest, uint64_t value)
-{
-    uint64_t h = (uint64_t{digest} ^ value) * 0x9E3779B97F4A7C15ULL;
-    h ^= h >> 29;
-    h *= 0xBF58476D1CE4E5B9ULL;
-    return static_cast<size_t>(h ^ (h >> 32));
-}
 
 bool contains(const Box& outer, const Box& inner)
 {
@@ -741,11 +732,8 @@ void Surface::clear()
 
 void Surface::fill(Rect r, OleColor colour)
 {
-    if (cell_ && skipCellCall(CellCall::Fill, toBox(r), ::qHash(colour)))
+    if (!startsShapeCall(CellCall::Fill, toBox(r), ::qHash(colour)))
         return;
-    if (!readyToDraw())
-        return;
-    forgetUnlessCell(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
     canvas.fill(intersect(toBox(r), canvas.bounds()), translateColor(colour));
 }
@@ -770,11 +758,8 @@ void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 
 void Surface::edge(Rect r, unsigned kinds, unsigned sides)
 {
-    if (cell_ && skipCellCall(CellCall::Edge, toBox(r), qHashMulti(0, kinds, sides)))
+    if (!startsShapeCall(CellCall::Edge, toBox(r), qHashMulti(0, kinds, sides)))
         return;
-    if (!readyToDraw())
-        return;
-    forgetUnlessCell(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
     const auto paletteOf = [sides](EdgeColours colours) {
         return (sides & EdgeMono) ? EdgeColours{systemColour(6), systemColour(6)} : colours;
@@ -790,11 +775,8 @@ void Surface::edge(Rect r, unsigned kinds, unsigned sides)
 
 void Surface::checkBox(Rect r, bool checked)
 {
-    if (cell_ && skipCellCall(CellCall::CheckBox, toBox(r), ::qHash(checked)))
+    if (!startsShapeCall(CellCall::CheckBox, toBox(r), ::qHash(checked)))
         return;
-    if (!readyToDraw())
-        return;
-    forgetUnlessCell(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
     const Box bounds = toBox(r);
     const int64_t side = std::min(bounds.width(), bounds.height());
@@ -887,7 +869,8 @@ bool Surface::drawCachedText(const QString& s, const QRectF& layout, Rect r, uns
     if (!isLayoutSafe(bounds) || device.width() > kLargestCachedText || device.height() > kLargestCachedText)
         return false;
     const DeviceOrigin origin = deviceOriginOf(bounds, ratio_);
-    const TextKey key{keyOfFont().key, s, bounds.width(), bounds.height(), flags, origin.phaseX, origin.phaseY, ratio_};
+    const FontKey& font = keyOfFont();
+    const TextKey key{font.key, font.hash, s, bounds.width(), bounds.height(), flags, origin.phaseX, origin.phaseY, ratio_};
     TextCache& cache = TextCache::forThisThread();
     const TextMask* mask = cache.find(key);
     if (!mask && !cache.drawnBefore(key))
@@ -929,6 +912,11 @@ QImage Surface::cellPixels() const
     return image_.copy(toQRect(canvas.toDevice(cell_->bounds)));
 }
 #endif
+
+std::optional<size_t> Surface::rememberedCell(Rect box) const
+{
+    return memo_.digestAt(intersect(toBox(box), {0, 0, width_, height_}));
+}
 
 bool Surface::cellSkipped() const { return cell_->mode == CellPass::Mode::Comparing; }
 
@@ -977,6 +965,16 @@ bool Surface::skipCellCall(CellCall call, const Box& box, size_t hash)
     return cell.mode == Mode::Comparing;
 }
 
+bool Surface::startsShapeCall(CellCall call, const Box& box, size_t hash)
+{
+    if (cell_ && skipCellCall(call, box, hash))
+        return false;
+    if (!readyToDraw())
+        return false;
+    forgetUnlessCell(box);
+    return true;
+}
+
 void Surface::forgetUnlessCell(const Box& box)
 {
     // The cell being drawn forgets what it covers when it is remembered.
@@ -1000,7 +998,7 @@ size_t Surface::textHash(QAnyStringView s, const Box& box, unsigned flags)
     const DeviceOrigin origin = deviceOriginOf(box, ratio_);
     // The seed tells the encodings apart.
     const size_t textHash = s.visit([](auto v) {
-        return qHashBits(v.data(), static_cast<size_t>(v.size()) * sizeof(*v.data()), sizeof(*v.data()));
+        return digestOfBytes(v.data(), static_cast<size_t>(v.size()) * sizeof(*v.data()), sizeof(*v.data()));
     });
     size_t hash = mixed(keyOfFont().hash, textHash);
     for (const uint64_t v : {uint64_t{textColor_}, uint64_t{flags}, std::bit_cast<uint64_t>(origin.phaseX),

@@ -170,6 +170,10 @@ public:
         scope.complete();
     }
 
+    // The digest of the cell the memo holds with its first fill over box,
+    // if it holds one there.
+    std::optional<size_t> rememberedCell(Rect box) const;
+
     // Marks drawn over the pixels when they are read: applied in order, each an exclusive-or.
     struct Mark { enum class Kind { Inversion, FocusRect } kind; Rect rect; };
     void setMarks(std::vector<Mark> marks);
@@ -224,6 +228,9 @@ private:
     // A call that is not a cell's: true when it is to be left out.
     bool interruptsCell();
     void forgetUnlessCell(const Box& box);
+    // Whether a fill, edge or check box over box is to be drawn; when it is,
+    // the pixels are ready and the memo forgets what the call covers.
+    bool startsShapeCall(CellCall call, const Box& box, size_t hash);
     size_t textHash(QAnyStringView s, const Box& box, unsigned flags);
     // Makes a pending render; true when drawing is to go ahead.
     bool readyToDraw();

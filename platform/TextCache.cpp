@@ -1,11 +1,28 @@
 #include "platform/TextCache.h"
 
+#include "platform/Digest.h"
+
+#include <bit>
+
 namespace TabulaControl::platform {
+
+namespace {
+
+size_t digestOfText(const QString& text, size_t seed)
+{
+    return digestOfBytes(text.constData(), static_cast<size_t>(text.size()) * sizeof(QChar), seed);
+}
+
+}  // namespace
 
 size_t qHash(const TextKey& key, size_t seed)
 {
-    return qHashMulti(seed, key.fontKey, key.text, key.width, key.height, key.flags, key.phaseX, key.phaseY,
-                      key.ratio);
+    size_t digest = digestOfText(key.text, mixed(seed, key.fontKeyHash));
+    for (const uint64_t v : {uint64_t(key.width), uint64_t(key.height), uint64_t{key.flags},
+                             std::bit_cast<uint64_t>(key.phaseX), std::bit_cast<uint64_t>(key.phaseY),
+                             std::bit_cast<uint64_t>(key.ratio)})
+        digest = mixed(digest, v);
+    return digest;
 }
 
 TextCache& TextCache::forThisThread()

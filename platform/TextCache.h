@@ -32,6 +32,8 @@ struct TextMask {
 // the same pixels, moved.
 struct TextKey {
     QString fontKey;
+    // A digest of fontKey, made once per font rather than once per lookup.
+    size_t fontKeyHash = 0;
     QString text;
     int64_t width = 0;
     int64_t height = 0;
