@@ -25,8 +25,8 @@ std::optional<size_t> CellMemo::digestAt(const Box& bounds) const
     const auto row = rows_.find(bounds.top);
     if (row == rows_.end())
         return std::nullopt;
-    const auto cell = row->second.find(bounds.left);
-    if (cell == row->second.end() || !sameBox(cell->second.bounds, bounds))
+    const auto cell = row->second.cells.find(bounds.left);
+    if (cell == row->second.cells.end() || !sameBox(cell->second.bounds, bounds))
         return std::nullopt;
     return cell->second.digest;
 }
@@ -40,7 +40,9 @@ void CellMemo::remember(const Box& bounds, size_t digest)
     widest_ = std::max(widest_, bounds.width());
     // Cells come mostly in reading order: each lands at the end of its row.
     Row& row = rows_.try_emplace(std::prev(rows_.end(), rows_.empty() ? 0 : 1), bounds.top)->second;
-    row.insert_or_assign(row.end(), bounds.left, Cell{bounds, digest});
+    const Cell cell{bounds, digest};
+    row.add(cell);
+    row.cells.insert_or_assign(row.cells.end(), bounds.left, cell);
 }
 
 void CellMemo::forget(const Box& area)
@@ -50,7 +52,11 @@ void CellMemo::forget(const Box& area)
     auto row = rows_.lower_bound(area.top - tallest_ + 1);
     const auto rowsEnd = rows_.lower_bound(area.bottom);
     while (row != rowsEnd) {
-        Row& cells = row->second;
+        if (row->second.bottom <= area.top) {
+            ++row;
+            continue;
+        }
+        auto& cells = row->second.cells;
         auto cell = cells.lower_bound(area.left - widest_ + 1);
         while (cell != cells.end() && cell->first < area.right) {
             if (intersect(cell->second.bounds, area).empty())
@@ -70,34 +76,39 @@ void CellMemo::moved(const Box& source, const Box& target, int64_t dx, int64_t d
     while (!rows_.empty()) {
         auto row = rows_.extract(rows_.begin());
         const int64_t top = row.key();
-        Row& cells = row.mapped();
+        auto& cells = row.mapped().cells;
         Row carried;
         for (auto cell = cells.begin(); cell != cells.end();) {
             const Box to = translated(cell->second.bounds, dx, dy);
             if (contains(source, cell->second.bounds) && contains(target, to)) {
                 cell->second.bounds = to;
+                carried.add(cell->second);
                 if (dx == 0) {
                     ++cell;
                     continue;
                 }
                 auto node = cells.extract(cell++);
                 node.key() = to.left;
-                carried.insert(carried.end(), std::move(node));
+                carried.cells.insert(carried.cells.end(), std::move(node));
             } else if (intersect(cell->second.bounds, target).empty()) {
-                kept[top].insert(cells.extract(cell++));
+                Row& stays = kept[top];
+                stays.add(cell->second);
+                stays.cells.insert(cells.extract(cell++));
             } else {
                 cell = cells.erase(cell);
             }
         }
         if (dx != 0)
-            cells.swap(carried);
+            cells.swap(carried.cells);
         if (cells.empty())
             continue;
+        row.mapped().bottom = carried.bottom;
         row.key() = top + dy;
         // Cells that stayed put may have taken the row's new place first;
         // they are fewer.
         if (const auto stayed = kept.find(row.key()); stayed != kept.end()) {
-            cells.merge(stayed->second);
+            row.mapped().bottom = std::max(row.mapped().bottom, stayed->second.bottom);
+            cells.merge(stayed->second.cells);
             kept.erase(stayed);
         }
         kept.insert(std::move(row));

@@ -3,6 +3,7 @@
 #include "platform/Box.h"
 
 #include <cstddef>
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -29,8 +30,13 @@ private:
         Box bounds;
         size_t digest = 0;
     };
-    // One row of cells by left edge.
-    using Row = std::map<int64_t, Cell>;
+    // One row of cells by left edge, and the lowest bottom edge among them
+    // or beyond it: rows that end above an area are passed over whole.
+    struct Row {
+        std::map<int64_t, Cell> cells;
+        int64_t bottom = INT64_MIN;
+        void add(const Cell& cell) { bottom = std::max(bottom, cell.bounds.bottom); }
+    };
 
     // By top edge and then left edge; the cells do not overlap.
     std::map<int64_t, Row> rows_;
