@@ -1,12 +1,9 @@
 #include "tests/support/GridFixture.h"
 
 #include <QApplication>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTimer>
 
-using TabulaControl::ComponentError;
-using TabulaTest::errorOf;
 
 namespace {
 
@@ -121,50 +118,6 @@ TEST_F(RowsCols, TextSharesTheCurrentCellAndCellTagAndRowBookmarkKeepHostValues)
     EXPECT_EQ(grid().RowBookmark(4).toInt(), 42);
     EXPECT_FALSE(grid().RowBookmark(3).isValid());
 }
-
-struct ErrorCase {
-    const char* name;
-    const char* member;
-    std::function<void(TabulaControl::Tabula&)> body;
-};
-
-const ErrorCase errorCases[] = {
-    {"text_matrix_row_past_the_end", "TextMatrix", [](auto& g) { g.TextMatrix(11, 1); }},
-    {"set_text_matrix_col_past_the_end", "TextMatrix", [](auto& g) { g.setTextMatrix(1, 6, "x"); }},
-    {"col_width_past_the_end", "ColWidth", [](auto& g) { g.ColWidth(6); }},
-    {"col_width_below_minus_one", "ColWidth", [](auto& g) { g.setColWidth(-2, 10); }},
-    {"col_width_of_all_over_sixteen_bits", "ColWidth", [](auto& g) { g.setColWidth(-1, -40000); }},
-    {"row_height_negative", "RowHeight", [](auto& g) { g.RowHeight(-1); }},
-    {"row_height_over_sixteen_bits", "RowHeight", [](auto& g) { g.setRowHeight(1, 70000); }},
-    {"row_bookmark_past_the_end", "RowBookmark", [](auto& g) { g.setRowBookmark(11, 1); }},
-    {"row_empty_past_the_end", "RowEmpty", [](auto& g) { g.RowEmpty(12); }},
-    {"cell_tag_past_the_end", "CellTag", [](auto& g) { g.setCellTag(0, 7, "x"); }},
-    {"col_align_past_the_end", "ColAlign", [](auto& g) { g.ColAlign(9); }},
-    {"text_of_a_negative_row", "Text", [](auto& g) { g.setRow(-5), g.Text(); }},
-    {"rows_over_sixteen_bits", "Rows", [](auto& g) { g.setRows(40000); }},
-    {"rows_negative", "Rows", [](auto& g) { g.setRows(-1); }},
-    {"cols_over_sixteen_bits", "Cols", [](auto& g) { g.setCols(32768); }},
-    {"add_button_past_sixteen_bits", "AddButton", [](auto& g) { g.AddButton(40000); }},
-    {"add_lookup_past_sixteen_bits", "AddLookup", [](auto& g) { g.AddLookup(40000, "v"); }},
-    {"add_item_colour_not_a_number", "AddItem", [](auto& g) { g.AddItem("a", QVariant("red")); }},
-};
-
-class MemberError : public RowsCols, public ::testing::WithParamInterface<ErrorCase> {};
-
-TEST_P(MemberError, NamesTheMemberAndLeavesTheSizesAsTheyWere)
-{
-    const ComponentError error = errorOf([&] { GetParam().body(grid()); });
-    EXPECT_EQ(error.Number, -2147221404);
-    EXPECT_EQ(error.Source, QString("TabulaControl.Tabula.%1").arg(GetParam().member));
-    EXPECT_TRUE(error.Description.contains(QRegularExpression("^Tabula component failureat line \\d+$")))
-        << qPrintable(error.Description);
-    EXPECT_EQ(grid().Rows(), 10);
-    EXPECT_EQ(grid().Cols(), 5);
-    EXPECT_EQ(grid().RowHeight(1), 15);
-    EXPECT_EQ(grid().ColWidth(0), 32);
-}
-
-INSTANTIATE_TEST_SUITE_P(RowsCols, MemberError, ::testing::ValuesIn(errorCases), TabulaTest::caseName);
 
 TEST_F(RowsCols, ChildControlsCarryTheirNamesAndTheBarsMaximaFollowTheCounts)
 {

@@ -143,16 +143,6 @@ TEST_F(AppearanceSurface, MousePointerIsTheControlsOwnCursor)
     EXPECT_EQ(grid().cursor().shape(), Qt::WaitCursor);
 }
 
-TEST_F(AppearanceSurface, SixteenBitStylesOverflow)
-{
-    const auto border = errorOf([&] { grid().setBorderStyle(static_cast<TabulaControl::BorderStyles>(70000)); });
-    EXPECT_EQ(border.Source, "TabulaControl.Tabula.BorderStyle");
-    EXPECT_EQ(grid().BorderStyle(), TabulaControl::Single);
-    const auto fixed = errorOf([&] { grid().setFixedStyle(static_cast<TabulaControl::FixedStyles>(-40000)); });
-    EXPECT_EQ(fixed.Source, "TabulaControl.Tabula.FixedStyle");
-    EXPECT_EQ(grid().FixedStyle(), TabulaControl::ThreeD);
-}
-
 TEST_F(AppearanceSurface, BackColorAndForeColorAreSharedByEveryGridOfTheThreadUntilANewOne)
 {
     Tabula other;
