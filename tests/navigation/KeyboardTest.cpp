@@ -102,23 +102,6 @@ TEST_F(Keyboard, InLineModesArrowsSelectTheNewLineOnlyInTheirOwnDirectionOrRight
     EXPECT_EQ(grid().Col1(), 9);
 }
 
-TEST_F(Keyboard, ArrowsCloseTheEditorWithoutAfterEdit)
-{
-    openEditorWith(Qt::Key_A);
-    key(Qt::Key_Right);
-    EXPECT_FALSE(editor()->isVisible());
-    EXPECT_EQ(current(), "1,2");
-    EXPECT_EQ(log().entries, QStringList({"KeyDown(39,0)", "RowColChange(1,1)", "KeyUp(39,0)"}));
-}
-
-TEST_F(Keyboard, AnArrowThatMovesNothingStillClosesTheEditor)
-{
-    openEditorWith(Qt::Key_A);
-    key(Qt::Key_Left);
-    EXPECT_FALSE(editor()->isVisible());
-    EXPECT_EQ(log().entries, QStringList({"KeyDown(37,0)", "KeyUp(37,0)"}));
-}
-
 TEST_F(Keyboard, PagingKeysActOnReleaseAndBringTheRowToTheTop)
 {
     QTest::keyPress(surface(), Qt::Key_End);

@@ -250,20 +250,6 @@ TEST_F(Mouse, ADoubleClickOpensTheEditorAfterDblClickExceptOnHeadersAndCheckmark
     EXPECT_TRUE(editor()->isVisible());
 }
 
-TEST_F(Mouse, APressElsewhereCommitsAnOpenEditorFirst)
-{
-    openEditorWith(Qt::Key_A);
-    const QPoint at = centre(3, 2);
-    click(at);
-    EXPECT_FALSE(editor()->isVisible());
-    EXPECT_EQ(grid().TextMatrix(1, 1), "a");
-    const QStringList expected =
-        QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,a)", "RowColChange(1,1)"}) + clickEvents(at);
-    EXPECT_EQ(log().entries, expected);
-    QApplication::processEvents();
-    EXPECT_EQ(log().entries, expected);
-}
-
 TEST_F(Mouse, DraggingExtendsAndShrinksTheBlockInFreeMode)
 {
     const QPoint from = centre(2, 2), far = centre(5, 4), to = centre(4, 3);

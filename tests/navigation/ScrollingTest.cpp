@@ -71,34 +71,6 @@ TEST_F(Scrolling, LeftColMovesTheCurrentColumnAndClampsOnlyAboveTheBarMaximum)
     EXPECT_EQ(log().entries, QStringList({"Scroll"})) << "no RowColChange";
 }
 
-TEST_F(Scrolling, VerticalScrollDropsTheTypedTextAndRaisesOnlyAfterEdit)
-{
-    openEditorWith(Qt::Key_A);
-    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_FALSE(editor()->isVisible());
-    EXPECT_EQ(grid().TextMatrix(1, 1), "");
-    EXPECT_EQ(log().entries, QStringList({"AfterEdit(1,1,)", "Scroll"}));
-    QApplication::processEvents();
-    EXPECT_EQ(log().entries.size(), 2) << "nothing commits the dropped text later";
-}
-
-TEST_F(Scrolling, HorizontalScrollCommitsTheTypedTextUnlessTheHostCancels)
-{
-    openEditorWith(Qt::Key_A);
-    horizontal()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_FALSE(editor()->isVisible());
-    EXPECT_EQ(grid().TextMatrix(1, 1), "a");
-    EXPECT_EQ(log().entries, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,a)", "Scroll"}));
-
-    horizontal()->setValue(1);
-    grid().setTextMatrix(1, 1, "old");
-    openEditorWith(Qt::Key_X);
-    log().onBeforeEdit = [](int32_t, int32_t, bool& cancel) { cancel = true; };
-    horizontal()->setValue(3);
-    EXPECT_EQ(grid().TextMatrix(1, 1), "old");
-    EXPECT_EQ(log().entries, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,old)", "Scroll"}));
-}
-
 TEST_F(Scrolling, InLineModesAOneStepReselectsTheCurrentLineButAJumpDoesNot)
 {
     grid().setSelectionMode(SelectionByCol);
