@@ -47,8 +47,7 @@ TEST_F(RowsCols, RowAndColClampAboveAndRaiseRowColChangeWithTheOldCellOnlyWhenTh
 
 TEST_F(RowsCols, ShrinkingPastTheCurrentCellMovesItAndTheSelectionQuietly)
 {
-    grid().setRow(7);
-    grid().setCol(5);
+    moveTo(7, 5);
     log().clear();
     grid().setRows(3);
     grid().setCols(2);
@@ -105,8 +104,7 @@ TEST_F(RowsCols, RowEmptyLooksAtTrimmedDataColumnsOnly)
 
 TEST_F(RowsCols, TextSharesTheCurrentCellAndCellTagAndRowBookmarkKeepHostValues)
 {
-    grid().setRow(2);
-    grid().setCol(3);
+    moveTo(2, 3);
     grid().setText("hello");
     EXPECT_EQ(grid().TextMatrix(2, 3), "hello");
     grid().setTextMatrix(2, 3, "again");
@@ -137,7 +135,7 @@ TEST_F(RowsCols, ResizeLaysOutScrollBarsAndSurface)
     QApplication::processEvents();
     EXPECT_EQ(grid().findChild<QWidget*>("scrHorizontal")->geometry(), QRect(2, 179, 277, 18));
     EXPECT_EQ(grid().findChild<QWidget*>("scrVertical")->geometry(), QRect(279, 2, 18, 177));
-    EXPECT_EQ(grid().findChild<QWidget*>("picGrid")->geometry(), QRect(2, 2, 295, 195));
+    EXPECT_EQ(surface()->geometry(), QRect(2, 2, 295, 195));
     EXPECT_EQ(picture().size(), QSize(295, 195));
     EXPECT_EQ(log().only({"Resize"}), QStringList({"Resize"}));
 }

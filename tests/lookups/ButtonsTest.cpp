@@ -37,8 +37,7 @@ TEST_F(ColumnButtons, ShowAtTheRightEndOfTheCurrentCellOfTheirColumn)
 TEST_F(ColumnButtons, ClickRaisesBtnClickWithTheCurrentCell)
 {
     grid().AddButton(2);
-    grid().setRow(4);
-    grid().setCol(2);
+    moveTo(4, 2);
     log().clear();
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_EQ(log().entries, QStringList({"BtnClick(4,2)"}));

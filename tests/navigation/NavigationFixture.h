@@ -30,8 +30,6 @@ protected:
         ASSERT_NE(horizontal_, nullptr);
     }
 
-    QWidget* child(const char* name) { return grid().findChild<QWidget*>(name); }
-    QWidget* surface() { return child("picGrid"); }
     QScrollBar* vertical() { return vertical_; }
     QScrollBar* horizontal() { return horizontal_; }
     QLineEdit* editor() { return grid().findChild<QLineEdit*>("txtEdit"); }

@@ -41,6 +41,12 @@ protected:
     TabulaControl::Tabula& grid() { return *grid_; }
     EventLog& log() { return *log_; }
     QImage picture() { return grid_->Picture(); }
+    QWidget* child(const char* name) { return grid_->findChild<QWidget*>(name); }
+    QWidget* surface() { return child("picGrid"); }
+    // Sets Row, then Col.
+    void moveTo(int32_t row, int32_t col) { grid_->setRow(row); grid_->setCol(col); }
+    // Sets the selected block, row1 and col1 being the anchor.
+    void select(int32_t row1, int32_t col1, int32_t row2, int32_t col2);
     // Gives the grid rows x cols data cells, each reading "row,col".
     void fillWithPositions(int32_t rows, int32_t cols);
     // The colour at (x, y) of the surface as 0xRRGGBB.
