@@ -16,8 +16,7 @@ inline constexpr uint32_t White = 0xFFFFFF;
 inline constexpr uint32_t Black = 0x000000;
 inline constexpr uint32_t Face = 0xC0C0C0;
 
-// A shown grid driven through its real child widgets. Cell rectangles are
-// computed from the public sizes with grid lines of one pixel.
+// A shown grid driven through its real child widgets.
 class NavigationFixture : public GridFixture {
 protected:
     void SetUp() override
@@ -34,15 +33,13 @@ protected:
     QScrollBar* horizontal() { return horizontal_; }
     QLineEdit* editor() { return grid().findChild<QLineEdit*>("txtEdit"); }
 
+    // The cell's rectangle on the surface, from cellRect; a header cell lines
+    // up with the first shown data row or column.
     QRect cell(int32_t row, int32_t col)
     {
-        int x = grid().RowHeader() ? grid().ColWidth(0) + 2 : 1;
-        for (int32_t c = grid().LeftCol(); c < col; ++c)
-            x += grid().ColWidth(c) + 1;
-        int y = grid().ColHeader() ? grid().RowHeight(0) + 2 : 1;
-        for (int32_t r = grid().TopRow(); r < row; ++r)
-            y += grid().RowHeight(r) + 1;
-        return QRect(col == 0 ? 1 : x, row == 0 ? 1 : y, grid().ColWidth(col), grid().RowHeight(row));
+        const QRect data = grid().cellRect(row == 0 ? grid().TopRow() : row, col == 0 ? grid().LeftCol() : col);
+        const QPoint at = surface()->mapFrom(&grid(), data.topLeft());
+        return QRect(col == 0 ? 1 : at.x(), row == 0 ? 1 : at.y(), grid().ColWidth(col), grid().RowHeight(row));
     }
     QPoint centre(int32_t row, int32_t col) { return cell(row, col).center(); }
     // 'W' or 'B' for the centre pixel of each cell, '?' for any other colour.
