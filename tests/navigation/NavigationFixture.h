@@ -62,13 +62,6 @@ protected:
             count += pixel(x, r.top()) != White;
         return count;
     }
-    // "row,col" of the current cell; where() adds " in row1,col1:row2,col2".
-    QString current() { return QString("%1,%2").arg(grid().Row()).arg(grid().Col()); }
-    QString where()
-    {
-        return current() + QString(" in %1,%2:%3,%4").arg(grid().Row1()).arg(grid().Col1()).arg(grid().Row2()).arg(
-                               grid().Col2());
-    }
     int scrolls() { return static_cast<int>(log().only({"Scroll"}).size()); }
 
     void press(QPoint at, Qt::KeyboardModifiers keys = {}, Qt::MouseButton button = Qt::LeftButton)
@@ -93,6 +86,7 @@ protected:
     }
     // A move with the buttons of the last press still held.
     void dragTo(QPoint at) { QTest::mouseMove(surface(), at); }
+    void drag(QPoint from, QPoint to) { press(from); dragTo(to); release(to); }
     // A move with no button held, delivered even when the pointer is already there.
     void hover(QPoint at)
     {

@@ -71,12 +71,7 @@ public:
             key(k, mods);
     }
     // Cells as {row, col}.
-    void drag(QPoint fromCell, QPoint toCell)
-    {
-        press(centre(fromCell.x(), fromCell.y()));
-        dragTo(centre(toCell.x(), toCell.y()));
-        release(centre(toCell.x(), toCell.y()));
-    }
+    void dragCells(QPoint from, QPoint to) { drag(centre(from.x(), from.y()), centre(to.x(), to.y())); }
     // What a host can observe of the child widgets: the bars and the editor.
     QString childState()
     {
@@ -185,8 +180,8 @@ const GoldenCase cases[] = {
     {"no_rows", 3, 3, [](T, G g) { g.setRows(0); }},
     {"marks_after_keys", 8, 4, [](T t, G) { t.keys({down, right, right, down}); }},
     {"block_by_shift_keys", 8, 4, [](T t, G) { t.clickCell(2, 2), t.keys({down, down, right}, shift); }},
-    {"block_by_mouse_drag", 8, 4, [](T t, G) { t.drag({4, 3}, {2, 1}); }},
-    {"block_then_click_elsewhere", 8, 4, [](T t, G) { t.drag({1, 1}, {3, 3}), t.clickCell(6, 2); }},
+    {"block_by_mouse_drag", 8, 4, [](T t, G) { t.dragCells({4, 3}, {2, 1}); }},
+    {"block_then_click_elsewhere", 8, 4, [](T t, G) { t.dragCells({1, 1}, {3, 3}), t.clickCell(6, 2); }},
     {"block_without_grid", 8, 4, [](T t, G g) { g.setShowGrid(false), t.clickCell(2, 2), t.keys({right, down}, shift); }},
     {"selection_by_row", 8, 4, [](T t, G g) { g.setSelectionMode(SelectionByRow), t.clickCell(3, 2), t.keys({down}); }},
     {"selection_by_column", 8, 4, [](T t, G g) { g.setSelectionMode(SelectionByCol), t.clickCell(2, 3); }},
@@ -208,7 +203,7 @@ const GoldenCase cases[] = {
          t.clickCell(2, 2), t.colSteps({1, 1, -1});
      }},
     {"one_step_with_editor_open", 40, 12, [](T t, G) { t.clickCell(2, 2), t.keys({Qt::Key_Q}), t.colSteps({1}); }},
-    {"block_partly_scrolled_off", 40, 12, [](T t, G) { t.drag({2, 2}, {6, 3}), t.vertical()->setValue(4); }},
+    {"block_partly_scrolled_off", 40, 12, [](T t, G) { t.dragCells({2, 2}, {6, 3}), t.vertical()->setValue(4); }},
     {"auto_redraw_off_keeps_the_old_picture", 6, 3,
      [](T t, G g) {
          g.setAutoRedraw(false), g.setTextMatrix(1, 1, "changed"), g.AddItem("added\trow"), g.setTopRow(2), t.clickCell(3, 2);

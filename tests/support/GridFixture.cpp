@@ -95,6 +95,12 @@ void GridFixture::select(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 
 uint32_t GridFixture::pixel(int x, int y) { return picture().pixel(x, y) & 0xFFFFFF; }
 
+QString whereIn(const TabulaControl::Tabula& g)
+{
+    const auto at = [](int32_t row, int32_t col) { return QString("%1,%2").arg(row).arg(col); };
+    return at(g.Row(), g.Col()) + " in " + at(g.Row1(), g.Col1()) + ":" + at(g.Row2(), g.Col2());
+}
+
 TabulaControl::ComponentError errorOf(const std::function<void()>& body)
 {
     try {
