@@ -19,8 +19,7 @@ struct EndCase {
     const char* name;
     std::function<void(EditorEnd&)> close;
     bool hostCancels;
-    const char* stored;
-    const char* current;
+    const char *stored, *current;
     QStringList events;
 };
 

@@ -103,10 +103,7 @@ TEST_F(Keyboard, PagingKeysActOnReleaseAndBringTheRowToTheTop)
     QTest::keyRelease(surface(), Qt::Key_End);
     EXPECT_EQ(log().entries, QStringList({"KeyDown(35,0)", "Scroll", "KeyUp(35,0)", "RowColChange(1,1)"}));
     // Rows start at 17 + 16 (r - 1): the paint stops after row 18, so a page is 16 rows.
-    const struct {
-        Qt::Key key;
-        int32_t from, row, topRow;
-    } steps[] = {
+    const struct { Qt::Key key; int32_t from, row, topRow; } steps[] = {
         {Qt::Key_End, 1, 50, 50},       {Qt::Key_Home, 50, 1, 1},   {Qt::Key_PageDown, 1, 17, 17},
         {Qt::Key_PageUp, 17, 1, 1},     {Qt::Key_PageDown, 45, 50, 50}, {Qt::Key_PageUp, 5, 1, 1},
     };

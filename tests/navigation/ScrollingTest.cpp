@@ -11,12 +11,7 @@ class Scrolling : public TabulaTest::WideGrid {};
 
 TEST_F(Scrolling, OneStepOrAPageMovesTheViewAndRaisesOneScroll)
 {
-    const struct {
-        bool vertical;
-        int32_t from;
-        QAbstractSlider::SliderAction action;
-        int32_t to;
-    } cases[] = {
+    const struct { bool vertical; int32_t from; QAbstractSlider::SliderAction action; int32_t to; } cases[] = {
         {false, 1, QAbstractSlider::SliderSingleStepAdd, 2}, {false, 4, QAbstractSlider::SliderSingleStepSub, 3},
         {true, 1, QAbstractSlider::SliderSingleStepAdd, 2},  {true, 6, QAbstractSlider::SliderSingleStepSub, 5},
         {true, 10, QAbstractSlider::SliderPageStepSub, 1},
