@@ -13,18 +13,12 @@ namespace {
 
 QStringList accessibleEvents;
 
-void recordEvent(QAccessibleEvent* event)
-{
-    QString entry = QString::number(event->type(), 16);
-    if (event->child() >= 0)
-        entry += QString(":%1").arg(event->child());
-    accessibleEvents << entry;
-}
-
 QString eventOf(QAccessible::Event type, int child = -1)
 {
     return QString::number(type, 16) + (child >= 0 ? QString(":%1").arg(child) : QString());
 }
+
+void recordEvent(QAccessibleEvent* event) { accessibleEvents << eventOf(event->type(), event->child()); }
 
 // A grid of 4 rows and 3 columns with captions, cells reading "r,c".
 class Accessibility : public TabulaTest::GridFixture {
