@@ -9,7 +9,6 @@ using TabulaControl::TabulaEvents;
 EventLog::EventLog(TabulaEvents* events)
 {
     auto add = [this](QString entry) { entries.append(entry); };
-    // Each entry is the event's name followed by its arguments, if any.
     auto named = [add](const char* name) {
         return [add, name](auto... args) {
             QStringList texts;

@@ -49,7 +49,6 @@ protected:
     // "row,col" of the current cell; where() adds " in row1,col1:row2,col2".
     QString current() { return whereIn(*grid_).section(' ', 0, 0); }
     QString where() { return whereIn(*grid_); }
-    // Sets Row, then Col.
     void moveTo(int32_t row, int32_t col) { grid_->setRow(row); grid_->setCol(col); }
     // Sets the selected block, row1 and col1 being the anchor.
     void select(int32_t row1, int32_t col1, int32_t row2, int32_t col2);
