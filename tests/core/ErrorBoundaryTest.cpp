@@ -45,13 +45,33 @@ struct Failure {
     std::function<void(Tabula&)> body;
 };
 
+const char *const Range = "Subscript out of range", *const Overflow = "Overflow", *const Host = "host failure";
+
 const Failure failures[] = {
-    {"cell_past_the_end", "TextMatrix", "Subscript out of range", [](Tabula& g) { g.TextMatrix(9, 1); }},
-    {"height_over_sixteen_bits", "RowHeight", "Overflow", [](Tabula& g) { g.setRowHeight(1, 70000); }},
-    {"colour_not_a_number", "AddItem", "Type mismatch", [](Tabula& g) { g.AddItem("a", QVariant("red")); }},
-    {"host_handler_throws", "MouseDown", "host failure",
-     [](Tabula& g) { failOnRowColChange(g), g.MouseDown(1, 0, 150, 25); }},
-    {"host_fails_on_a_bare_store", "AllowSelection", "host failure",
+    {"text_matrix_row_past_the_end", "TextMatrix", Range, [](Tabula& g) { g.TextMatrix(11, 1); }},
+    {"set_text_matrix_col_past_the_end", "TextMatrix", Range, [](Tabula& g) { g.setTextMatrix(1, 6, "x"); }},
+    {"col_width_past_the_end", "ColWidth", Range, [](Tabula& g) { g.ColWidth(6); }},
+    {"col_width_below_minus_one", "ColWidth", Range, [](Tabula& g) { g.setColWidth(-2, 10); }},
+    {"col_width_of_all_over_sixteen_bits", "ColWidth", Overflow, [](Tabula& g) { g.setColWidth(-1, -40000); }},
+    {"row_height_negative", "RowHeight", Range, [](Tabula& g) { g.RowHeight(-1); }},
+    {"row_height_over_sixteen_bits", "RowHeight", Overflow, [](Tabula& g) { g.setRowHeight(1, 70000); }},
+    {"row_bookmark_past_the_end", "RowBookmark", Range, [](Tabula& g) { g.setRowBookmark(11, 1); }},
+    {"row_empty_past_the_end", "RowEmpty", Range, [](Tabula& g) { g.RowEmpty(12); }},
+    {"cell_tag_past_the_end", "CellTag", Range, [](Tabula& g) { g.setCellTag(0, 7, "x"); }},
+    {"col_align_past_the_end", "ColAlign", Range, [](Tabula& g) { g.ColAlign(9); }},
+    {"text_of_a_negative_row", "Text", Range, [](Tabula& g) { g.setRow(-5), g.Text(); }},
+    {"rows_over_sixteen_bits", "Rows", Overflow, [](Tabula& g) { g.setRows(40000); }},
+    {"rows_negative", "Rows", Range, [](Tabula& g) { g.setRows(-1); }},
+    {"cols_over_sixteen_bits", "Cols", Overflow, [](Tabula& g) { g.setCols(32768); }},
+    {"border_style_over_sixteen_bits", "BorderStyle", Overflow,
+     [](Tabula& g) { g.setBorderStyle(static_cast<TabulaControl::BorderStyles>(70000)); }},
+    {"fixed_style_over_sixteen_bits", "FixedStyle", Overflow,
+     [](Tabula& g) { g.setFixedStyle(static_cast<TabulaControl::FixedStyles>(-40000)); }},
+    {"add_button_past_sixteen_bits", "AddButton", Overflow, [](Tabula& g) { g.AddButton(40000); }},
+    {"add_lookup_past_sixteen_bits", "AddLookup", Overflow, [](Tabula& g) { g.AddLookup(40000, "v"); }},
+    {"add_item_colour_not_a_number", "AddItem", "Type mismatch", [](Tabula& g) { g.AddItem("a", QVariant("red")); }},
+    {"host_handler_throws", "MouseDown", Host, [](Tabula& g) { failOnRowColChange(g), g.MouseDown(1, 0, 150, 25); }},
+    {"host_fails_on_a_bare_store", "AllowSelection", Host,
      [](Tabula& g) {
          QObject::connect(&g, &Tabula::propertyChanged, [] { throw std::runtime_error("host failure"); });
          g.setAllowSelection(false);
@@ -59,13 +79,28 @@ const Failure failures[] = {
 };
 
 class ErrorBoundary : public TabulaTest::NavigationFixture {};
-class MemberFailure : public ErrorBoundary, public ::testing::WithParamInterface<Failure> {};
+
+// Ten rows of the default five columns.
+class MemberFailure : public ErrorBoundary, public ::testing::WithParamInterface<Failure> {
+protected:
+    void SetUp() override
+    {
+        ErrorBoundary::SetUp();
+        grid().setRows(10);
+    }
+    QString shape()
+    {
+        return QString("%1x%2 %3/%4 %5 %6").arg(grid().Rows()).arg(grid().Cols()).arg(grid().RowHeight(1))
+            .arg(grid().ColWidth(0)).arg(grid().BorderStyle()).arg(grid().FixedStyle());
+    }
+};
 
 }  // namespace
 
-TEST_P(MemberFailure, RaisesTheComponentErrorWithItsCauseAndLogsNothing)
+TEST_P(MemberFailure, RaisesTheComponentErrorWithItsCauseLogsNothingAndKeepsTheShape)
 {
     const ErrorLog log;
+    const QString before = shape();
     try {
         GetParam().body(grid());
         ADD_FAILURE() << "no component error was raised";
@@ -77,10 +112,10 @@ TEST_P(MemberFailure, RaisesTheComponentErrorWithItsCauseAndLogsNothing)
         EXPECT_TRUE(error.causeText().endsWith(GetParam().cause)) << qPrintable(error.causeText());
     }
     EXPECT_EQ(logged, QStringList());
+    EXPECT_EQ(shape(), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(ErrorBoundary, MemberFailure, ::testing::ValuesIn(failures),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(ErrorBoundary, MemberFailure, ::testing::ValuesIn(failures), TabulaTest::caseName);
 
 TEST_F(ErrorBoundary, AFailingHandlerReachesErrorOccurredAndTheLogWithItsCause)
 {

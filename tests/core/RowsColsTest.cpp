@@ -1,12 +1,8 @@
 #include "tests/support/GridFixture.h"
 
 #include <QApplication>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTimer>
-
-using TabulaControl::ComponentError;
-using TabulaTest::errorOf;
 
 namespace {
 
@@ -23,9 +19,8 @@ protected:
 TEST_F(RowsCols, NewControlHasOneRowFiveColumnsAndTheCurrentCellAtOneOne)
 {
     TabulaControl::Tabula fresh;
-    EXPECT_EQ(QString("%1x%2 at %3,%4 in %5,%6:%7,%8 '%9'")
-                  .arg(fresh.Rows()).arg(fresh.Cols()).arg(fresh.Row()).arg(fresh.Col())
-                  .arg(fresh.Row1()).arg(fresh.Col1()).arg(fresh.Row2()).arg(fresh.Col2()).arg(fresh.Text()),
+    const QString where = TabulaTest::whereIn(fresh);
+    EXPECT_EQ(QString("%1x%2 at %3 '%4'").arg(fresh.Rows()).arg(fresh.Cols()).arg(where, fresh.Text()),
               "1x5 at 1,1 in 1,1:1,1 ''");
     EXPECT_EQ(fresh.ColWidth(0), 32);
     EXPECT_EQ(fresh.ColWidth(5), 64);
@@ -50,15 +45,11 @@ TEST_F(RowsCols, RowAndColClampAboveAndRaiseRowColChangeWithTheOldCellOnlyWhenTh
 
 TEST_F(RowsCols, ShrinkingPastTheCurrentCellMovesItAndTheSelectionQuietly)
 {
-    grid().setRow(7);
-    grid().setCol(5);
+    moveTo(7, 5);
     log().clear();
     grid().setRows(3);
     grid().setCols(2);
-    EXPECT_EQ(QString("%1,%2 in %3,%4:%5,%6")
-                  .arg(grid().Row()).arg(grid().Col()).arg(grid().Row1()).arg(grid().Col1())
-                  .arg(grid().Row2()).arg(grid().Col2()),
-              "3,2 in 3,2:3,2");
+    EXPECT_EQ(where(), "3,2 in 3,2:3,2");
     EXPECT_TRUE(log().only({"RowColChange"}).isEmpty());
 }
 
@@ -89,10 +80,10 @@ TEST_F(RowsCols, AddingColumnsKeepsTheTextsAndResetsEveryRowHeightAndRemovingThe
 
 TEST_F(RowsCols, ColAlignReadsZeroWhateverWasStored)
 {
-    grid().setColAlign(2, 1);
-    EXPECT_EQ(grid().ColAlign(2), 0);
-    grid().setColAlign(2, 5);
-    EXPECT_EQ(grid().ColAlign(2), 0);
+    for (int32_t align : {1, 5}) {
+        grid().setColAlign(2, align);
+        EXPECT_EQ(grid().ColAlign(2), 0) << align;
+    }
 }
 
 TEST_F(RowsCols, RowEmptyLooksAtTrimmedDataColumnsOnly)
@@ -108,8 +99,7 @@ TEST_F(RowsCols, RowEmptyLooksAtTrimmedDataColumnsOnly)
 
 TEST_F(RowsCols, TextSharesTheCurrentCellAndCellTagAndRowBookmarkKeepHostValues)
 {
-    grid().setRow(2);
-    grid().setCol(3);
+    moveTo(2, 3);
     grid().setText("hello");
     EXPECT_EQ(grid().TextMatrix(2, 3), "hello");
     grid().setTextMatrix(2, 3, "again");
@@ -122,54 +112,8 @@ TEST_F(RowsCols, TextSharesTheCurrentCellAndCellTagAndRowBookmarkKeepHostValues)
     EXPECT_FALSE(grid().RowBookmark(3).isValid());
 }
 
-struct ErrorCase {
-    const char* name;
-    const char* member;
-    std::function<void(TabulaControl::Tabula&)> body;
-};
-
-const ErrorCase errorCases[] = {
-    {"text_matrix_row_past_the_end", "TextMatrix", [](auto& g) { g.TextMatrix(11, 1); }},
-    {"set_text_matrix_col_past_the_end", "TextMatrix", [](auto& g) { g.setTextMatrix(1, 6, "x"); }},
-    {"col_width_past_the_end", "ColWidth", [](auto& g) { g.ColWidth(6); }},
-    {"col_width_below_minus_one", "ColWidth", [](auto& g) { g.setColWidth(-2, 10); }},
-    {"col_width_of_all_over_sixteen_bits", "ColWidth", [](auto& g) { g.setColWidth(-1, -40000); }},
-    {"row_height_negative", "RowHeight", [](auto& g) { g.RowHeight(-1); }},
-    {"row_height_over_sixteen_bits", "RowHeight", [](auto& g) { g.setRowHeight(1, 70000); }},
-    {"row_bookmark_past_the_end", "RowBookmark", [](auto& g) { g.setRowBookmark(11, 1); }},
-    {"row_empty_past_the_end", "RowEmpty", [](auto& g) { g.RowEmpty(12); }},
-    {"cell_tag_past_the_end", "CellTag", [](auto& g) { g.setCellTag(0, 7, "x"); }},
-    {"col_align_past_the_end", "ColAlign", [](auto& g) { g.ColAlign(9); }},
-    {"text_of_a_negative_row", "Text", [](auto& g) { g.setRow(-5), g.Text(); }},
-    {"rows_over_sixteen_bits", "Rows", [](auto& g) { g.setRows(40000); }},
-    {"rows_negative", "Rows", [](auto& g) { g.setRows(-1); }},
-    {"cols_over_sixteen_bits", "Cols", [](auto& g) { g.setCols(32768); }},
-    {"add_button_past_sixteen_bits", "AddButton", [](auto& g) { g.AddButton(40000); }},
-    {"add_lookup_past_sixteen_bits", "AddLookup", [](auto& g) { g.AddLookup(40000, "v"); }},
-    {"add_item_colour_not_a_number", "AddItem", [](auto& g) { g.AddItem("a", QVariant("red")); }},
-};
-
-class MemberError : public RowsCols, public ::testing::WithParamInterface<ErrorCase> {};
-
-TEST_P(MemberError, NamesTheMemberAndLeavesTheSizesAsTheyWere)
+TEST_F(RowsCols, TheScrollBarsMaximaFollowTheCounts)
 {
-    const ComponentError error = errorOf([&] { GetParam().body(grid()); });
-    EXPECT_EQ(error.Number, -2147221404);
-    EXPECT_EQ(error.Source, QString("TabulaControl.Tabula.%1").arg(GetParam().member));
-    EXPECT_TRUE(error.Description.contains(QRegularExpression("^Tabula component failureat line \\d+$")))
-        << qPrintable(error.Description);
-    EXPECT_EQ(grid().Rows(), 10);
-    EXPECT_EQ(grid().Cols(), 5);
-    EXPECT_EQ(grid().RowHeight(1), 15);
-    EXPECT_EQ(grid().ColWidth(0), 32);
-}
-
-INSTANTIATE_TEST_SUITE_P(RowsCols, MemberError, ::testing::ValuesIn(errorCases), TabulaTest::caseName);
-
-TEST_F(RowsCols, ChildControlsCarryTheirNamesAndTheBarsMaximaFollowTheCounts)
-{
-    for (const char* name : {"picGrid", "txtEdit", "scrHorizontal", "scrVertical", "cmdButton", "cmdLookup", "picSizer"})
-        ASSERT_NE(grid().findChild<QWidget*>(name), nullptr) << name;
     auto* bar = grid().findChild<QScrollBar*>("scrVertical");
     EXPECT_EQ(bar->maximum(), 10);
     grid().setRows(25);
@@ -182,9 +126,9 @@ TEST_F(RowsCols, ResizeLaysOutScrollBarsAndSurface)
 {
     grid().resize(300, 200);
     QApplication::processEvents();
-    EXPECT_EQ(grid().findChild<QWidget*>("scrHorizontal")->geometry(), QRect(2, 179, 277, 18));
-    EXPECT_EQ(grid().findChild<QWidget*>("scrVertical")->geometry(), QRect(279, 2, 18, 177));
-    EXPECT_EQ(grid().findChild<QWidget*>("picGrid")->geometry(), QRect(2, 2, 295, 195));
+    EXPECT_EQ(child("scrHorizontal")->geometry(), QRect(2, 179, 277, 18));
+    EXPECT_EQ(child("scrVertical")->geometry(), QRect(279, 2, 18, 177));
+    EXPECT_EQ(surface()->geometry(), QRect(2, 2, 295, 195));
     EXPECT_EQ(picture().size(), QSize(295, 195));
     EXPECT_EQ(log().only({"Resize"}), QStringList({"Resize"}));
 }

@@ -13,27 +13,56 @@ protected:
     QStringList editEvents() { return log().only({"BeforeEdit", "AfterEdit", "BeforeAddRow", "AfterAddRow"}); }
 };
 
+class EditorEnd;
+
 struct EndCase {
     const char* name;
-    Qt::Key key;
+    std::function<void(EditorEnd&)> close;
     bool hostCancels;
-    const char* stored;
-    const char* current;
+    const char *stored, *current;
     QStringList events;
 };
 
-const EndCase endCases[] = {
-    {"enter_commits", Qt::Key_Return, false, "olda", "1,1", {"BeforeEdit(1,1)", "AfterEdit(1,1,olda)"}},
-    {"cancelled_commit_keeps_the_old_text", Qt::Key_Return, true, "old", "1,1",
-     {"BeforeEdit(1,1)", "AfterEdit(1,1,old)"}},
-    {"escape_discards_silently", Qt::Key_Escape, false, "old", "1,1", {}},
-    {"down_commits_and_moves", Qt::Key_Down, false, "olda", "2,1", {"BeforeEdit(1,1)", "AfterEdit(1,1,olda)"}},
-    {"refresh_commits_first", Qt::Key_unknown, false, "olda", "1,1", {"BeforeEdit(1,1)", "AfterEdit(1,1,olda)"}},
+// An editor opened by typing "a" into cell (1, 1) holding "old", on a grid
+// with both scroll bars.
+class EditorEnd : public TabulaTest::WideGrid, public ::testing::WithParamInterface<EndCase> {
+public:
+    void type(Qt::Key k) { QTest::keyClick(editor(), k); }
+    void step(QScrollBar* bar) { bar->triggerAction(QAbstractSlider::SliderSingleStepAdd); }
+    using WideGrid::click;
+    using WideGrid::grid;
+    using WideGrid::horizontal;
+    using WideGrid::key;
+    using WideGrid::vertical;
 };
 
-class EditorEnd : public Editor, public ::testing::WithParamInterface<EndCase> {};
+using E = EditorEnd&;
+const QStringList committed{"BeforeEdit(1,1)", "AfterEdit(1,1,olda)"};
 
-TEST_P(EditorEnd, ClosesTheEditorAndStoresByTheKey)
+const EndCase endCases[] = {
+    {"enter_commits", [](E t) { t.type(Qt::Key_Return); }, false, "olda", "1,1", committed},
+    {"cancelled_commit_keeps_the_old_text", [](E t) { t.type(Qt::Key_Return); }, true, "old", "1,1",
+     {"BeforeEdit(1,1)", "AfterEdit(1,1,old)"}},
+    {"escape_discards_silently", [](E t) { t.type(Qt::Key_Escape); }, false, "old", "1,1", {}},
+    {"down_commits_and_moves", [](E t) { t.type(Qt::Key_Down); }, false, "olda", "2,1",
+     committed + QStringList{"KeyDown(40,0)", "RowColChange(1,1)", "KeyUp(40,0)"}},
+    {"refresh_commits_first", [](E t) { t.grid().Refresh(); }, false, "olda", "1,1", committed},
+    {"arrow_on_the_surface_moves_without_after_edit", [](E t) { t.key(Qt::Key_Right); }, false, "old", "1,2",
+     {"KeyDown(39,0)", "RowColChange(1,1)", "KeyUp(39,0)"}},
+    {"arrow_that_moves_nothing_still_closes", [](E t) { t.key(Qt::Key_Left); }, false, "old", "1,1",
+     {"KeyDown(37,0)", "KeyUp(37,0)"}},
+    {"vertical_step_drops_the_typed_text", [](E t) { t.step(t.vertical()); }, false, "old", "1,1",
+     {"AfterEdit(1,1,old)", "Scroll"}},
+    {"horizontal_step_commits", [](E t) { t.step(t.horizontal()); }, false, "olda", "1,1",
+     committed + QStringList{"Scroll"}},
+    {"cancelled_horizontal_step_keeps_the_old_text", [](E t) { t.step(t.horizontal()); }, true, "old", "1,1",
+     {"BeforeEdit(1,1)", "AfterEdit(1,1,old)", "Scroll"}},
+    // (130, 56) is the centre of cell (3, 2).
+    {"press_elsewhere_commits_first", [](E t) { t.click(QPoint(130, 56)); }, false, "olda", "3,2",
+     committed + QStringList{"RowColChange(1,1)", "MouseDown(1,0,130,56)", "MouseUp(1,0,130,56)", "Click"}},
+};
+
+TEST_P(EditorEnd, ClosesTheEditorAndStoresByTheWayItEnds)
 {
     const EndCase& c = GetParam();
     grid().setTextMatrix(1, 1, "old");
@@ -41,15 +70,12 @@ TEST_P(EditorEnd, ClosesTheEditorAndStoresByTheKey)
     EXPECT_EQ(editor()->text(), "olda") << "the typed key is appended";
     if (c.hostCancels)
         log().onBeforeEdit = [](int32_t, int32_t, bool& cancel) { cancel = true; };
-    if (c.key == Qt::Key_unknown)
-        grid().Refresh();
-    else
-        QTest::keyClick(editor(), c.key);
+    c.close(*this);
     QApplication::processEvents();
     EXPECT_FALSE(editor()->isVisible());
     EXPECT_EQ(grid().TextMatrix(1, 1), c.stored);
     EXPECT_EQ(current(), c.current);
-    EXPECT_EQ(editEvents(), c.events);
+    EXPECT_EQ(log().entries, c.events);
 }
 
 INSTANTIATE_TEST_SUITE_P(Editor, EditorEnd, ::testing::ValuesIn(endCases), TabulaTest::caseName);
@@ -106,17 +132,12 @@ TEST_F(Editor, OpensOverTheCurrentCellInsideItsEdges)
 
 TEST_F(Editor, MasksAndTheEditWidthFilterTypedKeys)
 {
-    const struct {
-        int32_t mask;
-        int16_t width;
-        const char* typed;
-        const char* shown;
-        const char* stored;
-    } cases[] = {
-        {TabulaControl::Uppercase, 0, "ab1-", "AB1-", "AB1-"},
-        {TabulaControl::NumericOnly, 0, "1a-2.3.x4", "1-2.3.4", "1-2.3.4"},
-        {TabulaControl::NoMask, 3, "abcdef", "abc", "abc"},
-        {TabulaControl::DateOnly, 0, "3/7/24/", "03/07/2024", "03/07/2024"},
+    // What the editor shows is what Enter stores.
+    const struct { int32_t mask; int16_t width; const char *typed, *shown; } cases[] = {
+        {TabulaControl::Uppercase, 0, "ab1-", "AB1-"},
+        {TabulaControl::NumericOnly, 0, "1a-2.3.x4", "1-2.3.4"},
+        {TabulaControl::NoMask, 3, "abcdef", "abc"},
+        {TabulaControl::DateOnly, 0, "3/7/24/", "03/07/2024"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.typed);
@@ -127,7 +148,7 @@ TEST_F(Editor, MasksAndTheEditWidthFilterTypedKeys)
         QTest::keyClicks(editor(), c.typed);
         EXPECT_EQ(editor()->text(), c.shown);
         QTest::keyClick(editor(), Qt::Key_Return);
-        EXPECT_EQ(grid().TextMatrix(1, 1), c.stored);
+        EXPECT_EQ(grid().TextMatrix(1, 1), c.shown);
     }
     grid().DblClick();
     editor()->setText("13/45/2000");

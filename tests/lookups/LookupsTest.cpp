@@ -9,6 +9,15 @@ namespace {
 
 class Lookups : public TabulaTest::GridFixture {};
 
+struct CellButton {
+    const char* name;
+    const char* objectName;
+    std::function<void(TabulaControl::Tabula&, int32_t)> add;
+    std::function<bool(TabulaControl::Tabula&, int32_t)> has;
+};
+
+class ColumnButton : public TabulaTest::GridFixture, public ::testing::WithParamInterface<CellButton> {};
+
 class DropDown : public TabulaTest::GridFixture {
 protected:
     void SetUp() override
@@ -32,6 +41,58 @@ protected:
 };
 
 }  // namespace
+
+TEST_P(ColumnButton, ShowsAtTheRightEndOfTheCurrentCellOfItsColumnOnly)
+{
+    const CellButton& c = GetParam();
+    grid().setRows(5);
+    c.add(grid(), 3);
+    EXPECT_TRUE(c.has(grid(), 3));
+    EXPECT_FALSE(c.has(grid(), 2));
+    QWidget* button = child(c.objectName);
+    grid().setCol(3);
+    ASSERT_FALSE(button->isHidden());
+    // Cell (1, 3) starts at x = 34 + 2 * 65, y = 17; the button is 19 wide.
+    EXPECT_EQ(button->geometry(), QRect(164 + 64 - 19 + 1, 17 + 3, 19, 15 - 2));
+    grid().setCol(2);
+    EXPECT_TRUE(button->isHidden());
+    grid().setCol(3);
+    EXPECT_FALSE(button->isHidden());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lookups, ColumnButton,
+    ::testing::Values(CellButton{"lookup", "cmdLookup", [](auto& g, int32_t c) { g.AddLookup(c, "value"); },
+                                 [](auto& g, int32_t c) { return g.ColHasLookup(c); }},
+                      CellButton{"button", "cmdButton", [](auto& g, int32_t c) { g.AddButton(c); },
+                                 [](auto& g, int32_t c) { return g.ColHasButton(c); }}),
+    TabulaTest::caseName);
+
+TEST_F(Lookups, ButtonClickRaisesBtnClickWithTheCurrentCell)
+{
+    grid().setRows(5);
+    grid().AddButton(2);
+    moveTo(4, 2);
+    log().clear();
+    QTest::mouseClick(child("cmdButton"), Qt::LeftButton);
+    EXPECT_EQ(log().entries, QStringList({"BtnClick(4,2)"}));
+    EXPECT_EQ(grid().Row(), 4);
+}
+
+TEST_F(Lookups, RemovingTheOnlyButtonOrAMissingOneSucceedsButOneOfSeveralRunsPastTheEnd)
+{
+    grid().AddButton(4);
+    grid().RemoveButton(1);
+    EXPECT_TRUE(grid().ColHasButton(4));
+    grid().RemoveButton(4);
+    EXPECT_FALSE(grid().ColHasButton(4));
+    grid().AddButton(2);
+    grid().AddButton(3);
+    const auto error = TabulaTest::errorOf([&] { grid().RemoveButton(2); });
+    EXPECT_EQ(error.Source, "TabulaControl.Tabula.RemoveButton");
+    EXPECT_FALSE(grid().ColHasButton(2));
+    EXPECT_TRUE(grid().ColHasButton(3));
+}
 
 TEST_F(Lookups, RemovingTakesTheFirstOfDuplicateValuesOrOneWholeColumn)
 {
@@ -59,15 +120,6 @@ TEST_F(Lookups, ItemDataIsFoundByExactValue)
     EXPECT_EQ(grid().LookupItemData(2, "a").toInt(), -1);
     EXPECT_EQ(grid().LookupItemData(3, "A").toInt(), -1);
     EXPECT_FALSE(grid().LookupItemData(2, "B").isValid());
-}
-
-TEST_F(DropDown, ButtonSitsAtTheRightEndOfTheCurrentCellOfALookupColumn)
-{
-    ASSERT_FALSE(lookupButton->isHidden());
-    // Cell (1, 2) starts at x = 34 + 65, y = 17.
-    EXPECT_EQ(lookupButton->geometry(), QRect(99 + 64 - 19 + 1, 20, 19, 13));
-    grid().setCol(1);
-    EXPECT_TRUE(lookupButton->isHidden());
 }
 
 TEST_F(DropDown, ButtonOpensTheListUnderItAndASecondPressClosesIt)
@@ -133,7 +185,7 @@ TEST_F(DropDown, ItemDataIsWrittenWhenAsked)
 
 TEST_F(DropDown, TypedKeyOpensTheListAtTheFirstMatch)
 {
-    QTest::keyClick(grid().findChild<QWidget*>("picGrid"), Qt::Key_B);
+    QTest::keyClick(surface(), Qt::Key_B);
     ASSERT_TRUE(form()->isVisible());
     EXPECT_EQ(list->currentRow(), 1);
 }

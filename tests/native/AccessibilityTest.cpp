@@ -13,18 +13,12 @@ namespace {
 
 QStringList accessibleEvents;
 
-void recordEvent(QAccessibleEvent* event)
-{
-    QString entry = QString::number(event->type(), 16);
-    if (event->child() >= 0)
-        entry += QString(":%1").arg(event->child());
-    accessibleEvents << entry;
-}
-
 QString eventOf(QAccessible::Event type, int child = -1)
 {
     return QString::number(type, 16) + (child >= 0 ? QString(":%1").arg(child) : QString());
 }
+
+void recordEvent(QAccessibleEvent* event) { accessibleEvents << eventOf(event->type(), event->child()); }
 
 // A grid of 4 rows and 3 columns with captions, cells reading "r,c".
 class Accessibility : public TabulaTest::GridFixture {
@@ -66,7 +60,6 @@ protected:
         surface()->setFocus();
         QApplication::processEvents();
     }
-    QWidget* surface() { return grid().findChild<QWidget*>("picGrid"); }
 
     QAccessibleInterface* table_ = nullptr;
 };
@@ -107,16 +100,12 @@ TEST_F(Accessibility, TheGridIsATableOfItsDataCellsWithTheHeaderCaptions)
 
 TEST_F(Accessibility, TheSelectionIsTheBlockOrElseTheCurrentCell)
 {
-    grid().setRow(2);
-    grid().setCol(3);
+    moveTo(2, 3);
     EXPECT_EQ(table()->selectedCellCount(), 1);
     EXPECT_EQ(table_->focusChild(), table()->cellAt(1, 2));
     EXPECT_TRUE(table()->cellAt(1, 2)->tableCellInterface()->isSelected());
 
-    grid().setRow1(2);
-    grid().setCol1(0);
-    grid().setRow2(3);
-    grid().setCol2(3);
+    select(2, 0, 3, 3);
     EXPECT_EQ(table()->selectedCellCount(), 6);
     EXPECT_EQ(table()->selectedRows(), QList<int>({1, 2}));
     EXPECT_TRUE(table()->selectedColumns().isEmpty());
@@ -137,7 +126,7 @@ TEST_F(Accessibility, FocusSelectionAndValueChangesAreAnnounced)
 
     accessibleEvents.clear();
     QTest::keyClicks(surface(), "x");
-    QTest::keyClick(grid().findChild<QWidget*>("txtEdit"), Qt::Key_Return);
+    QTest::keyClick(child("txtEdit"), Qt::Key_Return);
     EXPECT_TRUE(accessibleEvents.contains(eventOf(QAccessible::TableModelChanged)));
     EXPECT_TRUE(accessibleEvents.contains(eventOf(QAccessible::NameChanged, 3)));
     EXPECT_EQ(table()->cellAt(1, 0)->text(QAccessible::Name), "2,1x");

@@ -32,20 +32,11 @@ protected:
         }
         return rows.join('/');
     }
-    void select(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
-    {
-        grid().setRow1(row1);
-        grid().setCol1(col1);
-        grid().setRow2(row2);
-        grid().setCol2(col2);
-    }
-    QWidget* surface() { return grid().findChild<QWidget*>("picGrid"); }
 };
 
 TEST_F(Clipboard, CopiesTheSelectedBlockOrElseTheCurrentCellAsTextAndHtml)
 {
-    grid().setRow(2);
-    grid().setCol(3);
+    moveTo(2, 3);
     select(2, 3, 2, 3);
     grid().copySelection();
     EXPECT_EQ(clipboard()->text(), "2,3\n");
@@ -91,8 +82,7 @@ TEST_P(Paste, StoresEachCellAsAnEditWould)
     const PasteCase& c = GetParam();
     if (c.prepare)
         c.prepare(grid());
-    grid().setRow(c.row);
-    grid().setCol(c.col);
+    moveTo(c.row, c.col);
     clipboard()->setText(c.text);
     QSignalSpy clipped(&grid(), &Tabula::pasteClipped);
     EXPECT_EQ(grid().paste(), c.dropped);
@@ -118,12 +108,11 @@ TEST_F(Clipboard, CtrlCAndCtrlVReachTheGridUntilTheShortcutsAreTurnedOn)
     QTest::keyClick(surface(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(log().only({"KeyPress", "BeforeEdit"}), QStringList({"KeyPress(99)", "BeforeEdit(1,1)"}));
     EXPECT_EQ(clipboard()->text(), "pasted");
-    QTest::keyClick(grid().findChild<QWidget*>("txtEdit"), Qt::Key_Escape);
+    QTest::keyClick(child("txtEdit"), Qt::Key_Escape);
 
     grid().setClipboardShortcuts(true);
     EXPECT_TRUE(grid().clipboardShortcuts());
-    grid().setRow(2);
-    grid().setCol(2);
+    moveTo(2, 2);
     log().clear();
     QTest::keyClick(surface(), Qt::Key_V, Qt::ControlModifier);
     QTest::keyClick(surface(), Qt::Key_C, Qt::ControlModifier);

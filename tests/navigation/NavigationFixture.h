@@ -16,8 +16,7 @@ inline constexpr uint32_t White = 0xFFFFFF;
 inline constexpr uint32_t Black = 0x000000;
 inline constexpr uint32_t Face = 0xC0C0C0;
 
-// A shown grid driven through its real child widgets. Cell rectangles are
-// computed from the public sizes with grid lines of one pixel.
+// A shown grid driven through its real child widgets.
 class NavigationFixture : public GridFixture {
 protected:
     void SetUp() override
@@ -30,21 +29,17 @@ protected:
         ASSERT_NE(horizontal_, nullptr);
     }
 
-    QWidget* child(const char* name) { return grid().findChild<QWidget*>(name); }
-    QWidget* surface() { return child("picGrid"); }
     QScrollBar* vertical() { return vertical_; }
     QScrollBar* horizontal() { return horizontal_; }
     QLineEdit* editor() { return grid().findChild<QLineEdit*>("txtEdit"); }
 
+    // The cell's rectangle on the surface, from cellRect; a header cell lines
+    // up with the first shown data row or column.
     QRect cell(int32_t row, int32_t col)
     {
-        int x = grid().RowHeader() ? grid().ColWidth(0) + 2 : 1;
-        for (int32_t c = grid().LeftCol(); c < col; ++c)
-            x += grid().ColWidth(c) + 1;
-        int y = grid().ColHeader() ? grid().RowHeight(0) + 2 : 1;
-        for (int32_t r = grid().TopRow(); r < row; ++r)
-            y += grid().RowHeight(r) + 1;
-        return QRect(col == 0 ? 1 : x, row == 0 ? 1 : y, grid().ColWidth(col), grid().RowHeight(row));
+        const QRect data = grid().cellRect(row == 0 ? grid().TopRow() : row, col == 0 ? grid().LeftCol() : col);
+        const QPoint at = surface()->mapFrom(&grid(), data.topLeft());
+        return QRect(col == 0 ? 1 : at.x(), row == 0 ? 1 : at.y(), grid().ColWidth(col), grid().RowHeight(row));
     }
     QPoint centre(int32_t row, int32_t col) { return cell(row, col).center(); }
     // 'W' or 'B' for the centre pixel of each cell, '?' for any other colour.
@@ -66,13 +61,6 @@ protected:
         for (int x = r.left() + 1; x < r.right(); ++x)
             count += pixel(x, r.top()) != White;
         return count;
-    }
-    // "row,col" of the current cell; where() adds " in row1,col1:row2,col2".
-    QString current() { return QString("%1,%2").arg(grid().Row()).arg(grid().Col()); }
-    QString where()
-    {
-        return current() + QString(" in %1,%2:%3,%4").arg(grid().Row1()).arg(grid().Col1()).arg(grid().Row2()).arg(
-                               grid().Col2());
     }
     int scrolls() { return static_cast<int>(log().only({"Scroll"}).size()); }
 
@@ -98,6 +86,7 @@ protected:
     }
     // A move with the buttons of the last press still held.
     void dragTo(QPoint at) { QTest::mouseMove(surface(), at); }
+    void drag(QPoint from, QPoint to) { press(from); dragTo(to); release(to); }
     // A move with no button held, delivered even when the pointer is already there.
     void hover(QPoint at)
     {

@@ -49,22 +49,6 @@ TEST_F(Resizing, TheSizingPointerShowsWithinTwoPixelsOfABorderOnTheHeaderRowOnly
     EXPECT_EQ(pointerAt(65, 8), 0);
 }
 
-TEST_F(Resizing, DraggingABorderSetsTheColumnWidthOnRelease)
-{
-    grabBorder(97);
-    ASSERT_TRUE(sizer()->isVisible());
-    EXPECT_EQ(sizer()->geometry(), QRect(97, 0, 2, 300));
-    dragTo(QPoint(150, 8));
-    EXPECT_EQ(sizer()->x(), 150);
-    EXPECT_EQ(grid().ColWidth(1), 64) << "nothing changes before the release";
-    release(QPoint(150, 8));
-    EXPECT_FALSE(sizer()->isVisible());
-    EXPECT_EQ(grid().ColWidth(1), 118);
-    EXPECT_EQ(log().entries, QStringList({"MouseMove(1,0,150,8)", "MouseUp(1,0,150,8)", "Click"}))
-        << "no MouseDown for a press that starts a drag";
-    EXPECT_EQ(current(), "1,1");
-}
-
 struct BorderCase {
     const char* name;
     bool rowHeader;
@@ -75,6 +59,7 @@ struct BorderCase {
 
 // Twenty columns of 64 behind a header column of 32.
 const BorderCase borderCases[] = {
+    {"first_column_border", true, 1, 64, 97, 150, 1, 118},
     {"header_column_border", true, 1, 64, 32, 50, 0, 50},
     {"first_sizer_resizes_the_column_left_of_the_first_shown", true, 3, 64, 32, 40, 2, 40},
     {"without_header_column_the_first_columns_border", false, 1, 64, 65, 80, 1, 80},
@@ -84,22 +69,35 @@ const BorderCase borderCases[] = {
 
 class BorderDrag : public Resizing, public ::testing::WithParamInterface<BorderCase> {};
 
-TEST_P(BorderDrag, ResizesOnlyTheColumnOfTheGrabbedBorder)
+TEST_P(BorderDrag, MovesTheSizerAndOnReleaseResizesOnlyTheColumnOfTheGrabbedBorder)
 {
     const BorderCase& c = GetParam();
     grid().setCols(20);
     grid().setRowHeader(c.rowHeader);
     grid().setColWidth(2, c.colTwoWidth);
     grid().setLeftCol(c.leftCol);
-    std::vector<int32_t> widths;
-    for (int32_t col = 0; col <= 20; ++col)
-        widths.push_back(grid().ColWidth(col));
-    widths[static_cast<size_t>(c.col)] = c.width;
+    const auto widths = [this] {
+        std::vector<int32_t> all;
+        for (int32_t col = 0; col <= 20; ++col)
+            all.push_back(grid().ColWidth(col));
+        return all;
+    };
+    std::vector<int32_t> expected = widths();
+    const QString before = current();
     grabBorder(c.from);
+    ASSERT_TRUE(sizer()->isVisible());
+    EXPECT_EQ(sizer()->geometry(), QRect(c.from, 0, 2, 300));
     dragTo(QPoint(c.to, 8));
+    EXPECT_EQ(sizer()->x(), c.to);
+    EXPECT_EQ(widths(), expected) << "nothing changes before the release";
     release(QPoint(c.to, 8));
-    for (int32_t col = 0; col <= 20; ++col)
-        EXPECT_EQ(grid().ColWidth(col), widths[static_cast<size_t>(col)]) << "column " << col;
+    EXPECT_FALSE(sizer()->isVisible());
+    expected[static_cast<size_t>(c.col)] = c.width;
+    EXPECT_EQ(widths(), expected);
+    const QString at = QString("%1,8)").arg(c.to);
+    EXPECT_EQ(log().entries, QStringList({"MouseMove(1,0," + at, "MouseUp(1,0," + at, "Click"}))
+        << "no MouseDown for a press that starts a drag";
+    EXPECT_EQ(current(), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Resizing, BorderDrag, ::testing::ValuesIn(borderCases), TabulaTest::caseName);

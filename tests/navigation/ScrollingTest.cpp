@@ -11,12 +11,7 @@ class Scrolling : public TabulaTest::WideGrid {};
 
 TEST_F(Scrolling, OneStepOrAPageMovesTheViewAndRaisesOneScroll)
 {
-    const struct {
-        bool vertical;
-        int32_t from;
-        QAbstractSlider::SliderAction action;
-        int32_t to;
-    } cases[] = {
+    const struct { bool vertical; int32_t from; QAbstractSlider::SliderAction action; int32_t to; } cases[] = {
         {false, 1, QAbstractSlider::SliderSingleStepAdd, 2}, {false, 4, QAbstractSlider::SliderSingleStepSub, 3},
         {true, 1, QAbstractSlider::SliderSingleStepAdd, 2},  {true, 6, QAbstractSlider::SliderSingleStepSub, 5},
         {true, 10, QAbstractSlider::SliderPageStepSub, 1},
@@ -32,10 +27,11 @@ TEST_F(Scrolling, OneStepOrAPageMovesTheViewAndRaisesOneScroll)
     }
 }
 
-TEST_F(Scrolling, TopRowIsABareStoreUntilTheBarTakesTheSameValue)
+TEST_F(Scrolling, TopRowIsABareStoreUntilTheBarMovesOrTakesTheSameValue)
 {
+    const auto sources = errorSources();
     const QImage before = picture();
-    for (int32_t value : {0, -3, 7, 999}) {
+    for (int32_t value : {0, -3, 7, 999, 100000}) {
         grid().setTopRow(value);
         EXPECT_EQ(grid().TopRow(), value);
     }
@@ -43,6 +39,11 @@ TEST_F(Scrolling, TopRowIsABareStoreUntilTheBarTakesTheSameValue)
     EXPECT_EQ(picture(), before);
     EXPECT_TRUE(log().entries.isEmpty());
 
+    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(grid().TopRow(), vertical()->value()) << "a step from a far top row jumps to the bar's value";
+    EXPECT_EQ(*sources, QStringList());
+    EXPECT_EQ(log().entries, QStringList({"Scroll"}));
+    log().clear();
     grid().setTopRow(5);
     vertical()->setValue(5);
     EXPECT_EQ(grid().TopRow(), 5);
@@ -69,34 +70,6 @@ TEST_F(Scrolling, LeftColMovesTheCurrentColumnAndClampsOnlyAboveTheBarMaximum)
     EXPECT_EQ(grid().Row(), 3);
     EXPECT_EQ(horizontal()->value(), 20);
     EXPECT_EQ(log().entries, QStringList({"Scroll"})) << "no RowColChange";
-}
-
-TEST_F(Scrolling, VerticalScrollDropsTheTypedTextAndRaisesOnlyAfterEdit)
-{
-    openEditorWith(Qt::Key_A);
-    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_FALSE(editor()->isVisible());
-    EXPECT_EQ(grid().TextMatrix(1, 1), "");
-    EXPECT_EQ(log().entries, QStringList({"AfterEdit(1,1,)", "Scroll"}));
-    QApplication::processEvents();
-    EXPECT_EQ(log().entries.size(), 2) << "nothing commits the dropped text later";
-}
-
-TEST_F(Scrolling, HorizontalScrollCommitsTheTypedTextUnlessTheHostCancels)
-{
-    openEditorWith(Qt::Key_A);
-    horizontal()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_FALSE(editor()->isVisible());
-    EXPECT_EQ(grid().TextMatrix(1, 1), "a");
-    EXPECT_EQ(log().entries, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,a)", "Scroll"}));
-
-    horizontal()->setValue(1);
-    grid().setTextMatrix(1, 1, "old");
-    openEditorWith(Qt::Key_X);
-    log().onBeforeEdit = [](int32_t, int32_t, bool& cancel) { cancel = true; };
-    horizontal()->setValue(3);
-    EXPECT_EQ(grid().TextMatrix(1, 1), "old");
-    EXPECT_EQ(log().entries, QStringList({"BeforeEdit(1,1)", "AfterEdit(1,1,old)", "Scroll"}));
 }
 
 TEST_F(Scrolling, InLineModesAOneStepReselectsTheCurrentLineButAJumpDoesNot)
@@ -137,16 +110,6 @@ TEST_F(Scrolling, AScrollBarHandsTheFocusBackToTheSurface)
         QApplication::processEvents();
         EXPECT_TRUE(surface()->hasFocus());
     }
-}
-
-TEST_F(Scrolling, AStepFromAFarTopRowJumpsToTheBarsValue)
-{
-    const auto sources = errorSources();
-    grid().setTopRow(100000);
-    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_EQ(*sources, QStringList());
-    EXPECT_EQ(grid().TopRow(), vertical()->value());
-    EXPECT_EQ(log().entries, QStringList({"Scroll"}));
 }
 
 }  // namespace

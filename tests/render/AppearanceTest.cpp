@@ -20,118 +20,86 @@ using TabulaTest::White;
 
 FontRef copyOf(const FontRef& font) { return std::make_shared<StdFont>(*font); }
 
-struct NotifyCase {
+struct SetterCase {
     const char* name;
     std::function<void(Tabula&)> set;
     std::function<bool(Tabula&)> stored;
+    bool repaints;
     QStringList notified;
 };
 
-class AppearanceNotifications : public TabulaTest::GridFixture, public ::testing::WithParamInterface<NotifyCase> {};
+class AppearanceSetter : public TabulaTest::GridFixture, public ::testing::WithParamInterface<SetterCase> {};
 
-TEST_P(AppearanceNotifications, StoreTheValueAndNotifyTheExpectedNames)
+// Text stored with AutoRedraw off shows only once the cells are repainted.
+TEST_P(AppearanceSetter, StoresNotifiesAndRepaintsUnlessItOnlyTouchesBorderPointerOrTextColour)
 {
+    const SetterCase& c = GetParam();
+    grid().setAutoRedraw(false);
+    grid().setTextMatrix(1, 1, "WWWW");
+    const QImage before = picture();
     QSignalSpy spy(&grid(), &Tabula::propertyChanged);
-    GetParam().set(grid());
-    EXPECT_EQ(TabulaTest::namesIn(spy), GetParam().notified);
-    EXPECT_TRUE(GetParam().stored(grid()));
+    c.set(grid());
+    EXPECT_EQ(TabulaTest::namesIn(spy), c.notified);
+    EXPECT_TRUE(c.stored(grid()));
+    EXPECT_EQ(picture() != before, c.repaints);
+    if (c.repaints) {
+        grid().setTextMatrix(1, 1, "");
+        const QImage shown = picture();
+        c.set(grid());
+        EXPECT_NE(picture(), shown) << "setting the same value again repaints too";
+    }
 }
 
 const FontRef someFont = std::make_shared<StdFont>(StdFont{"DejaVu Serif", 11, false, true, false, false});
 
-#define SETS(label, Name, value, ...)                                                            \
-    NotifyCase                                                                                   \
+#define SETS(label, Name, value, repaints, ...)                                                  \
+    SetterCase                                                                                   \
     {                                                                                            \
         label, [](Tabula& g) { g.set##Name(value); }, [](Tabula& g) { return g.Name() == value; }, \
-        QStringList{__VA_ARGS__}                                                                 \
+        repaints, QStringList{__VA_ARGS__}                                                       \
     }
 
-const NotifyCase notifyCases[] = {
-    SETS("ColHeader", ColHeader, false, "ColHeader"),
-    SETS("RowHeader", RowHeader, false, "RowHeader"),
-    SETS("ShowGrid", ShowGrid, false),
-    SETS("GridSolid", GridSolid, false),
-    SETS("GridLineColor", GridLineColor, 0xFFu, "GridLineColor"),
-    SETS("BorderStyleChanged", BorderStyle, TabulaControl::ThinRaised, "BorderStyle"),
-    SETS("BorderStyleSame", BorderStyle, TabulaControl::Single),
-    SETS("MousePointer", MousePointer, 11, "MousePointer"),
-    SETS("MousePointerDefault", MousePointer, 0, "MousePointer"),
-    SETS("UseBackColorAlt", UseBackColorAlt, true, "UseBackColorAlt"),
-    SETS("BackColor", BackColor, 0xE0FFFFu, "BackColor"),
-    SETS("BackColorAlt", BackColorAlt, 0xF0F0F0u, "BackColorAlt"),
-    SETS("BackColorFixed", BackColorFixed, 0x8000000Fu, "BackColorFixed"),
-    SETS("ForeColor", ForeColor, 0x0000FFu, "ForeColor"),
-    SETS("ForeColorFixed", ForeColorFixed, 0x800000u, "ForeColorFixed"),
-    SETS("FixedStyleChanged", FixedStyle, TabulaControl::Flat, "FixedStyle"),
-    SETS("FixedStyleSame", FixedStyle, TabulaControl::ThreeD, "FixedStyle"),
-    SETS("Font", Font, someFont, "Font"),
-    SETS("FontEdit", FontEdit, someFont, "FontEdit"),
-    SETS("FontFixed", FontFixed, someFont, "FontFixed"),
-    SETS("BackColorBkgSame", BackColorBkg, 0x808080u, "BackColorBkg"),
-    SETS("FormatString", FormatString, QString("A|B"), "FormatString"),
-    SETS("UseItemData", UseItemData, true, "UseItemData"),
-    SETS("ListBoxRows", ListBoxRows, -3, "ListBoxRows"),
+const SetterCase setterCases[] = {
+    SETS("ColHeader", ColHeader, false, true, "ColHeader"),
+    SETS("RowHeader", RowHeader, false, true, "RowHeader"),
+    SETS("ShowGrid", ShowGrid, false, true),
+    SETS("GridSolid", GridSolid, false, true),
+    SETS("GridLineColor", GridLineColor, 0xFFu, true, "GridLineColor"),
+    SETS("BorderStyleChanged", BorderStyle, TabulaControl::ThinRaised, false, "BorderStyle"),
+    SETS("BorderStyleSame", BorderStyle, TabulaControl::Single, false),
+    SETS("MousePointer", MousePointer, 11, false, "MousePointer"),
+    SETS("MousePointerDefault", MousePointer, 0, false, "MousePointer"),
+    SETS("UseBackColorAlt", UseBackColorAlt, true, true, "UseBackColorAlt"),
+    SETS("BackColor", BackColor, 0xE0FFFFu, true, "BackColor"),
+    SETS("BackColorAlt", BackColorAlt, 0xF0F0F0u, true, "BackColorAlt"),
+    SETS("BackColorFixed", BackColorFixed, 0x8000000Fu, true, "BackColorFixed"),
+    SETS("ForeColor", ForeColor, 0x0000FFu, false, "ForeColor"),
+    SETS("ForeColorFixed", ForeColorFixed, 0x800000u, true, "ForeColorFixed"),
+    SETS("FixedStyleChanged", FixedStyle, TabulaControl::Flat, true, "FixedStyle"),
+    SETS("FixedStyleSame", FixedStyle, TabulaControl::ThreeD, true, "FixedStyle"),
+    SETS("Font", Font, someFont, true, "Font"),
+    SETS("FontEdit", FontEdit, someFont, true, "FontEdit"),
+    SETS("FontFixed", FontFixed, someFont, true, "FontFixed"),
+    SETS("BackColorBkgSame", BackColorBkg, 0x808080u, true, "BackColorBkg"),
+    SETS("FormatString", FormatString, QString("A|B"), true, "FormatString"),
+    SETS("UseItemData", UseItemData, true, false, "UseItemData"),
+    SETS("ListBoxRows", ListBoxRows, -3, false, "ListBoxRows"),
 };
 
 #undef SETS
 
-INSTANTIATE_TEST_SUITE_P(Members, AppearanceNotifications, ::testing::ValuesIn(notifyCases), caseName);
-
-struct RepaintCase {
-    const char* name;
-    std::function<void(Tabula&)> set;
-    bool repaints;
-};
-
-// Text stored with AutoRedraw off shows only once the cells are repainted.
-class AppearanceRepaints : public TabulaTest::NavigationFixture, public ::testing::WithParamInterface<RepaintCase> {};
-
-TEST_P(AppearanceRepaints, RepaintTheCellsUnlessTheyOnlyTouchBorderPointerOrTextColour)
-{
-    grid().setAutoRedraw(false);
-    grid().setTextMatrix(1, 1, "WWWW");
-    const QRect inside = cell(1, 1).adjusted(2, 2, -2, -2);
-    const int area = inside.width() * inside.height();
-    ASSERT_EQ(countOf(picture(), inside, White), area);
-    GetParam().set(grid());
-    EXPECT_EQ(countOf(picture(), inside, White) < area, GetParam().repaints);
-}
-
-const RepaintCase repaintCases[] = {
-    {"ColHeader", [](Tabula& g) { g.setColHeader(true); }, true},
-    {"RowHeader", [](Tabula& g) { g.setRowHeader(true); }, true},
-    {"ShowGrid", [](Tabula& g) { g.setShowGrid(true); }, true},
-    {"GridSolid", [](Tabula& g) { g.setGridSolid(true); }, true},
-    {"GridLineColor", [](Tabula& g) { g.setGridLineColor(0xC0C0C0); }, true},
-    {"BorderStyle", [](Tabula& g) { g.setBorderStyle(TabulaControl::ThinInset); }, false},
-    {"MousePointer", [](Tabula& g) { g.setMousePointer(2); }, false},
-    {"UseBackColorAlt", [](Tabula& g) { g.setUseBackColorAlt(false); }, true},
-    {"BackColor", [](Tabula& g) { g.setBackColor(0xFFFFFF); }, true},
-    {"BackColorAlt", [](Tabula& g) { g.setBackColorAlt(0xFFFFFF); }, true},
-    {"BackColorFixed", [](Tabula& g) { g.setBackColorFixed(0xC0C0C0); }, true},
-    {"ForeColor", [](Tabula& g) { g.setForeColor(0xFF); }, false},
-    {"ForeColorFixed", [](Tabula& g) { g.setForeColorFixed(0xFF); }, true},
-    {"FixedStyleSameValue", [](Tabula& g) { g.setFixedStyle(TabulaControl::ThreeD); }, true},
-    {"Font", [](Tabula& g) { g.setFont(g.Font()); }, true},
-    {"FontEdit", [](Tabula& g) { g.setFontEdit(g.FontEdit()); }, true},
-    {"FontFixed", [](Tabula& g) { g.setFontFixed(g.FontFixed()); }, true},
-    {"BackColorBkg", [](Tabula& g) { g.setBackColorBkg(0x808080); }, true},
-    {"FormatString", [](Tabula& g) { g.setFormatString(""); }, true},
-};
-
-INSTANTIATE_TEST_SUITE_P(Setters, AppearanceRepaints, ::testing::ValuesIn(repaintCases), caseName);
+INSTANTIATE_TEST_SUITE_P(Members, AppearanceSetter, ::testing::ValuesIn(setterCases), caseName);
 
 class AppearanceSurface : public TabulaTest::NavigationFixture {};
 
+// Inside the surface the background colour shows past the cells, as the
+// golden scenes pin; around it only without a border.
 TEST_F(AppearanceSurface, BackgroundColourShowsAroundTheSurfaceOnlyWithoutBorder)
 {
     grid().setBorderStyle(TabulaControl::ThinRaised);
     grid().setBackColorBkg(0xFF0000);
     QApplication::processEvents();
     EXPECT_EQ(grid().grab().toImage().pixel(1, 1) & 0xFFFFFF, Face);
-    const QPoint belowLastRow = cell(1, 2).topLeft() + QPoint(10, 2 * grid().RowHeight(1));
-    EXPECT_EQ(pixel(belowLastRow.x(), belowLastRow.y()), 0x0000FFu);
-
     grid().setBorderStyle(TabulaControl::NoBorder);
     QApplication::processEvents();
     EXPECT_EQ(grid().grab().toImage().pixel(1, 1) & 0xFFFFFF, 0x0000FFu);
@@ -141,16 +109,6 @@ TEST_F(AppearanceSurface, MousePointerIsTheControlsOwnCursor)
 {
     grid().setMousePointer(11);
     EXPECT_EQ(grid().cursor().shape(), Qt::WaitCursor);
-}
-
-TEST_F(AppearanceSurface, SixteenBitStylesOverflow)
-{
-    const auto border = errorOf([&] { grid().setBorderStyle(static_cast<TabulaControl::BorderStyles>(70000)); });
-    EXPECT_EQ(border.Source, "TabulaControl.Tabula.BorderStyle");
-    EXPECT_EQ(grid().BorderStyle(), TabulaControl::Single);
-    const auto fixed = errorOf([&] { grid().setFixedStyle(static_cast<TabulaControl::FixedStyles>(-40000)); });
-    EXPECT_EQ(fixed.Source, "TabulaControl.Tabula.FixedStyle");
-    EXPECT_EQ(grid().FixedStyle(), TabulaControl::ThreeD);
 }
 
 TEST_F(AppearanceSurface, BackColorAndForeColorAreSharedByEveryGridOfTheThreadUntilANewOne)
@@ -235,7 +193,6 @@ TEST_F(AppearanceSurface, ACheckBoxSitsAtTheCentreRoundedToEvenAndANarrowCellSho
     const QRect narrow = cell(1, 2);
     EXPECT_EQ(countOf(picture(), narrow, White), narrow.width() * narrow.height());
 }
-
 
 struct NullFontCase {
     const char* name;

@@ -125,8 +125,7 @@ TEST_F(Layout, PageStepsAreMeasuredByTheFirstPaintThatRunsPastTheSurface)
 TEST_F(Layout, RefreshBringsTheCurrentCellIntoTheDataAreaWhenThereIsOne)
 {
     grid().setRows(3);
-    grid().setRow(-3);
-    grid().setCol(0);
+    moveTo(-3, 0);
     grid().Refresh();
     EXPECT_EQ(current(), "1,1");
     grid().setRows(0);

@@ -20,14 +20,9 @@ protected:
         grid().setAutoRedraw(true);
         grid().setRows(5);
         grid().setCols(3);
-        grid().setTopRow(1);
-        grid().setLeftCol(1);
-        grid().setRow(1);
-        grid().setCol(1);
-        grid().setRow1(1);
-        grid().setCol1(1);
-        grid().setRow2(1);
-        grid().setCol2(1);
+        for (auto set : {&Tabula::setTopRow, &Tabula::setLeftCol, &Tabula::setRow, &Tabula::setCol, &Tabula::setRow1,
+                         &Tabula::setCol1, &Tabula::setRow2, &Tabula::setCol2})
+            (grid().*set)(1);
         grid().Refresh();
         grid().setTextMatrix(2, 2, "back");
         EXPECT_EQ(grid().TextMatrix(2, 2), "back");
@@ -97,12 +92,9 @@ struct PageCase {
 };
 
 const PageCase pageCases[] = {
-    {"up_with_one_row", 1, Qt::Key_PageUp, 1, 1},
-    {"down_with_one_row", 1, Qt::Key_PageDown, 1, 1},
-    {"up_with_two_rows", 2, Qt::Key_PageUp, 2, 2},
-    {"down_with_two_rows", 2, Qt::Key_PageDown, 1, 1},
-    {"home_with_no_rows", 0, Qt::Key_Home, 0, 0},
-    {"end_with_no_rows", 0, Qt::Key_End, 0, 0},
+    {"up_with_one_row", 1, Qt::Key_PageUp, 1, 1},     {"down_with_one_row", 1, Qt::Key_PageDown, 1, 1},
+    {"up_with_two_rows", 2, Qt::Key_PageUp, 2, 2},    {"down_with_two_rows", 2, Qt::Key_PageDown, 1, 1},
+    {"home_with_no_rows", 0, Qt::Key_Home, 0, 0},     {"end_with_no_rows", 0, Qt::Key_End, 0, 0},
     {"down_with_no_rows", 0, Qt::Key_PageDown, 0, 0},
 };
 

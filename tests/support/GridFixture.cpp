@@ -9,48 +9,43 @@ using TabulaControl::TabulaEvents;
 EventLog::EventLog(TabulaEvents* events)
 {
     auto add = [this](QString entry) { entries.append(entry); };
-    QObject::connect(events, &TabulaEvents::Click, [add] { add("Click"); });
-    QObject::connect(events, &TabulaEvents::DblClick, [add] { add("DblClick"); });
-    QObject::connect(events, &TabulaEvents::Scroll, [add] { add("Scroll"); });
-    QObject::connect(events, &TabulaEvents::Resize, [add] { add("Resize"); });
-    QObject::connect(events, &TabulaEvents::BtnClick,
-                     [add](int32_t r, int32_t c) { add(QString("BtnClick(%1,%2)").arg(r).arg(c)); });
-    QObject::connect(events, &TabulaEvents::KeyDown,
-                     [add](int16_t k, int16_t s) { add(QString("KeyDown(%1,%2)").arg(k).arg(s)); });
-    QObject::connect(events, &TabulaEvents::KeyPress, [add](int16_t k) { add(QString("KeyPress(%1)").arg(k)); });
-    QObject::connect(events, &TabulaEvents::KeyUp,
-                     [add](int16_t k, int16_t s) { add(QString("KeyUp(%1,%2)").arg(k).arg(s)); });
-    auto mouse = [add](const char* name) {
-        return [add, name](int16_t b, int16_t s, float x, float y) {
-            add(QString("%1(%2,%3,%4,%5)").arg(name).arg(b).arg(s).arg(x).arg(y));
+    auto named = [add](const char* name) {
+        return [add, name](auto... args) {
+            QStringList texts;
+            (texts.append(QVariant::fromValue(args).toString()), ...);
+            add(texts.isEmpty() ? QString(name) : QString("%1(%2)").arg(name, texts.join(',')));
         };
     };
-    QObject::connect(events, &TabulaEvents::MouseDown, mouse("MouseDown"));
-    QObject::connect(events, &TabulaEvents::MouseMove, mouse("MouseMove"));
-    QObject::connect(events, &TabulaEvents::MouseUp, mouse("MouseUp"));
+    QObject::connect(events, &TabulaEvents::Click, named("Click"));
+    QObject::connect(events, &TabulaEvents::DblClick, named("DblClick"));
+    QObject::connect(events, &TabulaEvents::Scroll, named("Scroll"));
+    QObject::connect(events, &TabulaEvents::Resize, named("Resize"));
+    QObject::connect(events, &TabulaEvents::BtnClick, named("BtnClick"));
+    QObject::connect(events, &TabulaEvents::KeyDown, named("KeyDown"));
+    QObject::connect(events, &TabulaEvents::KeyPress, named("KeyPress"));
+    QObject::connect(events, &TabulaEvents::KeyUp, named("KeyUp"));
+    QObject::connect(events, &TabulaEvents::MouseDown, named("MouseDown"));
+    QObject::connect(events, &TabulaEvents::MouseMove, named("MouseMove"));
+    QObject::connect(events, &TabulaEvents::MouseUp, named("MouseUp"));
+    QObject::connect(events, &TabulaEvents::AfterEdit, named("AfterEdit"));
+    QObject::connect(events, &TabulaEvents::AfterAddRow, named("AfterAddRow"));
+    QObject::connect(events, &TabulaEvents::AfterDeleteRow, named("AfterDeleteRow"));
+    QObject::connect(events, &TabulaEvents::RowColChange, named("RowColChange"));
     QObject::connect(events, &TabulaEvents::BeforeEdit, [this, add](int32_t r, int32_t c, bool& cancel) {
         add(QString("BeforeEdit(%1,%2)").arg(r).arg(c));
         if (onBeforeEdit)
             onBeforeEdit(r, c, cancel);
-    });
-    QObject::connect(events, &TabulaEvents::AfterEdit, [add](int32_t r, int32_t c, QString v) {
-        add(QString("AfterEdit(%1,%2,%3)").arg(r).arg(c).arg(v));
     });
     QObject::connect(events, &TabulaEvents::BeforeAddRow, [this, add](bool& cancel) {
         add("BeforeAddRow");
         if (onBeforeAddRow)
             onBeforeAddRow(cancel);
     });
-    QObject::connect(events, &TabulaEvents::AfterAddRow, [add](int32_t r) { add(QString("AfterAddRow(%1)").arg(r)); });
     QObject::connect(events, &TabulaEvents::BeforeDeleteRow, [this, add](int32_t r, bool& cancel) {
         add(QString("BeforeDeleteRow(%1)").arg(r));
         if (onBeforeDeleteRow)
             onBeforeDeleteRow(r, cancel);
     });
-    QObject::connect(events, &TabulaEvents::AfterDeleteRow,
-                     [add](int32_t r) { add(QString("AfterDeleteRow(%1)").arg(r)); });
-    QObject::connect(events, &TabulaEvents::RowColChange,
-                     [add](int32_t r, int32_t c) { add(QString("RowColChange(%1,%2)").arg(r).arg(c)); });
 }
 
 QStringList EventLog::only(const QStringList& names) const
@@ -89,7 +84,21 @@ void GridFixture::fillWithPositions(int32_t rows, int32_t cols)
     }
 }
 
+void GridFixture::select(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
+{
+    grid_->setRow1(row1);
+    grid_->setCol1(col1);
+    grid_->setRow2(row2);
+    grid_->setCol2(col2);
+}
+
 uint32_t GridFixture::pixel(int x, int y) { return picture().pixel(x, y) & 0xFFFFFF; }
+
+QString whereIn(const TabulaControl::Tabula& g)
+{
+    const auto at = [](int32_t row, int32_t col) { return QString("%1,%2").arg(row).arg(col); };
+    return at(g.Row(), g.Col()) + " in " + at(g.Row1(), g.Col1()) + ":" + at(g.Row2(), g.Col2());
+}
 
 TabulaControl::ComponentError errorOf(const std::function<void()>& body)
 {

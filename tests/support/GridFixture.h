@@ -31,6 +31,9 @@ public:
     std::function<void(int32_t, int32_t, bool&)> onBeforeEdit;
 };
 
+// "row,col in row1,col1:row2,col2": the current cell and the selected block.
+QString whereIn(const TabulaControl::Tabula& grid);
+
 // A shown grid of a known size: 400 x 300 pixels, so the surface is
 // 395 x 295 with the scroll bars laid over its right and bottom edges.
 class GridFixture : public ::testing::Test {
@@ -41,6 +44,14 @@ protected:
     TabulaControl::Tabula& grid() { return *grid_; }
     EventLog& log() { return *log_; }
     QImage picture() { return grid_->Picture(); }
+    QWidget* child(const char* name) { return grid_->findChild<QWidget*>(name); }
+    QWidget* surface() { return child("picGrid"); }
+    // "row,col" of the current cell; where() adds " in row1,col1:row2,col2".
+    QString current() { return whereIn(*grid_).section(' ', 0, 0); }
+    QString where() { return whereIn(*grid_); }
+    void moveTo(int32_t row, int32_t col) { grid_->setRow(row); grid_->setCol(col); }
+    // Sets the selected block, row1 and col1 being the anchor.
+    void select(int32_t row1, int32_t col1, int32_t row2, int32_t col2);
     // Gives the grid rows x cols data cells, each reading "row,col".
     void fillWithPositions(int32_t rows, int32_t cols);
     // The colour at (x, y) of the surface as 0xRRGGBB.
