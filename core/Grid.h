@@ -116,6 +116,14 @@ public:
     render::Canvas canvas() { return {surface, marks}; }
     // Moves the pixels of area by (dx, dy) with the marks on them.
     void scrollPixels(int32_t dx, int32_t dy, Rect area);
+    // Whether the cells are on the surface as the last pass over them drew
+    // them from the current inputs, with top and left the first row and
+    // column shown: then a one-step scroll need not draw the cells it
+    // carries whole.
+    bool cellsCurrent(int32_t top, int32_t left) const;
+    // Runs the body with drawing left out for the cells whose pixels the
+    // memo holds in place, when keep is true.
+    void withCarriedCellsKept(bool keep, const std::function<void()>& body);
 
     // Marks over the cells, kept in `marks`: the current cell's focus
     // rectangle, and the selection block, inverted, with its anchor cell in
@@ -281,12 +289,17 @@ private:
     int32_t listHeight() const;
     void selectListItem(const QString& text, int32_t length);
     void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
+    CellInputs cellInputs() const;
+    void notePass(bool full);
+    bool keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
 
     lookups::LookupLists lookupLists_;
     bool autoRedraw_ = true;
     int deferDepth_ = 0;
     std::optional<RepaintInputs> owedRepaint_;
     std::optional<RowWalk> measuredRow_;
+    std::optional<PaintedCells> painted_;
+    bool keepCarriedCells_ = false;
     std::optional<bool> barsShownOverride_;
     // What the last layout left, empty when unknown; see layoutSettled().
     std::vector<int64_t> settledLayout_;

@@ -31,14 +31,24 @@ bool isBlankText(const QString& text)
 
 }  // namespace
 
+uint64_t GridModel::nextRevision()
+{
+    // Shared by every grid of the thread, so that no two states of one grid
+    // ever carry the same revision.
+    thread_local uint64_t last = 0;
+    return ++last;
+}
+
 void GridModel::setRowCount(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
 {
+    revision_ = nextRevision();
     initializeRows(n, backColor, foreColor);
     rows_.setCount(n);
 }
 
 void GridModel::setColumnCount(int32_t n)
 {
+    revision_ = nextRevision();
     initializeColumns(n);
     cols_.setCount(n);
 }
@@ -54,6 +64,7 @@ bool GridModel::rowEmpty(int32_t row) const
 
 void GridModel::release()
 {
+    revision_ = nextRevision();
     cells_ = CellArray();
     rows_.clearSizes();
     cols_.clearSizes();

@@ -22,9 +22,13 @@ public:
     const Axis& rows() const { return rows_; }
     const Axis& cols() const { return cols_; }
     const CellArray& cells() const { return cells_; }
-    CellArray& cells() { return cells_; }
+    CellArray& cells() { return changed(cells_); }
     const ColumnSettings& columns() const { return columns_; }
-    ColumnSettings& columns() { return columns_; }
+    ColumnSettings& columns() { return changed(columns_); }
+
+    // Changes with everything a cell is drawn from: every write, and every
+    // access that could write, gives a value never given before.
+    uint64_t revision() const { return revision_; }
 
     // Whether (row, col) is a cell of the grid, header cells included.
     // Positions outside it (a host may store any value in the position
@@ -42,10 +46,10 @@ public:
     // default width, style and settings.
     void setColumnCount(int32_t n);
     // Moves the cells of the rows below row up by one; the row count stays.
-    void removeRowCells(int32_t row) { cells_.Remove(to16(row)); }
+    void removeRowCells(int32_t row) { changed(cells_).Remove(to16(row)); }
 
-    void setRowHeight(int64_t row, int16_t height) { rows_.setSize(row, height); }
-    void setColumnWidth(int64_t col, int16_t width) { cols_.setSize(col, width); }
+    void setRowHeight(int64_t row, int16_t height) { changed(rows_).setSize(row, height); }
+    void setColumnWidth(int64_t col, int16_t width) { changed(cols_).setSize(col, width); }
 
     // Whether every data cell of row holds nothing but spaces.
     bool rowEmpty(int32_t row) const;
@@ -61,6 +65,13 @@ public:
     void release();
 
 private:
+    template <class Part>
+    Part& changed(Part& part)
+    {
+        revision_ = nextRevision();
+        return part;
+    }
+    static uint64_t nextRevision();
     void initializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
     void initializeColumns(int32_t n);
 
@@ -70,6 +81,7 @@ private:
     ColumnSettings columns_;
     VbArray<QVariant> bookmarks_;
     QString formatString_;
+    uint64_t revision_ = nextRevision();
 };
 
 }  // namespace TabulaControl::detail

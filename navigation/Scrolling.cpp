@@ -1,6 +1,7 @@
 #include "navigation/Navigation.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace TabulaControl::detail {
 
@@ -40,8 +41,20 @@ void finishOneStep(Grid& g)
     g.ui.picGrid.Refresh();
 }
 
+// A step puts every cell it moves whole on the place where that cell is
+// drawn afresh when a grid line separates the lines (the step is a line and
+// one pixel), and keeps a text's rasterisation when it moves by whole pairs
+// of device pixels. The cells it carries then need no drawing if they were
+// current before it.
+bool carriesCurrentCells(const Grid& g, int32_t top, int32_t left, int32_t step)
+{
+    const double deviceStep = step * g.surface.devicePixelRatio();
+    return g.viewport.lineWidth() == 1 && std::fmod(deviceStep, 2.0) == 0 && g.cellsCurrent(top, left);
+}
+
 // The pixels below the header row move by one row; only the uncovered strip
-// is painted before the cells are redrawn.
+// is painted before the cells are redrawn, and of those only the cells the
+// move did not carry whole or that were not current.
 void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
 {
     const GridModel& model = g.model;
@@ -53,12 +66,13 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
     // One pixel past the row even without grid lines; the repaint that
     // follows covers the difference, as it always has.
     const int32_t step = to32(int64_t{model.rows().size(delta < 1 ? oldTop : newTop)} + 1);
+    const bool carried = carriesCurrentCells(g, oldTop, g.viewport.leftCol(), step);
     g.scrollPixels(0, to32(int64_t{step} * delta), area);
     if (delta < 1)
         g.drawBottomRows(newTop, step);
     else
         g.drawRow(newTop, top, true);
-    g.redrawAllCells(false);
+    g.withCarriedCellsKept(carried, [&g] { g.redrawAllCells(false); });
     finishOneStep(g);
 }
 
@@ -72,12 +86,13 @@ void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
     const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the column even without grid lines, as for rows.
     const int32_t step = to32(int64_t{model.cols().size(delta < 1 ? oldLeft : newLeft)} + 1);
+    const bool carried = carriesCurrentCells(g, g.viewport.topRow(), oldLeft, step);
     g.scrollPixels(to32(int64_t{step} * delta), 0, area);
     if (delta < 1)
         g.drawRightColumns(newLeft, step);
     else
         g.drawColumn(newLeft, left, true);
-    g.redrawAllCells(true);
+    g.withCarriedCellsKept(carried, [&g] { g.redrawAllCells(true); });
     finishOneStep(g);
 }
 

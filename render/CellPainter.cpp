@@ -25,36 +25,59 @@ bool isCheckBoxCell(const GridModel& model, int32_t row, int32_t col)
 // Negative and system colours of a cell both mean "not set".
 bool cellColourSet(int32_t colour) { return colour >= 0; }
 
-void paintButtonCell(const GridModel& model, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x,
-                     int32_t y, int32_t width, int32_t height)
+// The box a cell's background covers, which holds everything the cell
+// draws: a button's face reaches over the grid lines after it, and a flat
+// header's line colour over the lines around it.
+struct Area {
+    int32_t x, y, width, height;
+};
+
+bool isButtonCell(const GridModel& model, int32_t row, int32_t col)
 {
-    if (!isFixed(row, col) || !look.flatHeaders()) {
-        const int16_t value = model.cells().Value(to16(row), to16(col));
-        DrawButton(canvas, x, y, advance(width, 1), advance(height, 1), value);
-        return;
-    }
+    return model.cells().Style(to16(row), to16(col)) == 1;
+}
+
+Area backgroundArea(const GridModel& model, const Appearance& look, int32_t row, int32_t col, Area cell)
+{
+    if (!isButtonCell(model, row, col))
+        return cell;
+    if (!isFixed(row, col) || !look.flatHeaders())
+        return {cell.x, cell.y, advance(cell.width, 1), advance(cell.height, 1)};
     if (look.showsGridLines())
-        DrawBox(canvas, advance(x, -1), advance(y, -1), advance(width, 2), advance(height, 2), look.gridLineColor());
-    DrawBox(canvas, x, y, width, height, look.headerBackColor());
+        return {advance(cell.x, -1), advance(cell.y, -1), advance(cell.width, 2), advance(cell.height, 2)};
+    return cell;
 }
 
 void paintBackground(const GridModel& model, const Appearance& look, Canvas canvas, const CellFormat& format, int32_t row,
-                     int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
+                     int32_t col, Area cell)
 {
-    if (model.cells().Style(to16(row), to16(col)) == 1) {
-        paintButtonCell(model, look, canvas, row, col, x, y, width, height);
+    const Area area = backgroundArea(model, look, row, col, cell);
+    if (!isButtonCell(model, row, col)) {
+        const OleColor colour =
+            cellColourSet(format.BackColor) ? static_cast<OleColor>(format.BackColor) : look.cellBackColor(row);
+        DrawBox(canvas, area.x, area.y, area.width, area.height, colour);
         return;
     }
-    const OleColor colour =
-        cellColourSet(format.BackColor) ? static_cast<OleColor>(format.BackColor) : look.cellBackColor(row);
-    DrawBox(canvas, x, y, width, height, colour);
+    if (!isFixed(row, col) || !look.flatHeaders()) {
+        const int16_t value = model.cells().Value(to16(row), to16(col));
+        DrawButton(canvas, area.x, area.y, area.width, area.height, value);
+        return;
+    }
+    if (look.showsGridLines())
+        DrawBox(canvas, area.x, area.y, area.width, area.height, look.gridLineColor());
+    DrawBox(canvas, cell.x, cell.y, cell.width, cell.height, look.headerBackColor());
 }
 
 // The box covers its whole square.
-void paintCheckBox(Canvas canvas, QAnyStringView text, int32_t x, int32_t y, int32_t width)
+platform::Rect checkBoxSquare(int32_t x, int32_t y, int32_t width)
 {
     const int32_t left = roundTo32(static_cast<double>(x) + static_cast<double>(width) / 2 - 7);
-    const platform::Rect square = MakeRect(left, advance(y, 1), CheckBoxSize, CheckBoxSize);
+    return MakeRect(left, advance(y, 1), CheckBoxSize, CheckBoxSize);
+}
+
+void paintCheckBox(Canvas canvas, QAnyStringView text, int32_t x, int32_t y, int32_t width)
+{
+    const platform::Rect square = checkBoxSquare(x, y, width);
     canvas.surface.checkBox(square, text == QLatin1StringView("1"));
     canvas.marks.covered(square);
 }
@@ -160,7 +183,7 @@ void drawCell(const GridModel& model, const Appearance& look, Canvas canvas, int
               int32_t width, int32_t height)
 {
     const CellFormat& format = model.cells().Format(to16(row), to16(col));
-    paintBackground(model, look, canvas, format, row, col, x, y, width, height);
+    paintBackground(model, look, canvas, format, row, col, {x, y, width, height});
     const QAnyStringView text = model.cells().textView(to16(row), to16(col));
     if (isCheckBoxCell(model, row, col))
         paintCheckBox(canvas, text, x, y, width);
@@ -172,12 +195,24 @@ void drawCell(const GridModel& model, const Appearance& look, Canvas canvas, int
     surface.text(text, textRect, textFlags(model, row, col));
 }
 
+CellCover cellCover(const GridModel& model, const Appearance& look, int32_t row, int32_t col, int32_t x, int32_t y,
+                    int32_t width, int32_t height)
+{
+    const Area area = backgroundArea(model, look, row, col, {x, y, width, height});
+    CellCover cover{MakeRect(area.x, area.y, area.width, area.height), std::nullopt};
+    if (isCheckBoxCell(model, row, col))
+        cover.checkBox = checkBoxSquare(x, y, width);
+    return cover;
+}
+
 }  // namespace TabulaControl::detail::render
 
 namespace TabulaControl::detail {
 
 void Grid::drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
+    if (keepsCarriedCell(row, col, x, y, width, height))
+        return;
     surface.drawCell([&] { render::drawCell(model, appearance, canvas(), row, col, x, y, width, height); });
 }
 

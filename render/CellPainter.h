@@ -6,6 +6,7 @@
 #include "render/Marks.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace TabulaControl::detail::render {
 
@@ -27,5 +28,16 @@ void DrawButton(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t heig
 // or button face, check box, then text.
 void drawCell(const GridModel& model, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
               int32_t width, int32_t height);
+
+// The boxes that drawing cell (row, col) at (x, y) covers: the box of its
+// first fill, which holds everything the cell draws and is where the surface
+// remembers it, and the check box's square, which may reach past a narrow
+// cell.
+struct CellCover {
+    platform::Rect bounds;
+    std::optional<platform::Rect> checkBox;
+};
+CellCover cellCover(const GridModel& model, const Appearance& look, int32_t row, int32_t col, int32_t x, int32_t y,
+                    int32_t width, int32_t height);
 
 }  // namespace TabulaControl::detail::render

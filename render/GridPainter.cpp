@@ -3,6 +3,7 @@
 #include "render/CellPainter.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace TabulaControl::detail::render {
 
@@ -141,6 +142,80 @@ void Grid::paintAll()
     ui.picGrid.Refresh();
 }
 
+CellInputs Grid::cellInputs() const
+{
+    const auto fontOf = [](const FontRef& font) { return font ? std::optional<StdFont>(*font) : std::nullopt; };
+    const render::Appearance& look = appearance;
+    return {model.revision(),
+            {look.showsColumnHeader(), look.showsRowHeader(), look.showsGridLines(), look.headerStyle(),
+             look.gridLineColor(), look.headerBackColor(), look.headerForeColor(), look.alternatesRowColors(),
+             look.alternateRowColor(), SharedBackColor, SharedForeColor, viewport.lineWidth(), surface.width(),
+             surface.height(), std::bit_cast<int64_t>(double{surface.devicePixelRatio()})},
+            fontOf(look.font()),
+            fontOf(look.headerFont())};
+}
+
+bool Grid::cellsCurrent(int32_t top, int32_t left) const
+{
+    return !owedRepaint_ && painted_ && painted_->topRow == top && painted_->leftCol == left &&
+           painted_->inputs == cellInputs();
+}
+
+// A full pass draws every cell shown; one without the header row keeps the
+// cells current only if the header row was current before it.
+void Grid::notePass(bool full)
+{
+    CellInputs inputs = cellInputs();
+    if (!full && !(painted_ && painted_->leftCol == viewport.leftCol() && painted_->inputs == inputs)) {
+        painted_.reset();
+        return;
+    }
+    painted_ = PaintedCells{std::move(inputs), viewport.topRow(), viewport.leftCol()};
+}
+
+void Grid::withCarriedCellsKept(bool keep, const std::function<void()>& body)
+{
+    keepCarriedCells_ = keep;
+    try {
+        body();
+    } catch (...) {
+        keepCarriedCells_ = false;
+        throw;
+    }
+    keepCarriedCells_ = false;
+}
+
+// A cell the memo holds in place while the cells are current is left as it
+// is; it takes away the marks it covers, as drawing it would. Debug builds
+// draw it anyway and check that the memo matched it and the marks agree.
+bool Grid::keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
+{
+    if (!keepCarriedCells_ || surface.discarding())
+        return false;
+    const render::CellCover cover = render::cellCover(model, appearance, row, col, x, y, width, height);
+    const std::optional<size_t> kept = surface.rememberedCell(cover.bounds);
+    if (!kept)
+        return false;
+#ifndef NDEBUG
+    const auto regionOf = [](platform::Rect r) {
+        return r.Right > r.Left && r.Bottom > r.Top ? QRegion(r.Left, r.Top, r.Right - r.Left, r.Bottom - r.Top)
+                                                    : QRegion();
+    };
+    QRegion covered = regionOf(cover.bounds);
+    if (cover.checkBox)
+        covered += regionOf(*cover.checkBox);
+    const QRegion inverted = marks.inverted() - covered, dotted = marks.dotted() - covered;
+    surface.drawCell([&] { render::drawCell(model, appearance, canvas(), row, col, x, y, width, height); });
+    assert(surface.rememberedCell(cover.bounds) == kept && "a carried cell differs from its drawing");
+    assert(marks.inverted() == inverted && marks.dotted() == dotted && "a carried cell covers other marks");
+#else
+    marks.covered(cover.bounds);
+    if (cover.checkBox)
+        marks.covered(*cover.checkBox);
+#endif
+    return true;
+}
+
 void Grid::redrawAllCells(bool full)
 {
     int32_t y = 1;
@@ -169,6 +244,8 @@ void Grid::redrawAllCells(bool full)
         showMarksAfterPaint();
     }
     placeResizeZones();
+    if (!surface.discarding())
+        notePass(full);
 }
 
 void Grid::drawRow(int32_t row, int32_t y, bool)

@@ -6,6 +6,8 @@
 #include "render/Viewport.h"
 
 #include <cstdint>
+#include <optional>
+#include <vector>
 
 namespace TabulaControl::detail {
 
@@ -21,6 +23,25 @@ struct RepaintInputs {
     navigation::CellBlock block;
     // Whether both scroll bars were shown before the repaint placed them.
     bool barsShown = false;
+};
+
+// What every cell is drawn from besides its place: the grid's data, the
+// appearance, the fonts and shared colours, the surface. While it stays the
+// same, a cell a pass drew is right wherever its pixels were moved whole.
+struct CellInputs {
+    uint64_t modelRevision = 0;
+    std::vector<int64_t> values;
+    std::optional<StdFont> font;
+    std::optional<StdFont> headerFont;
+    friend bool operator==(const CellInputs&, const CellInputs&) = default;
+};
+
+// The cells the last pass over them drew, and the first row and column it
+// drew them from.
+struct PaintedCells {
+    CellInputs inputs;
+    int32_t topRow = 0;
+    int32_t leftCol = 0;
 };
 
 // What painting one row across the columns leaves in the state; the same

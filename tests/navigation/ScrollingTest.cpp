@@ -112,4 +112,46 @@ TEST_F(Scrolling, AScrollBarHandsTheFocusBackToTheSurface)
     }
 }
 
+// A one-row scroll moves the pixels and draws again only the cells that do
+// not show what they hold now: each change below, made without a repaint,
+// shows after the scroll in the cells it touches exactly as a repaint draws
+// them.
+struct QuietChange {
+    const char* name;
+    void (*change)(TabulaControl::Tabula&);
+};
+
+const QuietChange quietChanges[] = {
+    {"text_with_redrawing_off", [](TabulaControl::Tabula& g) {
+         g.setAutoRedraw(false);
+         g.setTextMatrix(6, 2, "changed");
+         g.setTextMatrix(6, 0, "caption");
+     }},
+    {"font_through_its_object", [](TabulaControl::Tabula& g) {
+         g.setTextMatrix(6, 2, "bold");
+         g.Font()->Bold = true;
+     }},
+    {"back_colour_set_on_another_grid", [](TabulaControl::Tabula&) { TabulaControl::Tabula().setBackColor(0x00FF00); }},
+};
+
+class ScrollAfterQuietChange : public TabulaTest::WideGrid, public testing::WithParamInterface<QuietChange> {};
+
+TEST_P(ScrollAfterQuietChange, ShowsItAsARepaintWould)
+{
+    grid().setTextMatrix(6, 2, "before");
+    picture();
+    GetParam().change(grid());
+    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    ASSERT_EQ(grid().TopRow(), 2);
+    const QImage scrolled = picture();
+    grid().Refresh();
+    const QImage repainted = picture();
+    for (const int32_t col : {0, 1, 2, 3}) {
+        SCOPED_TRACE(col);
+        EXPECT_EQ(scrolled.copy(cell(6, col)), repainted.copy(cell(6, col)));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Scrolling, ScrollAfterQuietChange, ::testing::ValuesIn(quietChanges), TabulaTest::caseName);
+
 }  // namespace
