@@ -620,6 +620,7 @@ Surface::Surface(int width, int height, qreal devicePixelRatio)
 const QImage& Surface::image() const
 {
     settle();
+    pending_.makeAll(image_);
     if (!marksShown_) {
         flipMarks();
         marksShown_ = true;
@@ -680,6 +681,7 @@ bool Surface::readyToDraw()
 void Surface::remakeImage()
 {
     memo_.clear();
+    pending_.stop();
     const DevicePixels scale(image_, ratio_, width_, height_);
     image_ = makeImage(static_cast<int>(scale.toDevice(width_)), static_cast<int>(scale.toDevice(height_)));
     image_.fill(translateColor(backColor_));
@@ -710,6 +712,7 @@ void Surface::resize(int width, int height)
     if (interruptsCell())
         return;
     liftMarks();
+    pending_.makeAll(image_);
     const QImage old = std::exchange(image_, QImage());
     width_ = width;
     height_ = height;
@@ -727,7 +730,7 @@ void Surface::clear()
     if (!readyToDraw())
         return;
     memo_.clear();
-    image_.fill(translateColor(backColor_));
+    pending_.start(image_, translateColor(backColor_));
 }
 
 void Surface::fill(Rect r, OleColor colour)
@@ -735,7 +738,9 @@ void Surface::fill(Rect r, OleColor colour)
     if (!startsShapeCall(CellCall::Fill, toBox(r), ::qHash(colour)))
         return;
     DevicePixels canvas(image_, ratio_, width_, height_);
-    canvas.fill(intersect(toBox(r), canvas.bounds()), translateColor(colour));
+    const Box box = intersect(toBox(r), canvas.bounds());
+    pending_.cover(canvas.toDevice(box));
+    canvas.fill(box, translateColor(colour));
 }
 
 void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
@@ -749,10 +754,15 @@ void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
     const QRgb pixel = translateColor(penColor_);
     const bool dotted = penStyle_ == PenStyle::Dot;
     if (!dotted && (x1 == x2 || y1 == y2)) {
-        if (x1 != x2 || y1 != y2)
-            canvas.fill(intersect(axisLineBox(x1, y1, x2, y2), canvas.bounds()), pixel);
+        if (x1 == x2 && y1 == y2)
+            return;
+        const Box box = intersect(axisLineBox(x1, y1, x2, y2), canvas.bounds());
+        pending_.cover(canvas.toDevice(box));
+        canvas.fill(box, pixel);
         return;
     }
+    pending_.make(image_, canvas.toDevice({std::min(x1, x2), std::min(y1, y2), int64_t{std::max(x1, x2)} + 1,
+                                           int64_t{std::max(y1, y2)} + 1}));
     walkLine(canvas, x1, y1, x2, y2, pixel, dotted);
 }
 
@@ -761,6 +771,7 @@ void Surface::edge(Rect r, unsigned kinds, unsigned sides)
     if (!startsShapeCall(CellCall::Edge, toBox(r), qHashMulti(0, kinds, sides)))
         return;
     DevicePixels canvas(image_, ratio_, width_, height_);
+    pending_.make(image_, canvas.toDevice(toBox(r)));
     const auto paletteOf = [sides](EdgeColours colours) {
         return (sides & EdgeMono) ? EdgeColours{systemColour(6), systemColour(6)} : colours;
     };
@@ -778,6 +789,7 @@ void Surface::checkBox(Rect r, bool checked)
     if (!startsShapeCall(CellCall::CheckBox, toBox(r), ::qHash(checked)))
         return;
     DevicePixels canvas(image_, ratio_, width_, height_);
+    pending_.make(image_, canvas.toDevice(toBox(r)));
     const Box bounds = toBox(r);
     const int64_t side = std::min(bounds.width(), bounds.height());
     if (side <= 0)
@@ -843,6 +855,7 @@ void Surface::drawText(const QString& s, Rect r, unsigned flags)
     const Box visible = intersect(bounds, {0, 0, width_, height_});
     if (visible.empty() || s.isEmpty())
         return;
+    pending_.make(image_, DevicePixels(image_, ratio_, width_, height_).toDevice(visible));
     const QPaintDevice& device = image_.isNull() ? referenceDevice() : image_;
     const auto layout = layoutRect(bounds, visible, flags, font_, device, s);
     if (!layout)
@@ -909,6 +922,7 @@ bool Surface::beginCell()
 QImage Surface::cellPixels() const
 {
     const DevicePixels canvas(image_, ratio_, width_, height_);
+    pending_.make(image_, canvas.toDevice(cell_->bounds));
     return image_.copy(toQRect(canvas.toDevice(cell_->bounds)));
 }
 #endif
@@ -1021,6 +1035,7 @@ void Surface::focusRect(Rect r)
         return;
     memo_.forget(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
+    pending_.make(image_, canvas.toDevice(toBox(r)));
     focusRectBox(canvas, toBox(r));
 }
 
@@ -1032,6 +1047,7 @@ void Surface::invert(Rect r)
         return;
     memo_.forget(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
+    pending_.make(image_, canvas.toDevice(toBox(r)));
     canvas.invert(intersect(toBox(r), canvas.bounds()));
 }
 
@@ -1041,6 +1057,7 @@ Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
         return {};
     if (!readyToDraw())
         return {};
+    pending_.makeAll(image_);
     DevicePixels canvas(image_, ratio_, width_, height_);
     const Box surface = canvas.bounds();
     const Box source = toBox(scroll);

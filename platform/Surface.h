@@ -2,6 +2,7 @@
 
 #include "platform/Box.h"
 #include "platform/CellMemo.h"
+#include "platform/PendingFill.h"
 #include "platform/Rect.h"
 #include "platform/TextCache.h"
 
@@ -260,6 +261,8 @@ private:
     qreal ratio_ = 1;
     // The pixels, with the marks applied while marksShown_.
     mutable QImage image_;
+    // What a clear has yet to write, made when the pixels are read or moved.
+    mutable PendingFill pending_;
     std::vector<Mark> marks_;
     mutable bool marksShown_ = false;
     // The keys of the fonts last drawn with; a cell and its header
