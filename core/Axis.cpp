@@ -1,22 +1,54 @@
 #include "core/Axis.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace TabulaControl::detail {
 
-int64_t Axis::appendShownSizes(std::vector<int64_t>& key, int32_t first, int32_t room) const
+Axis::ShownSizes Axis::walkShownSizes(int32_t first, int32_t room) const
 {
-    const int32_t lastSized = lastSizedIndex();
-    if (lastSized >= 0)
-        key.push_back(size(0));
+    ShownSizes walk{first, room, 0, lastSizedIndex() >= 0, false, {}};
+    if (walk.header)
+        walk.sizes.push_back(size(0));
     int64_t reach = 0;
     int32_t i = firstWalked(first);
-    for (; i <= std::min(count_, lastSized) && reach <= room; ++i) {
+    for (; i <= std::min(count_, lastSizedIndex()) && reach <= room; ++i) {
         const int64_t lineSize = size(i);
-        key.push_back(lineSize);
+        walk.sizes.push_back(lineSize);
         reach += lineSize + 1;
     }
-    return i;
+    walk.end = i;
+    walk.filled = reach > room;
+    return walk;
+}
+
+int64_t Axis::appendShownSizes(std::vector<int64_t>& key, int32_t first, int32_t room) const
+{
+    if (!shown_ || shown_->first != first || shown_->room != room)
+        shown_ = walkShownSizes(first, room);
+#ifndef NDEBUG
+    const ShownSizes fresh = walkShownSizes(first, room);
+    assert(fresh.sizes == shown_->sizes && fresh.end == shown_->end && "a kept walk of the shown sizes is stale");
+#endif
+    key.insert(key.end(), shown_->sizes.begin(), shown_->sizes.end());
+    return shown_->end;
+}
+
+void Axis::sizeChanged(int64_t index)
+{
+    if (shown_ && (index == 0 || (index >= firstWalked(shown_->first) && index < shown_->end)))
+        shown_.reset();
+}
+
+// A walk that filled its room ends where it did however many lines follow,
+// as long as the lines it walked and the header still exist.
+void Axis::boundChanged()
+{
+    if (!shown_)
+        return;
+    const bool header = lastSizedIndex() >= 0;
+    if (!shown_->filled || header != shown_->header || std::min(count_, lastSizedIndex()) < shown_->end - 1)
+        shown_.reset();
 }
 
 }  // namespace TabulaControl::detail
