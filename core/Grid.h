@@ -118,12 +118,13 @@ public:
     void scrollPixels(int32_t dx, int32_t dy, Rect area);
     // Whether the cells are on the surface as the last pass over them drew
     // them from the current inputs, with top and left the first row and
-    // column shown: then a one-step scroll need not draw the cells it
-    // carries whole.
-    bool cellsCurrent(int32_t top, int32_t left) const;
-    // Runs the body with drawing left out for the cells whose pixels the
-    // memo holds in place, when keep is true.
-    void withCarriedCellsKept(bool keep, const std::function<void()>& body);
+    // column shown, the header row included when asked: then a one-step
+    // scroll need not draw the cells it carries whole.
+    bool cellsCurrent(int32_t top, int32_t left, bool headerRow) const;
+    // Runs body, which draws cells only where they belong: a pass over the
+    // cells, or a scroll step's strip and pass. With keepCarried, the cells
+    // whose pixels the memo holds in place are left as they are.
+    void inPass(bool keepCarried, const std::function<void()>& body);
 
     // Marks over the cells, kept in `marks`: the current cell's focus
     // rectangle, and the selection block, inverted, with its anchor cell in
@@ -291,6 +292,8 @@ private:
     void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
     CellInputs cellInputs() const;
     void notePass(bool full);
+    void passOverCells(bool full);
+    void notePaintOutsidePass();
     bool keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
 
     lookups::LookupLists lookupLists_;
@@ -300,6 +303,7 @@ private:
     std::optional<RowWalk> measuredRow_;
     std::optional<PaintedCells> painted_;
     bool keepCarriedCells_ = false;
+    int passDepth_ = 0;
     std::optional<bool> barsShownOverride_;
     // What the last layout left, empty when unknown; see layoutSettled().
     std::vector<int64_t> settledLayout_;

@@ -46,10 +46,10 @@ void finishOneStep(Grid& g)
 // one pixel), and keeps a text's rasterisation when it moves by whole pairs
 // of device pixels. The cells it carries then need no drawing if they were
 // current before it.
-bool carriesCurrentCells(const Grid& g, int32_t top, int32_t left, int32_t step)
+bool carriesCurrentCells(const Grid& g, int32_t top, int32_t left, int32_t step, bool headerRow)
 {
     const double deviceStep = step * g.surface.devicePixelRatio();
-    return g.viewport.lineWidth() == 1 && std::fmod(deviceStep, 2.0) == 0 && g.cellsCurrent(top, left);
+    return g.viewport.lineWidth() == 1 && std::fmod(deviceStep, 2.0) == 0 && g.cellsCurrent(top, left, headerRow);
 }
 
 // The pixels below the header row move by one row; only the uncovered strip
@@ -66,13 +66,15 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
     // One pixel past the row even without grid lines; the repaint that
     // follows covers the difference, as it always has.
     const int32_t step = to32(int64_t{model.rows().size(delta < 1 ? oldTop : newTop)} + 1);
-    const bool carried = carriesCurrentCells(g, oldTop, g.viewport.leftCol(), step);
+    const bool carried = carriesCurrentCells(g, oldTop, g.viewport.leftCol(), step, false);
     g.scrollPixels(0, to32(int64_t{step} * delta), area);
-    if (delta < 1)
-        g.drawBottomRows(newTop, step);
-    else
-        g.drawRow(newTop, top, true);
-    g.withCarriedCellsKept(carried, [&g] { g.redrawAllCells(false); });
+    g.inPass(carried, [&] {
+        if (delta < 1)
+            g.drawBottomRows(newTop, step);
+        else
+            g.drawRow(newTop, top, true);
+        g.redrawAllCells(false);
+    });
     finishOneStep(g);
 }
 
@@ -86,13 +88,15 @@ void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
     const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
     // One pixel past the column even without grid lines, as for rows.
     const int32_t step = to32(int64_t{model.cols().size(delta < 1 ? oldLeft : newLeft)} + 1);
-    const bool carried = carriesCurrentCells(g, g.viewport.topRow(), oldLeft, step);
+    const bool carried = carriesCurrentCells(g, g.viewport.topRow(), oldLeft, step, true);
     g.scrollPixels(to32(int64_t{step} * delta), 0, area);
-    if (delta < 1)
-        g.drawRightColumns(newLeft, step);
-    else
-        g.drawColumn(newLeft, left, true);
-    g.withCarriedCellsKept(carried, [&g] { g.redrawAllCells(true); });
+    g.inPass(carried, [&] {
+        if (delta < 1)
+            g.drawRightColumns(newLeft, step);
+        else
+            g.drawColumn(newLeft, left, true);
+        g.redrawAllCells(true);
+    });
     finishOneStep(g);
 }
 

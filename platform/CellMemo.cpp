@@ -20,15 +20,27 @@ bool contains(const Box& outer, const Box& inner)
 
 }  // namespace
 
-std::optional<size_t> CellMemo::digestAt(const Box& bounds) const
+const CellMemo::Cell* CellMemo::cellAt(const Box& bounds) const
 {
     const auto row = rows_.find(bounds.top);
     if (row == rows_.end())
-        return std::nullopt;
+        return nullptr;
     const auto cell = row->second.cells.find(bounds.left);
     if (cell == row->second.cells.end() || !sameBox(cell->second.bounds, bounds))
-        return std::nullopt;
-    return cell->second.digest;
+        return nullptr;
+    return &cell->second;
+}
+
+std::optional<size_t> CellMemo::digestAt(const Box& bounds) const
+{
+    const Cell* cell = cellAt(bounds);
+    return cell ? std::optional(cell->digest) : std::nullopt;
+}
+
+std::optional<size_t> CellMemo::movedDigestAt(const Box& bounds) const
+{
+    const Cell* cell = cellAt(bounds);
+    return cell && cell->move == move_ ? std::optional(cell->digest) : std::nullopt;
 }
 
 void CellMemo::remember(const Box& bounds, size_t digest)
@@ -40,7 +52,7 @@ void CellMemo::remember(const Box& bounds, size_t digest)
     widest_ = std::max(widest_, bounds.width());
     // Cells come mostly in reading order: each lands at the end of its row.
     Row& row = rows_.try_emplace(std::prev(rows_.end(), rows_.empty() ? 0 : 1), bounds.top)->second;
-    const Cell cell{bounds, digest};
+    const Cell cell{bounds, digest, move_};
     row.add(cell);
     row.cells.insert_or_assign(row.cells.end(), bounds.left, cell);
 }
@@ -82,6 +94,7 @@ void CellMemo::moved(const Box& source, const Box& target, int64_t dx, int64_t d
             const Box to = translated(cell->second.bounds, dx, dy);
             if (contains(source, cell->second.bounds) && contains(target, to)) {
                 cell->second.bounds = to;
+                cell->second.move = move_;
                 carried.add(cell->second);
                 if (dx == 0) {
                     ++cell;

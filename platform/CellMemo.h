@@ -2,8 +2,8 @@
 
 #include "platform/Box.h"
 
-#include <cstddef>
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -18,9 +18,13 @@ namespace TabulaControl::platform {
 class CellMemo {
 public:
     std::optional<size_t> digestAt(const Box& bounds) const;
+    // The same, for a cell the last move carried there or drawn since.
+    std::optional<size_t> movedDigestAt(const Box& bounds) const;
     void remember(const Box& bounds, size_t digest);
     // Forgets every cell that area touches.
     void forget(const Box& area);
+    // A move of pixels begins; it may carry no cell at all.
+    void startMove() { ++move_; }
     // The pixels of source moved by (dx, dy), written only inside target.
     void moved(const Box& source, const Box& target, int64_t dx, int64_t dy);
     void clear();
@@ -29,7 +33,10 @@ private:
     struct Cell {
         Box bounds;
         size_t digest = 0;
+        // The move it was carried by or drawn after.
+        uint64_t move = 0;
     };
+    const Cell* cellAt(const Box& bounds) const;
     // One row of cells by left edge, and the lowest bottom edge among them
     // or beyond it: rows that end above an area are passed over whole.
     struct Row {
@@ -40,6 +47,7 @@ private:
 
     // By top edge and then left edge; the cells do not overlap.
     std::map<int64_t, Row> rows_;
+    uint64_t move_ = 0;
     int64_t tallest_ = 0;
     int64_t widest_ = 0;
 };

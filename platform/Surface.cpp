@@ -771,7 +771,7 @@ void Surface::edge(Rect r, unsigned kinds, unsigned sides)
     if (!startsShapeCall(CellCall::Edge, toBox(r), qHashMulti(0, kinds, sides)))
         return;
     DevicePixels canvas(image_, ratio_, width_, height_);
-    pending_.make(image_, canvas.toDevice(toBox(r)));
+    makePending(toBox(r));
     const auto paletteOf = [sides](EdgeColours colours) {
         return (sides & EdgeMono) ? EdgeColours{systemColour(6), systemColour(6)} : colours;
     };
@@ -789,7 +789,7 @@ void Surface::checkBox(Rect r, bool checked)
     if (!startsShapeCall(CellCall::CheckBox, toBox(r), ::qHash(checked)))
         return;
     DevicePixels canvas(image_, ratio_, width_, height_);
-    pending_.make(image_, canvas.toDevice(toBox(r)));
+    makePending(toBox(r));
     const Box bounds = toBox(r);
     const int64_t side = std::min(bounds.width(), bounds.height());
     if (side <= 0)
@@ -855,7 +855,7 @@ void Surface::drawText(const QString& s, Rect r, unsigned flags)
     const Box visible = intersect(bounds, {0, 0, width_, height_});
     if (visible.empty() || s.isEmpty())
         return;
-    pending_.make(image_, DevicePixels(image_, ratio_, width_, height_).toDevice(visible));
+    makePending(visible);
     const QPaintDevice& device = image_.isNull() ? referenceDevice() : image_;
     const auto layout = layoutRect(bounds, visible, flags, font_, device, s);
     if (!layout)
@@ -927,9 +927,9 @@ QImage Surface::cellPixels() const
 }
 #endif
 
-std::optional<size_t> Surface::rememberedCell(Rect box) const
+std::optional<size_t> Surface::movedCell(Rect box) const
 {
-    return memo_.digestAt(intersect(toBox(box), {0, 0, width_, height_}));
+    return memo_.movedDigestAt(intersect(toBox(box), {0, 0, width_, height_}));
 }
 
 bool Surface::cellSkipped() const { return cell_->mode == CellPass::Mode::Comparing; }
@@ -977,6 +977,15 @@ bool Surface::skipCellCall(CellCall call, const Box& box, size_t hash)
                              uint64_t(at.bottom), uint64_t(hash)})
         cell.digest = mixed(cell.digest, v);
     return cell.mode == Mode::Comparing;
+}
+
+// A cell's first fill wrote its whole box, so what the cell draws inside it
+// has nothing owed beneath.
+void Surface::makePending(const Box& box)
+{
+    if (!pending_.active() || (cell_ && cell_->mode != CellPass::Mode::Starting && contains(cell_->box, box)))
+        return;
+    pending_.make(image_, DevicePixels(image_, ratio_, width_, height_).toDevice(box));
 }
 
 bool Surface::startsShapeCall(CellCall call, const Box& box, size_t hash)
@@ -1058,6 +1067,7 @@ Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
     if (!readyToDraw())
         return {};
     pending_.makeAll(image_);
+    memo_.startMove();
     DevicePixels canvas(image_, ratio_, width_, height_);
     const Box surface = canvas.bounds();
     const Box source = toBox(scroll);

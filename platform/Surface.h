@@ -172,8 +172,8 @@ public:
     }
 
     // The digest of the cell the memo holds with its first fill over box,
-    // if it holds one there.
-    std::optional<size_t> rememberedCell(Rect box) const;
+    // if the last scroll carried it there or it was drawn there since.
+    std::optional<size_t> movedCell(Rect box) const;
 
     // Marks drawn over the pixels when they are read: applied in order, each an exclusive-or.
     struct Mark { enum class Kind { Inversion, FocusRect } kind; Rect rect; };
@@ -229,6 +229,9 @@ private:
     // A call that is not a cell's: true when it is to be left out.
     bool interruptsCell();
     void forgetUnlessCell(const Box& box);
+    // Makes what a clear still owes in box, unless the cell being drawn
+    // filled it already.
+    void makePending(const Box& box);
     // Whether a fill, edge or check box over box is to be drawn; when it is,
     // the pixels are ready and the memo forgets what the call covers.
     bool startsShapeCall(CellCall call, const Box& box, size_t hash);

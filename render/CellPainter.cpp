@@ -211,6 +211,7 @@ namespace TabulaControl::detail {
 
 void Grid::drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
+    notePaintOutsidePass();
     if (keepsCarriedCell(row, col, x, y, width, height))
         return;
     surface.drawCell([&] { render::drawCell(model, appearance, canvas(), row, col, x, y, width, height); });

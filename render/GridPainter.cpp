@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 
 namespace TabulaControl::detail::render {
 
@@ -155,34 +156,47 @@ CellInputs Grid::cellInputs() const
             fontOf(look.headerFont())};
 }
 
-bool Grid::cellsCurrent(int32_t top, int32_t left) const
+namespace {
+
+// A font size the surface cannot take leaves the size of the cell drawn
+// before, so the cells' pixels depend on the order they are drawn in.
+bool fontsStandAlone(const render::Appearance& look)
+{
+    const auto takes = [](const FontRef& font) { return font && font->Size > 0 && std::isfinite(font->Size); };
+    return takes(look.font()) && takes(look.headerFont());
+}
+
+}  // namespace
+
+bool Grid::cellsCurrent(int32_t top, int32_t left, bool headerRow) const
 {
     return !owedRepaint_ && painted_ && painted_->topRow == top && painted_->leftCol == left &&
+           (painted_->headerRowCurrent || !headerRow) && fontsStandAlone(appearance) &&
            painted_->inputs == cellInputs();
 }
 
-// A full pass draws every cell shown; one without the header row keeps the
-// cells current only if the header row was current before it.
 void Grid::notePass(bool full)
 {
     CellInputs inputs = cellInputs();
-    if (!full && !(painted_ && painted_->leftCol == viewport.leftCol() && painted_->inputs == inputs)) {
-        painted_.reset();
-        return;
-    }
-    painted_ = PaintedCells{std::move(inputs), viewport.topRow(), viewport.leftCol()};
+    const bool headerRowCurrent = full || (painted_ && painted_->headerRowCurrent &&
+                                           painted_->leftCol == viewport.leftCol() && painted_->inputs == inputs);
+    painted_ = PaintedCells{std::move(inputs), viewport.topRow(), viewport.leftCol(), headerRowCurrent};
 }
 
-void Grid::withCarriedCellsKept(bool keep, const std::function<void()>& body)
+void Grid::inPass(bool keepCarried, const std::function<void()>& body)
 {
-    keepCarriedCells_ = keep;
+    const bool wasKeeping = keepCarriedCells_;
+    keepCarriedCells_ = keepCarried;
+    ++passDepth_;
     try {
         body();
     } catch (...) {
-        keepCarriedCells_ = false;
+        --passDepth_;
+        keepCarriedCells_ = wasKeeping;
         throw;
     }
-    keepCarriedCells_ = false;
+    --passDepth_;
+    keepCarriedCells_ = wasKeeping;
 }
 
 // A cell the memo holds in place while the cells are current is left as it
@@ -193,7 +207,7 @@ bool Grid::keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int3
     if (!keepCarriedCells_ || surface.discarding())
         return false;
     const render::CellCover cover = render::cellCover(model, appearance, row, col, x, y, width, height);
-    const std::optional<size_t> kept = surface.rememberedCell(cover.bounds);
+    const std::optional<size_t> kept = surface.movedCell(cover.bounds);
     if (!kept)
         return false;
 #ifndef NDEBUG
@@ -206,7 +220,7 @@ bool Grid::keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int3
         covered += regionOf(*cover.checkBox);
     const QRegion inverted = marks.inverted() - covered, dotted = marks.dotted() - covered;
     surface.drawCell([&] { render::drawCell(model, appearance, canvas(), row, col, x, y, width, height); });
-    assert(surface.rememberedCell(cover.bounds) == kept && "a carried cell differs from its drawing");
+    assert(surface.movedCell(cover.bounds) == kept && "a carried cell differs from its drawing");
     assert(marks.inverted() == inverted && marks.dotted() == dotted && "a carried cell covers other marks");
 #else
     marks.covered(cover.bounds);
@@ -217,6 +231,11 @@ bool Grid::keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int3
 }
 
 void Grid::redrawAllCells(bool full)
+{
+    inPass(keepCarriedCells_, [&] { passOverCells(full); });
+}
+
+void Grid::passOverCells(bool full)
 {
     int32_t y = 1;
     viewport.setDrawnBottom(0);
@@ -246,6 +265,14 @@ void Grid::redrawAllCells(bool full)
     placeResizeZones();
     if (!surface.discarding())
         notePass(full);
+}
+
+// A cell drawn anywhere but in a pass may not be where its cell belongs
+// (a current cell scrolled out of view is drawn over the first row shown).
+void Grid::notePaintOutsidePass()
+{
+    if (passDepth_ == 0 && !surface.discarding())
+        painted_.reset();
 }
 
 void Grid::drawRow(int32_t row, int32_t y, bool)

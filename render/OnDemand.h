@@ -37,11 +37,13 @@ struct CellInputs {
 };
 
 // The cells the last pass over them drew, and the first row and column it
-// drew them from.
+// drew them from. A pass that leaves the header row alone vouches for it only
+// if it was current before.
 struct PaintedCells {
     CellInputs inputs;
     int32_t topRow = 0;
     int32_t leftCol = 0;
+    bool headerRowCurrent = false;
 };
 
 // What painting one row across the columns leaves in the state; the same
