@@ -25,6 +25,7 @@ void PendingFill::start(const QImage& image, QRgb colour)
     wordsPerRow_ = static_cast<size_t>((width_ + WordBits - 1) / WordBits);
     colour_ = colour;
     bits_.assign(wordsPerRow_ * static_cast<size_t>(height_), ~uint64_t{0});
+    summary_.assign((bits_.size() + WordBits - 1) / WordBits, ~uint64_t{0});
     active_ = width_ > 0 && height_ > 0;
     // Bits past the right edge stay clear, so that a run never leaves the row.
     if (const int64_t tail = width_ % WordBits; tail != 0) {
@@ -42,18 +43,22 @@ void PendingFill::takeRuns(const Box& box, PerRun perRun)
     if (!active_ || b.empty())
         return;
     const int64_t firstWord = b.left / WordBits, lastWord = (b.right - 1) / WordBits;
-    for (int64_t y = b.top; y < b.bottom; ++y) {
-        uint64_t* row = bits_.data() + static_cast<size_t>(y) * wordsPerRow_;
-        for (int64_t w = firstWord; w <= lastWord; ++w) {
-            const int64_t base = w * WordBits;
-            const uint64_t mask = bitsBetween(std::max(b.left - base, int64_t{0}), std::min(b.right - base, WordBits));
-            uint64_t taken = row[w] & mask;
-            row[w] &= ~mask;
+    for (int64_t w = firstWord; w <= lastWord; ++w) {
+        const int64_t base = w * WordBits;
+        const uint64_t mask = bitsBetween(std::max(b.left - base, int64_t{0}), std::min(b.right - base, WordBits));
+        for (int64_t y = b.top; y < b.bottom; ++y) {
+            const size_t at = static_cast<size_t>(y) * wordsPerRow_ + static_cast<size_t>(w);
+            uint64_t taken = bits_[at] & mask;
+            if (taken == 0)
+                continue;
+            bits_[at] &= ~mask;
+            if (bits_[at] == 0)
+                summary_[at / WordBits] &= ~(uint64_t{1} << (at % WordBits));
             while (taken != 0) {
                 const int start = std::countr_zero(taken);
                 const int length = std::countr_one(taken >> start);
                 perRun(y, base + start, base + start + length);
-                taken = length + start >= WordBits ? 0 : taken & ~bitsBetween(start, start + length);
+                taken = start + length >= WordBits ? 0 : taken & ~bitsBetween(start, start + length);
             }
         }
     }
@@ -76,9 +81,21 @@ void PendingFill::make(QImage& image, const Box& box)
     });
 }
 
+// Only the words the summary still marks are visited.
 void PendingFill::makeAll(QImage& image)
 {
-    make(image, {0, 0, width_, height_});
+    if (!active_)
+        return;
+    const auto words = static_cast<int64_t>(wordsPerRow_);
+    for (size_t s = 0; s < summary_.size(); ++s) {
+        for (uint64_t marked = summary_[s]; marked != 0; marked &= marked - 1) {
+            const auto at = static_cast<int64_t>(s) * WordBits + std::countr_zero(marked);
+            if (at >= static_cast<int64_t>(bits_.size()))
+                break;
+            const int64_t y = at / words, left = (at % words) * WordBits;
+            make(image, {left, y, std::min(left + WordBits, width_), y + 1});
+        }
+    }
     active_ = false;
 }
 

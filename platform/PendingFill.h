@@ -37,6 +37,8 @@ private:
     size_t wordsPerRow_ = 0;
     QRgb colour_ = 0;
     std::vector<uint64_t> bits_;
+    // A bit for each word of bits_ that may still hold a pending pixel.
+    std::vector<uint64_t> summary_;
 };
 
 }  // namespace TabulaControl::platform

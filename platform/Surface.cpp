@@ -14,6 +14,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <optional>
+#include <type_traits>
 
 namespace TabulaControl::platform {
 
@@ -843,7 +844,28 @@ void Surface::text(QAnyStringView s, Rect r, unsigned flags)
 {
     if (cell_ && skipCellCall(CellCall::Text, toBox(r), textHash(s, toBox(r), flags)))
         return;
-    drawText(s.toString(), r, flags);
+    drawText(textOf(s), r, flags);
+}
+
+// The text as a QString without allocating where it can: UTF-16 is viewed
+// in place, Latin-1 is widened into a buffer the next text reuses.
+QString Surface::textOf(QAnyStringView s)
+{
+    return s.visit([this](auto view) {
+        using View = decltype(view);
+        if constexpr (std::is_same_v<View, QStringView>) {
+            return QString::fromRawData(view.data(), view.size());
+        } else if constexpr (std::is_same_v<View, QLatin1StringView>) {
+            if (!latin1Text_.isDetached())
+                latin1Text_ = QString();
+            latin1Text_.resize(view.size());
+            std::transform(view.data(), view.data() + view.size(), latin1Text_.begin(),
+                           [](char c) { return QChar(QLatin1Char(c)); });
+            return latin1Text_;
+        } else {
+            return view.toString();
+        }
+    });
 }
 
 void Surface::drawText(const QString& s, Rect r, unsigned flags)

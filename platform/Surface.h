@@ -217,6 +217,7 @@ private:
 #endif
     bool beginCell();
     void drawText(const QString& s, Rect r, unsigned flags);
+    QString textOf(QAnyStringView s);
     // Whether the cell's calls so far were left out to compare them.
     bool cellSkipped() const;
     bool cellMatches() const;
@@ -295,6 +296,8 @@ private:
     OleColor textColor_ = 0;
     PenStyle penStyle_ = PenStyle::Solid;
     QFont font_;
+    // The buffer Latin-1 texts are widened into on their way to be drawn.
+    QString latin1Text_;
 };
 
 }  // namespace TabulaControl::platform

@@ -44,6 +44,8 @@ Value* TextCache::find(Generations<Value>& g, const TextKey& key)
     return &insert(g, key, std::move(value));
 }
 
+// A key may view the text it is looked up with (a cell's text is drawn
+// without a copy); the one kept owns its own.
 template <class Value>
 Value& TextCache::insert(Generations<Value>& g, const TextKey& key, Value value)
 {
@@ -51,7 +53,9 @@ Value& TextCache::insert(Generations<Value>& g, const TextKey& key, Value value)
         g.previous = std::move(g.current);
         g.current.clear();
     }
-    return *g.current.insert(key, std::move(value));
+    TextKey kept = key;
+    kept.text.detach();
+    return *g.current.insert(std::move(kept), std::move(value));
 }
 
 const TextMask* TextCache::find(const TextKey& key) { return find(masks_, key); }
