@@ -18,17 +18,30 @@ bool contains(const Box& outer, const Box& inner)
            inner.bottom <= outer.bottom;
 }
 
+template <class Rows>
+auto firstRowFrom(Rows& rows, int64_t top)
+{
+    return std::lower_bound(rows.begin(), rows.end(), top, [](const auto& row, int64_t t) { return row.top < t; });
+}
+
+template <class Cells>
+auto firstCellFrom(Cells& cells, int64_t left)
+{
+    return std::lower_bound(cells.begin(), cells.end(), left,
+                            [](const auto& cell, int64_t l) { return cell.bounds.left < l; });
+}
+
 }  // namespace
 
 const CellMemo::Cell* CellMemo::cellAt(const Box& bounds) const
 {
-    const auto row = rows_.find(bounds.top);
-    if (row == rows_.end())
+    const auto row = firstRowFrom(rows_, bounds.top);
+    if (row == rows_.end() || row->top != bounds.top)
         return nullptr;
-    const auto cell = row->second.cells.find(bounds.left);
-    if (cell == row->second.cells.end() || !sameBox(cell->second.bounds, bounds))
+    const auto cell = firstCellFrom(row->cells, bounds.left);
+    if (cell == row->cells.end() || !sameBox(cell->bounds, bounds))
         return nullptr;
-    return &cell->second;
+    return &*cell;
 }
 
 std::optional<size_t> CellMemo::digestAt(const Box& bounds) const
@@ -43,6 +56,16 @@ std::optional<size_t> CellMemo::movedDigestAt(const Box& bounds) const
     return cell && cell->move == move_ ? std::optional(cell->digest) : std::nullopt;
 }
 
+std::vector<CellMemo::Row>::iterator CellMemo::rowAt(int64_t top)
+{
+    if (!rows_.empty() && rows_.back().top == top)
+        return std::prev(rows_.end());
+    const auto row = firstRowFrom(rows_, top);
+    if (row != rows_.end() && row->top == top)
+        return row;
+    return rows_.insert(row, Row{top, INT64_MIN, {}});
+}
+
 void CellMemo::remember(const Box& bounds, size_t digest)
 {
     if (bounds.empty())
@@ -50,83 +73,77 @@ void CellMemo::remember(const Box& bounds, size_t digest)
     forget(bounds);
     tallest_ = std::max(tallest_, bounds.height());
     widest_ = std::max(widest_, bounds.width());
-    // Cells come mostly in reading order: each lands at the end of its row.
-    Row& row = rows_.try_emplace(std::prev(rows_.end(), rows_.empty() ? 0 : 1), bounds.top)->second;
+    Row& row = *rowAt(bounds.top);
+    row.bottom = std::max(row.bottom, bounds.bottom);
     const Cell cell{bounds, digest, move_};
-    row.add(cell);
-    row.cells.insert_or_assign(row.cells.end(), bounds.left, cell);
+    if (row.cells.empty() || row.cells.back().bounds.left < bounds.left)
+        row.cells.push_back(cell);
+    else
+        row.cells.insert(firstCellFrom(row.cells, bounds.left), cell);
 }
 
 void CellMemo::forget(const Box& area)
 {
     if (rows_.empty() || area.empty())
         return;
-    auto row = rows_.lower_bound(area.top - tallest_ + 1);
-    const auto rowsEnd = rows_.lower_bound(area.bottom);
-    while (row != rowsEnd) {
-        if (row->second.bottom <= area.top) {
-            ++row;
+    const auto first = firstRowFrom(rows_, area.top - tallest_ + 1);
+    const auto last = firstRowFrom(rows_, area.bottom);
+    for (auto row = first; row != last; ++row) {
+        if (row->bottom <= area.top)
             continue;
-        }
-        auto& cells = row->second.cells;
-        auto cell = cells.lower_bound(area.left - widest_ + 1);
-        while (cell != cells.end() && cell->first < area.right) {
-            if (intersect(cell->second.bounds, area).empty())
-                ++cell;
-            else
-                cell = cells.erase(cell);
-        }
-        row = cells.empty() ? rows_.erase(row) : std::next(row);
+        auto& cells = row->cells;
+        const auto from = firstCellFrom(cells, area.left - widest_ + 1);
+        const auto to = std::find_if(from, cells.end(), [&](const Cell& c) { return c.bounds.left >= area.right; });
+        cells.erase(std::remove_if(from, to, [&](const Cell& c) { return !intersect(c.bounds, area).empty(); }), to);
     }
+    rows_.erase(std::remove_if(first, last, [](const Row& row) { return row.cells.empty(); }), last);
 }
 
 void CellMemo::moved(const Box& source, const Box& target, int64_t dx, int64_t dy)
 {
-    // Map nodes are carried over, not copied: a row keeps its node for the
-    // cells that move with it.
-    std::map<int64_t, Row> kept;
-    while (!rows_.empty()) {
-        auto row = rows_.extract(rows_.begin());
-        const int64_t top = row.key();
-        auto& cells = row.mapped().cells;
-        Row carried;
-        for (auto cell = cells.begin(); cell != cells.end();) {
-            const Box to = translated(cell->second.bounds, dx, dy);
-            if (contains(source, cell->second.bounds) && contains(target, to)) {
-                cell->second.bounds = to;
-                cell->second.move = move_;
-                carried.add(cell->second);
-                if (dx == 0) {
-                    ++cell;
-                    continue;
-                }
-                auto node = cells.extract(cell++);
-                node.key() = to.left;
-                carried.cells.insert(carried.cells.end(), std::move(node));
-            } else if (intersect(cell->second.bounds, target).empty()) {
-                Row& stays = kept[top];
-                stays.add(cell->second);
-                stays.cells.insert(cells.extract(cell++));
-            } else {
-                cell = cells.erase(cell);
+    // Carried rows keep their order, and so do the rows left in place; the
+    // two are merged by top edge. A cell carried onto one left in place
+    // takes its place.
+    std::vector<Row> carried, kept;
+    for (Row& row : rows_) {
+        Row moving{row.top + dy, INT64_MIN, {}}, staying{row.top, INT64_MIN, {}};
+        for (Cell& cell : row.cells) {
+            const Box to = translated(cell.bounds, dx, dy);
+            if (contains(source, cell.bounds) && contains(target, to)) {
+                moving.bottom = std::max(moving.bottom, to.bottom);
+                moving.cells.push_back({to, cell.digest, move_});
+            } else if (intersect(cell.bounds, target).empty()) {
+                staying.bottom = std::max(staying.bottom, cell.bounds.bottom);
+                staying.cells.push_back(cell);
             }
         }
-        if (dx != 0)
-            cells.swap(carried.cells);
-        if (cells.empty())
-            continue;
-        row.mapped().bottom = carried.bottom;
-        row.key() = top + dy;
-        // Cells that stayed put may have taken the row's new place first;
-        // they are fewer.
-        if (const auto stayed = kept.find(row.key()); stayed != kept.end()) {
-            row.mapped().bottom = std::max(row.mapped().bottom, stayed->second.bottom);
-            cells.merge(stayed->second.cells);
-            kept.erase(stayed);
-        }
-        kept.insert(std::move(row));
+        if (!moving.cells.empty())
+            carried.push_back(std::move(moving));
+        if (!staying.cells.empty())
+            kept.push_back(std::move(staying));
     }
-    rows_ = std::move(kept);
+    rows_.clear();
+    rows_.reserve(carried.size() + kept.size());
+    auto c = carried.begin(), k = kept.begin();
+    while (c != carried.end() || k != kept.end()) {
+        if (k == kept.end() || (c != carried.end() && c->top < k->top)) {
+            rows_.push_back(std::move(*c++));
+        } else if (c == carried.end() || k->top < c->top) {
+            rows_.push_back(std::move(*k++));
+        } else {
+            Row merged{c->top, std::max(c->bottom, k->bottom), {}};
+            std::merge(c->cells.begin(), c->cells.end(), k->cells.begin(), k->cells.end(),
+                       std::back_inserter(merged.cells),
+                       [](const Cell& a, const Cell& b) { return a.bounds.left < b.bounds.left; });
+            // Of two cells at one left edge, the carried one comes first and stays.
+            merged.cells.erase(std::unique(merged.cells.begin(), merged.cells.end(),
+                                           [](const Cell& a, const Cell& b) { return a.bounds.left == b.bounds.left; }),
+                               merged.cells.end());
+            rows_.push_back(std::move(merged));
+            ++c;
+            ++k;
+        }
+    }
 }
 
 void CellMemo::clear()

@@ -2,11 +2,10 @@
 
 #include "platform/Box.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
+#include <vector>
 
 namespace TabulaControl::platform {
 
@@ -36,17 +35,20 @@ private:
         // The move it was carried by or drawn after.
         uint64_t move = 0;
     };
-    const Cell* cellAt(const Box& bounds) const;
-    // One row of cells by left edge, and the lowest bottom edge among them
-    // or beyond it: rows that end above an area are passed over whole.
+    // The cells whose top edge is top, by left edge, and the lowest bottom
+    // edge among them or beyond it: rows that end above an area are passed
+    // over whole.
     struct Row {
-        std::map<int64_t, Cell> cells;
+        int64_t top = 0;
         int64_t bottom = INT64_MIN;
-        void add(const Cell& cell) { bottom = std::max(bottom, cell.bounds.bottom); }
+        std::vector<Cell> cells;
     };
+    const Cell* cellAt(const Box& bounds) const;
+    std::vector<Row>::iterator rowAt(int64_t top);
 
-    // By top edge and then left edge; the cells do not overlap.
-    std::map<int64_t, Row> rows_;
+    // By top edge, each row by left edge; the cells do not overlap. Cells
+    // come mostly in reading order, so most land at the end.
+    std::vector<Row> rows_;
     uint64_t move_ = 0;
     int64_t tallest_ = 0;
     int64_t widest_ = 0;
