@@ -159,8 +159,12 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     };
     const QStringView data(rowData);
     qsizetype start = 0;
-    for (qsizetype tab; (tab = data.indexOf(QLatin1Char('\t'), start)) >= 0; start = tab + 1)
-        store(data.sliced(start, tab - start));
+    for (qsizetype at = 0; at < data.size(); ++at) {
+        if (data[at] != QLatin1Char('\t'))
+            continue;
+        store(data.sliced(start, at - start));
+        start = at + 1;
+    }
     if (start < data.size())
         store(data.sliced(start));
 
@@ -172,7 +176,7 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
 
 bool Grid::itemFits(const QString& rowData) const
 {
-    const qsizetype tabs = rowData.count(QLatin1Char('\t'));
+    const auto tabs = std::count(rowData.begin(), rowData.end(), QLatin1Char('\t'));
     const bool lastField = !rowData.isEmpty() && !rowData.endsWith(QLatin1Char('\t'));
     const int64_t fields = tabs + (lastField ? 1 : 0);
     return fields <= model.cols().count() && model.rows().count() < INT16_MAX && selection.col() >= 0 &&

@@ -324,6 +324,16 @@ void Child::Move(int32_t left, int32_t top, int32_t width, int32_t height)
 void Child::setLeft(int32_t left) { Move(left, Top(), Width(), Height()); }
 void Child::setTop(int32_t top) { Move(Left(), top, Width(), Height()); }
 bool Child::Visible() const { return widget_ && !widget_->isHidden(); }
+void Child::appendPlacement(std::vector<int64_t>& key) const
+{
+    const QWidget* widget = widget_.data();
+    if (!widget) {
+        key.insert(key.end(), {0, 0, 0, 0, 0});
+        return;
+    }
+    const QRect r = widget->geometry();
+    key.insert(key.end(), {!widget->isHidden(), r.x(), r.y(), r.width(), r.height()});
+}
 void Child::setVisible(bool visible)
 {
     if (widget_)

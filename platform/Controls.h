@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 class QLineEdit;
 class QScrollBar;
@@ -44,6 +45,8 @@ public:
     void setTop(int32_t top);
     bool Visible() const;
     void setVisible(bool visible);
+    // Appends whether it shows and where, for a layout's key.
+    void appendPlacement(std::vector<int64_t>& key) const;
     void SetFocus();
     bool HasFocus() const;
     void ZOrderFront();

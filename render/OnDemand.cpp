@@ -93,14 +93,10 @@ auto settledFields(const Grid& g)
 
 namespace {
 
-void addChild(std::vector<int64_t>& v, const platform::Child& child)
-{
-    v.insert(v.end(), {child.Visible(), child.Left(), child.Top(), child.Width(), child.Height()});
-}
 
 void addBar(std::vector<int64_t>& v, const platform::ScrollBar& bar)
 {
-    addChild(v, bar);
+    bar.appendPlacement(v);
     const auto* slider = qobject_cast<const QAbstractSlider*>(bar.widget());
     v.push_back(slider ? slider->pageStep() : -1);
 }
@@ -128,7 +124,7 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
         v.push_back(spansRows ? count : std::min(count, rowsShownEnd + 1));
     addBar(v, g.ui.scrVertical);
     addBar(v, g.ui.scrHorizontal);
-    addChild(v, g.ui.txtEdit);
+    g.ui.txtEdit.appendPlacement(v);
     g.viewport.appendLayoutKey(v);
     g.appearance.appendLayoutKey(v);
     g.resizeZones.appendLayoutKey(v);
