@@ -150,12 +150,12 @@ void Grid::endDeferredRepaints() { --deferDepth_; }
 // what the painters draw; the pixels are owed until they are read.
 void Grid::layoutAll()
 {
-    const RepaintInputs inputs = inputsOf(*this);
+    RepaintInputs inputs = inputsOf(*this);
     if (!layoutSettled()) {
         runLayout();
         fillLayoutKey(*this, settledLayout_);
     }
-    owedRepaint_ = inputs;
+    owedRepaint_ = std::move(inputs);
     surface.setPendingRender([this] { flushPaint(); });
     ui.picGrid.Refresh();
 }
