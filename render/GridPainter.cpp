@@ -2,6 +2,8 @@
 
 #include "render/CellPainter.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -185,18 +187,13 @@ void Grid::notePass(bool full)
 
 void Grid::inPass(bool keepCarried, const std::function<void()>& body)
 {
-    const bool wasKeeping = keepCarriedCells_;
-    keepCarriedCells_ = keepCarried;
-    ++passDepth_;
-    try {
-        body();
-    } catch (...) {
+    const auto restore = qScopeGuard([this, wasKeeping = keepCarriedCells_] {
         --passDepth_;
         keepCarriedCells_ = wasKeeping;
-        throw;
-    }
-    --passDepth_;
-    keepCarriedCells_ = wasKeeping;
+    });
+    keepCarriedCells_ = keepCarried;
+    ++passDepth_;
+    body();
 }
 
 // A cell the memo holds in place while the cells are current is left as it
