@@ -966,9 +966,11 @@ void Surface::redrawCell()
 
 void Surface::endCell(bool complete)
 {
+    if (!complete)
+        stopKeepingCell();
     const CellPass cell = *cell_;
     cell_.reset();
-    if (complete && cell.mode == CellPass::Mode::Drawing)
+    if (cell.mode == CellPass::Mode::Drawing)
         memo_.remember(cell.bounds, cell.digest);
 }
 
@@ -991,7 +993,7 @@ bool Surface::skipCellCall(CellCall call, const Box& box, size_t hash)
     } else if (!contains(cell.box, box)) {
         cell.differs = true;
         if (cell.mode == Mode::Drawing)
-            cell.mode = Mode::Unkept;
+            stopKeepingCell();
         return cell.mode == Mode::Comparing;
     }
     const Box at = translated(box, -cell.box.left, -cell.box.top);
@@ -1034,8 +1036,17 @@ bool Surface::interruptsCell()
     cell_->differs = true;
     if (cell_->mode == CellPass::Mode::Comparing)
         return true;
-    cell_->mode = CellPass::Mode::Unkept;
+    stopKeepingCell();
     return false;
+}
+
+// A cell that will not be remembered has drawn over its box without
+// forgetting the cells there, which now hold other pixels.
+void Surface::stopKeepingCell()
+{
+    if (cell_->mode == CellPass::Mode::Drawing)
+        memo_.forget(cell_->bounds);
+    cell_->mode = CellPass::Mode::Unkept;
 }
 
 size_t Surface::textHash(QAnyStringView s, const Box& box, unsigned flags)

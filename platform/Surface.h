@@ -229,6 +229,7 @@ private:
     bool skipCellCall(CellCall call, const Box& box, size_t hash);
     // A call that is not a cell's: true when it is to be left out.
     bool interruptsCell();
+    void stopKeepingCell();
     void forgetUnlessCell(const Box& box);
     // Makes what a clear still owes in box, unless the cell being drawn
     // filled it already.

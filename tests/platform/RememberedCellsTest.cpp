@@ -74,6 +74,14 @@ std::vector<Scenario> scenarios()
          [](Surface& s) { s.scroll(0, -8, {0, 0, Width, Height}, {0, 0, Width, Height}); }, {Top, Lower}},
         {"LeftInTheUncoveredStrip", {Lower}, [](Surface& s) { s.scroll(0, -4, {0, 30, Width, Height}, {0, 0, Width, Height}); },
          {Lower}},
+        {"CoveredByACellThatReachesPastItsBox", {Top},
+         [](Surface& s) {
+             s.drawCell([&] {
+                 s.fill({4, 16, 40, 30}, 0x00FF00);
+                 s.fill({4, 30, 40, 34}, 0x0000FF);
+             });
+         },
+         {Top}},
     };
 }
 
