@@ -35,8 +35,16 @@ void commitEdit(Grid& g)
     finishEditAfterScroll(g);
 }
 
-void finishOneStep(Grid& g)
+// Moves the pixels of area by (dx, dy), draws the strip that came into view,
+// then passes over the cells again, the header row too when full.
+void moveOneStep(Grid& g, Rect area, int32_t dx, int32_t dy, bool carried, bool full,
+                 const std::function<void()>& drawStrip)
 {
+    g.scrollPixels(dx, dy, area);
+    g.inPass(carried, [&] {
+        drawStrip();
+        g.redrawAllCells(full);
+    });
     g.flipSelectionAfterScrollStep();
     g.ui.picGrid.Refresh();
 }
@@ -67,15 +75,12 @@ void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
     // follows covers the difference, as it always has.
     const int32_t step = to32(int64_t{model.rows().size(delta < 1 ? oldTop : newTop)} + 1);
     const bool carried = carriesCurrentCells(g, oldTop, g.viewport.leftCol(), step, false);
-    g.scrollPixels(0, to32(int64_t{step} * delta), area);
-    g.inPass(carried, [&] {
+    moveOneStep(g, area, 0, to32(int64_t{step} * delta), carried, false, [&] {
         if (delta < 1)
             g.drawBottomRows(newTop, step);
         else
             g.drawRow(newTop, top, true);
-        g.redrawAllCells(false);
     });
-    finishOneStep(g);
 }
 
 void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
@@ -89,15 +94,12 @@ void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
     // One pixel past the column even without grid lines, as for rows.
     const int32_t step = to32(int64_t{model.cols().size(delta < 1 ? oldLeft : newLeft)} + 1);
     const bool carried = carriesCurrentCells(g, g.viewport.topRow(), oldLeft, step, true);
-    g.scrollPixels(to32(int64_t{step} * delta), 0, area);
-    g.inPass(carried, [&] {
+    moveOneStep(g, area, to32(int64_t{step} * delta), 0, carried, true, [&] {
         if (delta < 1)
             g.drawRightColumns(newLeft, step);
         else
             g.drawColumn(newLeft, left, true);
-        g.redrawAllCells(true);
     });
-    finishOneStep(g);
 }
 
 // Moving the pixels needs both the row (column) that leaves and the one that

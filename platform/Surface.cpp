@@ -738,10 +738,16 @@ void Surface::fill(Rect r, OleColor colour)
 {
     if (!startsShapeCall(CellCall::Fill, toBox(r), ::qHash(colour)))
         return;
+    fillOver(toBox(r), translateColor(colour));
+}
+
+// An opaque fill writes every pixel of its box: nothing owed stays beneath.
+void Surface::fillOver(const Box& box, QRgb pixel)
+{
     DevicePixels canvas(image_, ratio_, width_, height_);
-    const Box box = intersect(toBox(r), canvas.bounds());
-    pending_.cover(canvas.toDevice(box));
-    canvas.fill(box, translateColor(colour));
+    const Box visible = intersect(box, canvas.bounds());
+    pending_.cover(canvas.toDevice(visible));
+    canvas.fill(visible, pixel);
 }
 
 void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
@@ -750,20 +756,17 @@ void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
         return;
     if (!readyToDraw())
         return;
-    memo_.forget({std::min(x1, x2), std::min(y1, y2), int64_t{std::max(x1, x2)} + 1, int64_t{std::max(y1, y2)} + 1});
-    DevicePixels canvas(image_, ratio_, width_, height_);
+    const Box reach{std::min(x1, x2), std::min(y1, y2), int64_t{std::max(x1, x2)} + 1, int64_t{std::max(y1, y2)} + 1};
+    memo_.forget(reach);
     const QRgb pixel = translateColor(penColor_);
     const bool dotted = penStyle_ == PenStyle::Dot;
     if (!dotted && (x1 == x2 || y1 == y2)) {
-        if (x1 == x2 && y1 == y2)
-            return;
-        const Box box = intersect(axisLineBox(x1, y1, x2, y2), canvas.bounds());
-        pending_.cover(canvas.toDevice(box));
-        canvas.fill(box, pixel);
+        if (x1 != x2 || y1 != y2)
+            fillOver(axisLineBox(x1, y1, x2, y2), pixel);
         return;
     }
-    pending_.make(image_, canvas.toDevice({std::min(x1, x2), std::min(y1, y2), int64_t{std::max(x1, x2)} + 1,
-                                           int64_t{std::max(y1, y2)} + 1}));
+    DevicePixels canvas(image_, ratio_, width_, height_);
+    pending_.make(image_, canvas.toDevice(reach));
     walkLine(canvas, x1, y1, x2, y2, pixel, dotted);
 }
 

@@ -218,6 +218,7 @@ private:
     bool beginCell();
     void drawText(const QString& s, Rect r, unsigned flags);
     QString textOf(QAnyStringView s);
+    void fillOver(const Box& box, QRgb pixel);
     // Whether the cell's calls so far were left out to compare them.
     bool cellSkipped() const;
     bool cellMatches() const;
