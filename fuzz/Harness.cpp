@@ -1,6 +1,7 @@
 #include "fuzz/Harness.h"
 
 #include <QApplication>
+#include <QScreen>
 
 namespace TabulaFuzz {
 
@@ -115,6 +116,41 @@ bool runTrapped(Harness& harness, const Operation& op)
 
 QString firstLine(const QStringList& errors) { return errors.isEmpty() ? QString() : errors.first(); }
 
+// The part of the surface no other widget of the grid covers, in the
+// surface's pixels.
+QRegion uncoveredSurface(const Tabula& grid, const QWidget& surface)
+{
+    const QPoint origin = surface.mapTo(&grid, QPoint(0, 0));
+    QRegion region = surface.rect();
+    for (const QWidget* w : grid.findChildren<QWidget*>())
+        if (w != &surface && w->isVisible() && !w->isWindow())
+            region -= QRect(w->mapTo(&grid, QPoint(0, 0)) - origin, w->size());
+    return region;
+}
+
+// Once the picture stops changing the screen shows every pixel of it. (A
+// drag held outside the grid goes on scrolling it.)
+void checkScreen(Harness& harness, const Operation& op)
+{
+    const QWidget* surface = harness.child("picGrid");
+    if (!surface || !surface->isVisible() || !harness.grid().isWindow())
+        return;
+    const QImage before = harness.grid().Picture();
+    settle();
+    const QPoint origin = surface->mapTo(&harness.grid(), QPoint(0, 0));
+    const QImage screen = QGuiApplication::primaryScreen()
+                              ->grabWindow(harness.grid().winId(), origin.x(), origin.y(), before.width(), before.height())
+                              .toImage();
+    const QImage picture = harness.grid().Picture();
+    if (picture != before)
+        return;
+    for (const QRect& r : uncoveredSurface(harness.grid(), *surface))
+        for (int y = r.top(); y <= r.bottom() && y < picture.height(); ++y)
+            for (int x = r.left(); x <= r.right() && x < picture.width(); ++x)
+                if (screen.pixel(x, y) != picture.pixel(x, y))
+                    fail(QStringLiteral("%1 left the screen behind the picture").arg(nameOf(op)));
+}
+
 void checkInput(Harness& harness, const Operation& op)
 {
     if (!harness.reportedErrors.isEmpty())
@@ -134,6 +170,7 @@ bool checkedStep(Harness& harness, const Operation& op)
         const bool raised = runTrapped(harness, op);
         if (guarded)
             checkInput(harness, op);
+        checkScreen(harness, op);
         return raised;
     } catch (const CheckFailure& failure) {
         throw CheckFailure(QString::fromStdString(failure.what()), positions(harness.grid()));

@@ -35,6 +35,12 @@ inline Box intersect(const Box& a, const Box& b)
             std::min(a.bottom, b.bottom)};
 }
 
+inline bool contains(const Box& outer, const Box& inner)
+{
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}
+
 inline Box translated(const Box& b, int64_t dx, int64_t dy)
 {
     return {b.left + dx, b.top + dy, b.right + dx, b.bottom + dy};

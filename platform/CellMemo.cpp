@@ -12,12 +12,6 @@ bool sameBox(const Box& a, const Box& b)
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }
 
-bool contains(const Box& outer, const Box& inner)
-{
-    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
-           inner.bottom <= outer.bottom;
-}
-
 template <class Rows>
 auto firstRowFrom(Rows& rows, int64_t top)
 {

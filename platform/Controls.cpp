@@ -6,8 +6,10 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTimer>
 
@@ -116,21 +118,26 @@ void notify(const H& handler, A&&... args)
         handler(std::forward<A>(args)...);
 }
 
-// An image of device pixels shown over width x height widget pixels: at a
-// device pixel ratio other than 1 each device pixel lands on one of the
-// screen's.
-void drawSurfaceImage(QPainter& painter, const QImage& image, int width, int height)
+// The region's part of an image of device pixels shown over width x height
+// widget pixels: at a device pixel ratio other than 1 each device pixel
+// lands on one of the screen's. One rectangle at a time, as Qt copies
+// pixels straight across only inside a rectangular clip.
+void drawSurfaceImage(QPainter& painter, const QImage& image, int width, int height, const QRegion& region)
 {
-    if (image.width() == width && image.height() == height)
-        painter.drawImage(0, 0, image);
-    else
-        painter.drawImage(QRectF(0, 0, width, height), image);
+    const bool deviceSized = image.width() == width && image.height() == height;
+    for (const QRect& r : region) {
+        painter.setClipRect(r);
+        if (deviceSized)
+            painter.drawImage(0, 0, image);
+        else
+            painter.drawImage(QRectF(0, 0, width, height), image);
+    }
 }
 
 // Shows the surface image and turns input into the grid's notifications.
 class SurfaceView : public QWidget {
 public:
-    SurfaceView(QWidget* parent, const Surface& surface, const SurfaceHandlers& handlers)
+    SurfaceView(QWidget* parent, Surface& surface, const SurfaceHandlers& handlers)
         : QWidget(parent), surface_(surface), handlers_(handlers)
     {
         setObjectName(QStringLiteral("picGrid"));
@@ -139,26 +146,28 @@ public:
         setAttribute(Qt::WA_OpaquePaintEvent);
     }
 
-    // Asks Qt for a paint; requests made before it comes are answered by it.
+    // Asks for what changed on the surface to be shown once the current
+    // event is handled; requests made before then are answered together.
+    // Qt's paint request is made now, with one pixel: posted at low
+    // priority, it comes after the render, which adds what changed to it.
     void requestPaint()
     {
-        if (painting_ || paintQueued_)
+        if (painting_ || paintQueued_ || !isVisible())
             return;
-        paintQueued_ = isVisible();
-        update();
+        paintQueued_ = true;
+        QMetaObject::invokeMethod(this, [this] { showChanges(); }, Qt::QueuedConnection);
+        update(0, 0, 1, 1);
     }
 
 protected:
-    // Reading the image may first render it; a request to show the
-    // surface made by that render is already being answered.
-    void paintEvent(QPaintEvent*) override
+    void paintEvent(QPaintEvent* event) override
     {
-        paintQueued_ = false;
-        painting_ = true;
-        const QImage& image = surface_.image();
-        painting_ = false;
+        const QRegion changed = takeChanges();
         QPainter painter(this);
-        drawSurfaceImage(painter, image, surface_.width(), surface_.height());
+        drawSurfaceImage(painter, surface_.image(), surface_.width(), surface_.height(), event->region());
+        const QRegion unshown = changed - event->region();
+        if (!unshown.isEmpty())
+            update(unshown);
     }
     bool focusNextPrevChild(bool) override { return false; }
 
@@ -219,7 +228,22 @@ private:
         Qt::KeyboardModifiers modifiers;
     };
 
-    const Surface& surface_;
+    // Makes the owed render and adds the pixels that changed to the paint.
+    void showChanges()
+    {
+        paintQueued_ = false;
+        if (isVisible())
+            update(takeChanges());
+    }
+    // Making the owed pixels may ask for them to be shown; that request is
+    // already being answered.
+    QRegion takeChanges()
+    {
+        const QScopedValueRollback painting(painting_, true);
+        return surface_.takeChangedRegion();
+    }
+
+    Surface& surface_;
     const SurfaceHandlers& handlers_;
     bool pressedLeft_ = false;
     bool painting_ = false;
@@ -649,15 +673,8 @@ const QImage& Window::face() const
 void Window::paint(const QRegion& region) const
 {
     QPainter painter(control_);
-    const QImage& image = face();
-    const QSize size = control_->size();
-    if (image.size() != size) {
-        drawSurfaceImage(painter, image, size.width(), size.height());
-        return;
-    }
     // Children cover most of the face; only what Qt asks for is drawn.
-    for (const QRect& r : region)
-        painter.drawImage(r.topLeft(), image, r);
+    drawSurfaceImage(painter, face(), control_->width(), control_->height(), region);
 }
 
 Controls::Controls(QWidget* control)
@@ -671,6 +688,7 @@ Controls::Controls(QWidget* control)
       picSizer(makeSizer(control)),
       listForm(control)
 {
+    surface.setChangeHandler([this] { picGrid.Refresh(); });
 }
 
 Controls::~Controls() = default;

@@ -69,33 +69,53 @@ void PendingFill::cover(const Box& box)
     takeRuns(box, [](int64_t, int64_t, int64_t) {});
 }
 
-void PendingFill::make(QImage& image, const Box& box)
+Box PendingFill::make(QImage& image, const Box& box)
 {
     if (!active_)
-        return;
+        return {};
     QRgb* const bits = reinterpret_cast<QRgb*>(image.bits());
     const qsizetype stride = image.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb));
+    Box written;
     takeRuns(box, [&](int64_t y, int64_t left, int64_t right) {
         QRgb* const row = bits + y * stride;
+        if (std::all_of(row + left, row + right, [this](QRgb p) { return p == colour_; }))
+            return;
         std::fill(row + left, row + right, colour_);
+        written = written.empty() ? Box{left, y, right, y + 1}
+                                  : Box{std::min(written.left, left), std::min(written.top, y),
+                                        std::max(written.right, right), y + 1};
     });
+    return written;
 }
 
 // Only the words the summary still marks are visited.
-void PendingFill::makeAll(QImage& image)
+void PendingFill::makeAll(QImage& image, const std::function<void(const Box&)>& written)
 {
     if (!active_)
         return;
     const auto words = static_cast<int64_t>(wordsPerRow_);
+    Box run;
+    const auto extend = [&](const Box& made) {
+        if (!run.empty() && made.top == run.top && made.left <= run.right + WordBits) {
+            run.right = std::max(run.right, made.right);
+            return;
+        }
+        if (!run.empty())
+            written(run);
+        run = made;
+    };
     for (size_t s = 0; s < summary_.size(); ++s) {
         for (uint64_t marked = summary_[s]; marked != 0; marked &= marked - 1) {
             const auto at = static_cast<int64_t>(s) * WordBits + std::countr_zero(marked);
             if (at >= static_cast<int64_t>(bits_.size()))
                 break;
             const int64_t y = at / words, left = (at % words) * WordBits;
-            make(image, {left, y, std::min(left + WordBits, width_), y + 1});
+            if (const Box made = make(image, {left, y, std::min(left + WordBits, width_), y + 1}); !made.empty())
+                extend(made);
         }
     }
+    if (!run.empty())
+        written(run);
     active_ = false;
 }
 

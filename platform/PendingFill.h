@@ -5,6 +5,7 @@
 #include <QImage>
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace TabulaControl::platform {
@@ -20,12 +21,15 @@ public:
     // Forgets the pending pixels without writing them.
     void stop() { active_ = false; }
     bool active() const { return active_; }
+    QRgb colour() const { return colour_; }
 
     // The caller writes every pixel of box.
     void cover(const Box& box);
-    // Writes the pending pixels of box.
-    void make(QImage& image, const Box& box);
-    void makeAll(QImage& image);
+    // Writes the pending pixels of box; returns the bounds of those that
+    // changed.
+    Box make(QImage& image, const Box& box);
+    // Writes every pending pixel, reporting each row's runs of changes.
+    void makeAll(QImage& image, const std::function<void(const Box&)>& written);
 
 private:
     template <class PerRun>

@@ -33,12 +33,6 @@ constexpr std::array<QRgb, 31> kSystemColours = {
 
 constexpr OleColor systemColour(unsigned index) { return kSystemColourBit + index; }
 
-bool contains(const Box& outer, const Box& inner)
-{
-    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
-           inner.bottom <= outer.bottom;
-}
-
 Box unite(const Box& a, const Box& b)
 {
     if (a.empty())
@@ -105,6 +99,14 @@ public:
             return;
         for (int64_t y = visible.top; y < visible.bottom; ++y)
             std::fill(row(y) + visible.left, row(y) + visible.right, pixel);
+    }
+    bool holds(const Box& deviceBox, QRgb pixel)
+    {
+        const Box visible = intersect(deviceBox, device_);
+        for (int64_t y = visible.top; y < visible.bottom; ++y)
+            if (!std::all_of(row(y) + visible.left, row(y) + visible.right, [pixel](QRgb p) { return p == pixel; }))
+                return false;
+        return true;
     }
     void invert(const Box& box)
     {
@@ -621,7 +623,7 @@ Surface::Surface(int width, int height, qreal devicePixelRatio)
 const QImage& Surface::image() const
 {
     settle();
-    pending_.makeAll(image_);
+    makeAllOwed();
     if (!marksShown_) {
         flipMarks();
         marksShown_ = true;
@@ -636,10 +638,22 @@ QImage Surface::picture() const
     return picture;
 }
 
+QRegion Surface::takeChangedRegion()
+{
+    image();
+    return dirty_.take();
+}
+
 void Surface::setMarks(std::vector<Mark> marks)
 {
+    if (marks == marks_)
+        return;
     liftMarks();
+    for (const Mark& mark : marks_)
+        noteChange(dirty_.mark(toBox(mark.rect)));
     marks_ = std::move(marks);
+    for (const Mark& mark : marks_)
+        noteChange(dirty_.mark(toBox(mark.rect)));
 }
 
 void Surface::flipMarks() const
@@ -683,6 +697,9 @@ void Surface::remakeImage()
 {
     memo_.clear();
     pending_.stop();
+    solidAreas_.clear();
+    dirty_.resize(width_, height_);
+    noteChange(!dirty_.clean());
     const DevicePixels scale(image_, ratio_, width_, height_);
     image_ = makeImage(static_cast<int>(scale.toDevice(width_)), static_cast<int>(scale.toDevice(height_)));
     image_.fill(translateColor(backColor_));
@@ -713,7 +730,7 @@ void Surface::resize(int width, int height)
     if (interruptsCell())
         return;
     liftMarks();
-    pending_.makeAll(image_);
+    makeAllOwed();
     const QImage old = std::exchange(image_, QImage());
     width_ = width;
     height_ = height;
@@ -741,13 +758,85 @@ void Surface::fill(Rect r, OleColor colour)
     fillOver(toBox(r), translateColor(colour));
 }
 
+// The parts known to hold the colour are left alone; the others are filled,
+// or only compared when they are strips beside them.
+void Surface::fillRemembered(Rect r, OleColor colour)
+{
+    const Box box = intersect(toBox(r), {0, 0, width_, height_});
+    if (cell_ || box.empty())
+        return fill(r, colour);
+    if (!readyToDraw())
+        return;
+    const QRgb pixel = translateColor(colour);
+    memo_.forget(box);
+    const DevicePixels canvas(image_, ratio_, width_, height_);
+    const std::vector<Box> held = solidAreas_.heldParts(box, pixel);
+    for (const Box& part : held)
+        pending_.cover(canvas.toDevice(part));
+    for (const Box& part : solidAreas_.partsNotHeld(box, pixel)) {
+        if (held.empty())
+            fillOver(part, pixel);
+        else
+            fillUnlessHeld(part, pixel);
+    }
+    solidAreas_.remember(box, pixel);
+}
+
 // An opaque fill writes every pixel of its box: nothing owed stays beneath.
 void Surface::fillOver(const Box& box, QRgb pixel)
 {
     DevicePixels canvas(image_, ratio_, width_, height_);
     const Box visible = intersect(box, canvas.bounds());
+    drawingOver(visible, pixel);
     pending_.cover(canvas.toDevice(visible));
     canvas.fill(visible, pixel);
+}
+
+// Pixels that hold the colour already stay as they are, unchanged.
+void Surface::fillUnlessHeld(const Box& box, QRgb pixel)
+{
+    DevicePixels canvas(image_, ratio_, width_, height_);
+    const Box device = canvas.toDevice(intersect(box, canvas.bounds()));
+    if (!canvas.holds(device, pixel))
+        return fillOver(box, pixel);
+    pending_.cover(device);
+}
+
+void Surface::drawingOver(const Box& box, std::optional<QRgb> fillColour) const
+{
+    if (box.empty())
+        return;
+    solidAreas_.drawnOver(box, fillColour);
+    noteChange(dirty_.mark(box));
+}
+
+void Surface::noteChange(bool firstChange) const
+{
+    if (firstChange && changeHandler_)
+        changeHandler_();
+}
+
+void Surface::makeOwed(const Box& deviceBox) const
+{
+    const Box written = pending_.make(image_, deviceBox);
+    if (!written.empty())
+        drawingOver(surfaceBoxOf(written), pending_.colour());
+}
+
+void Surface::makeAllOwed() const
+{
+    if (!pending_.active())
+        return;
+    const QRgb colour = pending_.colour();
+    pending_.makeAll(image_, [&](const Box& written) { drawingOver(surfaceBoxOf(written), colour); });
+}
+
+// The surface pixels that cover a box of device pixels.
+Box Surface::surfaceBoxOf(const Box& deviceBox) const
+{
+    const DevicePixels canvas(image_, ratio_, width_, height_);
+    return {canvas.toSurface(deviceBox.left), canvas.toSurface(deviceBox.top), canvas.toSurface(deviceBox.right - 1) + 1,
+            canvas.toSurface(deviceBox.bottom - 1) + 1};
 }
 
 void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
@@ -766,7 +855,8 @@ void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
         return;
     }
     DevicePixels canvas(image_, ratio_, width_, height_);
-    pending_.make(image_, canvas.toDevice(reach));
+    drawingOver(reach);
+    makeOwed(canvas.toDevice(reach));
     walkLine(canvas, x1, y1, x2, y2, pixel, dotted);
 }
 
@@ -775,6 +865,7 @@ void Surface::edge(Rect r, unsigned kinds, unsigned sides)
     if (!startsShapeCall(CellCall::Edge, toBox(r), qHashMulti(0, kinds, sides)))
         return;
     DevicePixels canvas(image_, ratio_, width_, height_);
+    drawingOver(toBox(r));
     makePending(toBox(r));
     const auto paletteOf = [sides](EdgeColours colours) {
         return (sides & EdgeMono) ? EdgeColours{systemColour(6), systemColour(6)} : colours;
@@ -793,6 +884,7 @@ void Surface::checkBox(Rect r, bool checked)
     if (!startsShapeCall(CellCall::CheckBox, toBox(r), ::qHash(checked)))
         return;
     DevicePixels canvas(image_, ratio_, width_, height_);
+    drawingOver(toBox(r));
     makePending(toBox(r));
     const Box bounds = toBox(r);
     const int64_t side = std::min(bounds.width(), bounds.height());
@@ -880,6 +972,7 @@ void Surface::drawText(const QString& s, Rect r, unsigned flags)
     const Box visible = intersect(bounds, {0, 0, width_, height_});
     if (visible.empty() || s.isEmpty())
         return;
+    drawingOver(visible);
     makePending(visible);
     const QPaintDevice& device = image_.isNull() ? referenceDevice() : image_;
     const auto layout = layoutRect(bounds, visible, flags, font_, device, s);
@@ -947,7 +1040,7 @@ bool Surface::beginCell()
 QImage Surface::cellPixels() const
 {
     const DevicePixels canvas(image_, ratio_, width_, height_);
-    pending_.make(image_, canvas.toDevice(cell_->bounds));
+    makeOwed(canvas.toDevice(cell_->bounds));
     return image_.copy(toQRect(canvas.toDevice(cell_->bounds)));
 }
 #endif
@@ -1012,7 +1105,7 @@ void Surface::makePending(const Box& box)
 {
     if (!pending_.active() || (cell_ && cell_->mode != CellPass::Mode::Starting && contains(cell_->box, box)))
         return;
-    pending_.make(image_, DevicePixels(image_, ratio_, width_, height_).toDevice(box));
+    makeOwed(DevicePixels(image_, ratio_, width_, height_).toDevice(box));
 }
 
 bool Surface::startsShapeCall(CellCall call, const Box& box, size_t hash)
@@ -1079,8 +1172,9 @@ void Surface::focusRect(Rect r)
     if (!readyToDraw())
         return;
     memo_.forget(toBox(r));
+    drawingOver(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
-    pending_.make(image_, canvas.toDevice(toBox(r)));
+    makeOwed(canvas.toDevice(toBox(r)));
     focusRectBox(canvas, toBox(r));
 }
 
@@ -1091,8 +1185,9 @@ void Surface::invert(Rect r)
     if (!readyToDraw())
         return;
     memo_.forget(toBox(r));
+    drawingOver(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
-    pending_.make(image_, canvas.toDevice(toBox(r)));
+    makeOwed(canvas.toDevice(toBox(r)));
     canvas.invert(intersect(toBox(r), canvas.bounds()));
 }
 
@@ -1102,7 +1197,7 @@ Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
         return {};
     if (!readyToDraw())
         return {};
-    pending_.makeAll(image_);
+    makeAllOwed();
     memo_.startMove();
     DevicePixels canvas(image_, ratio_, width_, height_);
     const Box surface = canvas.bounds();
@@ -1112,6 +1207,7 @@ Rect Surface::scroll(int32_t dx, int32_t dy, Rect scroll, Rect clip)
     const double deviceDx = static_cast<double>(dx) * ratio_;
     const double deviceDy = static_cast<double>(dy) * ratio_;
     const bool whole = deviceDx == std::floor(deviceDx) && deviceDy == std::floor(deviceDy);
+    drawingOver(moved);
     if (!moved.empty() && whole) {
         movePixels(canvas, canvas.toDevice(moved), canvas.toDevice(dx), canvas.toDevice(dy));
         memo_.moved(source, moved, dx, dy);

@@ -2,13 +2,16 @@
 
 #include "platform/Box.h"
 #include "platform/CellMemo.h"
+#include "platform/DirtyTiles.h"
 #include "platform/PendingFill.h"
 #include "platform/Rect.h"
+#include "platform/SolidAreas.h"
 #include "platform/TextCache.h"
 
 #include <QAnyStringView>
 #include <QFont>
 #include <QImage>
+#include <QRegion>
 #include <QString>
 
 #include <array>
@@ -78,6 +81,12 @@ public:
     const QImage& image() const;
     // The pixels as a picture that knows its device pixel ratio.
     QImage picture() const;
+    // The region, in surface pixels, whose pixels changed since it was last
+    // taken; the pixels are made first, as by image().
+    QRegion takeChangedRegion();
+    // Called when the pixels change while no changed region is waiting to
+    // be taken.
+    void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
 
     // A render that is owed to the image: made before the image is read or
     // drawn on, and then forgotten. An empty function cancels it.
@@ -96,6 +105,10 @@ public:
 
     // Fills r (right and bottom exclusive), clipped to the image.
     void fill(Rect r, OleColor colour);
+    // Fills r like fill() and remembers that r holds the colour: until
+    // something else draws over r, filling it again, or a clear in that
+    // colour, leaves its pixels alone.
+    void fillRemembered(Rect r, OleColor colour);
 
     // One-pixel line from (x1, y1) to (x2, y2) in the pen colour and style;
     // the end point itself is not drawn.
@@ -176,7 +189,11 @@ public:
     std::optional<size_t> movedCell(Rect box) const;
 
     // Marks drawn over the pixels when they are read: applied in order, each an exclusive-or.
-    struct Mark { enum class Kind { Inversion, FocusRect } kind; Rect rect; };
+    struct Mark {
+        enum class Kind { Inversion, FocusRect } kind;
+        Rect rect;
+        friend bool operator==(const Mark&, const Mark&) = default;
+    };
     void setMarks(std::vector<Mark> marks);
     const std::vector<Mark>& marks() const { return marks_; }
 
@@ -219,6 +236,15 @@ private:
     void drawText(const QString& s, Rect r, unsigned flags);
     QString textOf(QAnyStringView s);
     void fillOver(const Box& box, QRgb pixel);
+    void fillUnlessHeld(const Box& box, QRgb pixel);
+    // Every drawing passes here with the box it may change, and with its
+    // colour when it fills the box opaquely.
+    void drawingOver(const Box& box, std::optional<QRgb> fillColour = std::nullopt) const;
+    void noteChange(bool firstChange) const;
+    // Write what a clear still owes, in device pixels.
+    void makeOwed(const Box& deviceBox) const;
+    void makeAllOwed() const;
+    Box surfaceBoxOf(const Box& deviceBox) const;
     // Whether the cell's calls so far were left out to compare them.
     bool cellSkipped() const;
     bool cellMatches() const;
@@ -279,6 +305,11 @@ private:
     // False once the font may differ from the one lastFontKey_ holds.
     bool lastFontKeyCurrent_ = false;
     mutable std::function<void()> pendingRender_;
+    // Pixels are made when they are read as well, so these change then too.
+    mutable DirtyTiles dirty_;
+    std::function<void()> changeHandler_;
+    // What fillRemembered filled, while it holds its colour.
+    mutable SolidAreas solidAreas_;
     CellMemo memo_;
     // The cell drawCell is drawing.
     struct CellPass {

@@ -14,15 +14,24 @@ namespace {
 
 constexpr int32_t CornerSquareSize = 20;
 
+// A band usually stays where it was from one repaint to the next, so the
+// surface keeps its pixels rather than filling them again.
+void paintBand(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t height, OleColor colour)
+{
+    const platform::Rect box = MakeRect(x, y, width, height);
+    canvas.surface.fillRemembered(box, colour);
+    canvas.marks.covered(box);
+}
+
 // The background colour beyond the last row and column. Under a border the
 // surface's pixel row 0 and column 0 are left alone.
 void paintBackgroundBands(const Appearance& look, const Viewport& view, Canvas canvas, SurfaceSize size)
 {
     const int32_t inset = look.borderInset();
-    DrawBox(canvas, inset, advance(view.drawnBottom(), 1), advance(size.width, -inset), advance(size.height, -1),
-            look.backgroundColor());
-    DrawBox(canvas, advance(view.drawnRight(), 1), inset, size.width, advance(size.height, -inset),
-            look.backgroundColor());
+    paintBand(canvas, inset, advance(view.drawnBottom(), 1), advance(size.width, -inset), advance(size.height, -1),
+              look.backgroundColor());
+    paintBand(canvas, advance(view.drawnRight(), 1), inset, size.width, advance(size.height, -inset),
+              look.backgroundColor());
 }
 
 // The first row (column) from `first` whose extent, grid line included,

@@ -233,3 +233,91 @@ TEST(SurfaceExtremes, EveryPrimitiveSurvivesAnyCoordinates)
     for (int i = 0; i < 12; ++i)
         EXPECT_TRUE(at(s, i, 2) == 0 && at(s, i, i) == 0 && at(s, 5, i) == 0) << i;
 }
+
+namespace {
+
+// r grown out to the tiles the changed region is kept in.
+QRegion tilesAround(const QRect& r)
+{
+    const int tile = DirtyTiles::TileSize;
+    const int left = r.left() / tile * tile, top = r.top() / tile * tile;
+    return QRect(left, top, (r.right() / tile + 1) * tile - left, (r.bottom() / tile + 1) * tile - top);
+}
+
+QRegion changedPixels(const QImage& before, const QImage& after)
+{
+    QRegion region;
+    for (int y = 0; y < before.height(); ++y)
+        for (int x = 0; x < before.width(); ++x)
+            if (before.pixel(x, y) != after.pixel(x, y))
+                region += QRect(x, y, 1, 1);
+    return region;
+}
+
+}  // namespace
+
+TEST(SurfaceChangedRegion, HoldsWhatEachDrawingChangedAndLittleElse)
+{
+    const std::vector<std::tuple<const char*, std::function<void(Surface&)>, QRect>> drawings = {
+        {"fill", [](Surface& s) { s.fill({40, 10, 60, 20}, 0xFF); }, {40, 10, 20, 10}},
+        {"dotted line", [](Surface& s) { s.setPenStyle(PenStyle::Dot); s.line(5, 70, 90, 75); }, {5, 70, 86, 6}},
+        {"edge", [](Surface& s) { s.edge({70, 40, 90, 60}, SunkenOuter | SunkenInner, SideAll); }, {70, 40, 20, 20}},
+        {"check box", [](Surface& s) { s.checkBox({66, 2, 79, 15}, true); }, {66, 2, 13, 13}},
+        {"text", [](Surface& s) { s.text(QStringLiteral("Wg"), {3, 40, 30, 60}, TextLeft); }, {3, 40, 27, 20}},
+        {"focus rect", [](Surface& s) { s.focusRect({33, 33, 64, 47}); }, {33, 33, 31, 14}},
+        {"scroll", [](Surface& s) { s.scroll(0, 16, {0, 0, 100, 40}, {0, 0, 100, 40}); }, {0, 16, 100, 24}},
+        {"marks", [](Surface& s) { s.setMarks({{Surface::Mark::Kind::Inversion, {50, 50, 60, 60}}}); }, {50, 50, 10, 10}},
+        {"clear", [](Surface& s) { s.setBackColor(0x010203); s.clear(); }, {0, 0, 100, 80}},
+    };
+    for (const auto& [name, draw, reach] : drawings) {
+        Surface s = patterned(100, 80);
+        s.takeChangedRegion();
+        const QImage before = s.image();
+        draw(s);
+        const QRegion changed = s.takeChangedRegion();
+        const QRegion pixels = changedPixels(before, s.image());
+        EXPECT_FALSE(pixels.isEmpty()) << name;
+        EXPECT_TRUE((pixels - changed).isEmpty()) << name;
+        EXPECT_TRUE((changed - tilesAround(reach)).isEmpty()) << name;
+        EXPECT_TRUE(s.takeChangedRegion().isEmpty()) << name;
+    }
+}
+
+// A band that a frame fills again where it was stays as it is: only what
+// the frame draws around it changes.
+TEST(SurfaceRememberedFill, DrawsAsFillAndLeavesARepeatedBandAlone)
+{
+    struct Frame {
+        const char* name;
+        Rect band;
+        OleColor back;
+        bool corner;
+        QRegion mostChanged;
+    };
+    const QRegion all = QRect(0, 0, 100, 80);
+    const QRegion textAndCorner = tilesAround({0, 0, 40, 20}) + tilesAround({90, 70, 10, 10});
+    const std::vector<Frame> frames = {
+        {"first frame", {40, 0, 100, 80}, kBack, true, all},
+        {"same frame", {40, 0, 100, 80}, kBack, true, textAndCorner},
+        {"without the corner", {40, 0, 100, 80}, kBack, false, textAndCorner},
+        {"narrower band", {50, 0, 100, 80}, kBack, true, all},
+        {"other back colour", {50, 0, 100, 80}, 0x00FF00, true, all},
+        {"band reaching the text", {30, 0, 100, 80}, 0x00FF00, false, all},
+    };
+    const auto draw = [](Surface& s, bool remembered, const Frame& f) {
+        s.setBackColor(f.back);
+        s.clear();
+        s.text(QStringLiteral("Wg"), {0, 0, 40, 20}, TextLeft);
+        std::invoke(remembered ? &Surface::fillRemembered : &Surface::fill, s, f.band, 0x808080);
+        if (f.corner)
+            s.fill({90, 70, 100, 80}, 0xC0C0C0);
+    };
+    Surface plain(100, 80), kept(100, 80);
+    for (const Frame& f : frames) {
+        kept.takeChangedRegion();
+        draw(plain, false, f);
+        draw(kept, true, f);
+        EXPECT_EQ(kept.image(), plain.image()) << f.name;
+        EXPECT_TRUE((kept.takeChangedRegion() - f.mostChanged).isEmpty()) << f.name;
+    }
+}
