@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QScreen>
 
+#include <cmath>
+
 namespace TabulaFuzz {
 
 using TabulaControl::ComponentError;
@@ -117,14 +119,15 @@ bool runTrapped(Harness& harness, const Operation& op)
 QString firstLine(const QStringList& errors) { return errors.isEmpty() ? QString() : errors.first(); }
 
 // The part of the surface no other widget of the grid covers, in the
-// surface's pixels.
+// surface's pixels; a pixel around each widget is left out, where a
+// fractional device pixel ratio blends the two.
 QRegion uncoveredSurface(const Tabula& grid, const QWidget& surface)
 {
     const QPoint origin = surface.mapTo(&grid, QPoint(0, 0));
     QRegion region = surface.rect();
     for (const QWidget* w : grid.findChildren<QWidget*>())
         if (w != &surface && w->isVisible() && !w->isWindow())
-            region -= QRect(w->mapTo(&grid, QPoint(0, 0)) - origin, w->size());
+            region -= QRect(w->mapTo(&grid, QPoint(0, 0)) - origin, w->size()).adjusted(-1, -1, 1, 1);
     return region;
 }
 
@@ -137,18 +140,27 @@ void checkScreen(Harness& harness, const Operation& op)
         return;
     const QImage before = harness.grid().Picture();
     settle();
+    // The screen takes a rectangle in widget pixels and gives device pixels.
+    const qreal ratio = before.devicePixelRatio();
     const QPoint origin = surface->mapTo(&harness.grid(), QPoint(0, 0));
+    if (origin.x() * ratio != std::floor(origin.x() * ratio) || origin.y() * ratio != std::floor(origin.y() * ratio))
+        return;
     const QImage screen = QGuiApplication::primaryScreen()
-                              ->grabWindow(harness.grid().winId(), origin.x(), origin.y(), before.width(), before.height())
+                              ->grabWindow(harness.grid().winId(), origin.x(), origin.y(), surface->width(), surface->height())
                               .toImage();
     const QImage picture = harness.grid().Picture();
     if (picture != before)
         return;
-    for (const QRect& r : uncoveredSurface(harness.grid(), *surface))
-        for (int y = r.top(); y <= r.bottom() && y < picture.height(); ++y)
-            for (int x = r.left(); x <= r.right() && x < picture.width(); ++x)
+    const QRect shown = picture.rect() & screen.rect();
+    for (const QRect& r : uncoveredSurface(harness.grid(), *surface)) {
+        const QRect device = QRect(QPoint(std::ceil(r.left() * ratio), std::ceil(r.top() * ratio)),
+                                   QPoint(std::floor((r.right() + 1) * ratio) - 1, std::floor((r.bottom() + 1) * ratio) - 1)) &
+                             shown;
+        for (int y = device.top(); y <= device.bottom(); ++y)
+            for (int x = device.left(); x <= device.right(); ++x)
                 if (screen.pixel(x, y) != picture.pixel(x, y))
                     fail(QStringLiteral("%1 left the screen behind the picture").arg(nameOf(op)));
+    }
 }
 
 void checkInput(Harness& harness, const Operation& op)
