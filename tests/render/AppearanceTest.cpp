@@ -1,6 +1,7 @@
 #include "tests/navigation/NavigationFixture.h"
 
 #include <QApplication>
+#include <QScreen>
 
 #include <functional>
 
@@ -103,6 +104,27 @@ TEST_F(AppearanceSurface, BackgroundColourShowsAroundTheSurfaceOnlyWithoutBorder
     grid().setBorderStyle(TabulaControl::NoBorder);
     QApplication::processEvents();
     EXPECT_EQ(grid().grab().toImage().pixel(1, 1) & 0xFFFFFF, 0x0000FFu);
+}
+
+// Changes reach the screen in the turn of the event loop after them: with
+// a scroll bar they bring up, and alone.
+TEST_F(AppearanceSurface, ChangesReachTheScreenInOneTurnOfTheEventLoop)
+{
+    const QRect cells(QPoint(0, 0), surface()->size() - QSize(20, 20));
+    const auto screenShowsPicture = [&] {
+        const QPoint at = surface()->mapTo(&grid(), cells.topLeft());
+        const QImage screen = QGuiApplication::primaryScreen()
+                                  ->grabWindow(grid().winId(), at.x(), at.y(), cells.width(), cells.height())
+                                  .toImage();
+        return screen.convertToFormat(QImage::Format_RGB32) == picture().copy(cells);
+    };
+    for (int r = 0; r < 40; ++r)
+        grid().AddItem(QStringLiteral("%1\tx").arg(r));
+    QApplication::processEvents();
+    EXPECT_TRUE(screenShowsPicture());
+    grid().setTextMatrix(2, 1, QStringLiteral("changed"));
+    QApplication::processEvents();
+    EXPECT_TRUE(screenShowsPicture());
 }
 
 TEST_F(AppearanceSurface, MousePointerIsTheControlsOwnCursor)
