@@ -5,6 +5,7 @@
 #include <QRegion>
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace TabulaControl::platform {
