@@ -816,13 +816,8 @@ void Surface::noteChange(bool firstChange) const
         changeHandler_();
 }
 
-void Surface::makeOwed(const Box& deviceBox) const
-{
-    const Box written = pending_.make(image_, deviceBox);
-    if (!written.empty())
-        drawingOver(surfaceBoxOf(written), pending_.colour());
-}
-
+// The drawings that make owed pixels in their own box have marked it
+// already; these are the pixels made for a read or a move.
 void Surface::makeAllOwed() const
 {
     if (!pending_.active())
@@ -856,7 +851,7 @@ void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
     }
     DevicePixels canvas(image_, ratio_, width_, height_);
     drawingOver(reach);
-    makeOwed(canvas.toDevice(reach));
+    pending_.make(image_, canvas.toDevice(reach));
     walkLine(canvas, x1, y1, x2, y2, pixel, dotted);
 }
 
@@ -1040,7 +1035,7 @@ bool Surface::beginCell()
 QImage Surface::cellPixels() const
 {
     const DevicePixels canvas(image_, ratio_, width_, height_);
-    makeOwed(canvas.toDevice(cell_->bounds));
+    pending_.make(image_, canvas.toDevice(cell_->bounds));
     return image_.copy(toQRect(canvas.toDevice(cell_->bounds)));
 }
 #endif
@@ -1105,7 +1100,7 @@ void Surface::makePending(const Box& box)
 {
     if (!pending_.active() || (cell_ && cell_->mode != CellPass::Mode::Starting && contains(cell_->box, box)))
         return;
-    makeOwed(DevicePixels(image_, ratio_, width_, height_).toDevice(box));
+    pending_.make(image_, DevicePixels(image_, ratio_, width_, height_).toDevice(box));
 }
 
 bool Surface::startsShapeCall(CellCall call, const Box& box, size_t hash)
@@ -1174,7 +1169,7 @@ void Surface::focusRect(Rect r)
     memo_.forget(toBox(r));
     drawingOver(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
-    makeOwed(canvas.toDevice(toBox(r)));
+    pending_.make(image_, canvas.toDevice(toBox(r)));
     focusRectBox(canvas, toBox(r));
 }
 
@@ -1187,7 +1182,7 @@ void Surface::invert(Rect r)
     memo_.forget(toBox(r));
     drawingOver(toBox(r));
     DevicePixels canvas(image_, ratio_, width_, height_);
-    makeOwed(canvas.toDevice(toBox(r)));
+    pending_.make(image_, canvas.toDevice(toBox(r)));
     canvas.invert(intersect(toBox(r), canvas.bounds()));
 }
 

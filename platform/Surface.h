@@ -241,8 +241,7 @@ private:
     // colour when it fills the box opaquely.
     void drawingOver(const Box& box, std::optional<QRgb> fillColour = std::nullopt) const;
     void noteChange(bool firstChange) const;
-    // Write what a clear still owes, in device pixels.
-    void makeOwed(const Box& deviceBox) const;
+    // Writes every pixel a clear still owes.
     void makeAllOwed() const;
     Box surfaceBoxOf(const Box& deviceBox) const;
     // Whether the cell's calls so far were left out to compare them.
