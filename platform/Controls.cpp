@@ -1,6 +1,7 @@
 #include "platform/Controls.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QEvent>
 #include <QFontMetricsF>
 #include <QKeyEvent>
@@ -173,6 +174,7 @@ protected:
 
     void mousePressEvent(QMouseEvent* e) override
     {
+        arriveUnlessMoved(e);
         pressedLeft_ = e->button() == Qt::LeftButton;
         notify(handlers_.mouseDown, mouseArgs(e, e->button()));
     }
@@ -196,8 +198,10 @@ protected:
     void mouseMoveEvent(QMouseEvent* e) override
     {
         lastMove_ = {e->position(), e->globalPosition(), e->buttons(), e->modifiers()};
+        movedSinceShown_ = true;
         notify(handlers_.mouseMove, mouseArgs(e, e->buttons()));
     }
+    void showEvent(QShowEvent*) override { movedSinceShown_ = false; }
 
     void keyPressEvent(QKeyEvent* e) override
     {
@@ -221,6 +225,18 @@ public:
     }
 
 private:
+    // Qt sends no move to a surface shown under a pointer at rest, so a
+    // press there before any move is taken as the pointer's arrival first,
+    // to find the border it rests on.
+    void arriveUnlessMoved(const QMouseEvent* press)
+    {
+        if (movedSinceShown_ || mapFromGlobal(QCursor::pos()) != press->position().toPoint())
+            return;
+        QMouseEvent move(QEvent::MouseMove, press->position(), press->globalPosition(), Qt::NoButton, Qt::NoButton,
+                         press->modifiers());
+        mouseMoveEvent(&move);
+    }
+
     struct Move {
         QPointF position;
         QPointF global;
@@ -249,6 +265,7 @@ private:
     bool painting_ = false;
     bool paintQueued_ = false;
     bool afterDoubleClick_ = false;
+    bool movedSinceShown_ = false;
     Move lastMove_;
 };
 

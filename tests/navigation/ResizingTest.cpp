@@ -132,14 +132,26 @@ TEST_F(Resizing, DisallowingResizingTakesEffectAtTheNextRebuild)
     EXPECT_EQ(pointerAt(97), 0);
 }
 
-TEST_F(Resizing, ADragFromAZoneKeptWithResizingOffUsesItsOldBorder)
+// The pointer rests where the first grid's drag began, so the second grid,
+// shown under it, gets no move before the press.
+TEST_F(Resizing, ADragFromAZoneKeptWithResizingOffUsesItsOldBorderOnAGridShownUnderTheStillPointer)
 {
-    grid().setRows(1);
+    const auto dragBorder = [this](int to) {
+        QTest::mouseMove(surface(), QPoint(97, 8));
+        log().clear();
+        press(QPoint(97, 8));
+        dragTo(QPoint(to, 8));
+        release(QPoint(to, 8));
+    };
+    grid().setRows(3);
+    dragBorder(120);
+    ASSERT_EQ(grid().ColWidth(1), 88);
+    TearDown();
+    NavigationFixture::SetUp();
+    grid().setRows(3);
     grid().setAllowUserResizing(false);
     grid().setColWidth(1, 100);
-    grabBorder(97);
-    dragTo(QPoint(150, 8));
-    release(QPoint(150, 8));
+    dragBorder(150);
     EXPECT_EQ(grid().ColWidth(1), 118);
 }
 
