@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QTimer>
+#include <QWindow>
 
 namespace TabulaControl::platform {
 
@@ -84,15 +85,39 @@ ListForm::ListForm(QWidget* control) : control_(control)
         if (onTimer)
             onTimer();
     });
+    watchFocusElsewhere();
 }
 
-ListForm::~ListForm() = default;
+// Another window's activation or a widget outside the list taking the focus
+// means the user has left, whether or not the list's own focus ever came: a
+// window manager may refuse it, or grant it late. The grid's window, and its
+// focus widget of the moment the list opened, may still be catching up with
+// the click that opened it.
+void ListForm::watchFocusElsewhere()
+{
+    QObject::connect(qApp, &QApplication::focusChanged, form_, [this](QWidget*, QWidget* now) {
+        if (Visible() && now && now->window() != form_ && now != focusAtOpening_)
+            focusTakenElsewhere_ = true;
+    });
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, form_, [this](QWindow* window) {
+        if (Visible() && window != form_->windowHandle() && window != control_->window()->windowHandle())
+            focusTakenElsewhere_ = true;
+    });
+}
+
+ListForm::~ListForm()
+{
+    if (form_)
+        QObject::disconnect(qApp, nullptr, form_, nullptr);
+}
 
 bool ListForm::Visible() const { return form_ && form_->isVisible(); }
 
 void ListForm::Show()
 {
     focusArrived_ = false;
+    focusTakenElsewhere_ = false;
+    focusAtOpening_ = control_->window()->focusWidget();
     form_->show();
     form_->raise();
     form_->activateWindow();
@@ -151,7 +176,7 @@ bool ListForm::focusHasLeft()
 {
     if (ListHasFocus())
         focusArrived_ = true;
-    return focusArrived_ && !ListHasFocus();
+    return focusTakenElsewhere_ || (focusArrived_ && !ListHasFocus());
 }
 
 bool ListForm::GridWindowActive() const { return QApplication::activeWindow() == control_->window(); }

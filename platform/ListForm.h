@@ -41,9 +41,10 @@ public:
 
     void setTimer(int32_t intervalMs, bool enabled);
     bool ListHasFocus() const;
-    // Whether the list had the focus since it was last shown and has lost
-    // it again. A list shown under load receives its focus a little later;
-    // until then nothing has left.
+    // Whether, since the list was last shown, another window was activated or
+    // a widget outside the list took the focus, or the list had the focus
+    // and lost it. A list shown under load receives its focus a little later;
+    // until then, with nothing else focused, nothing has left.
     bool focusHasLeft();
     // Whether the window of the grid is the active window.
     bool GridWindowActive() const;
@@ -55,11 +56,15 @@ public:
     std::function<void()> onTimer;
 
 private:
+    void watchFocusElsewhere();
+
     QWidget* control_;
     QPointer<QWidget> form_;
     QListWidget* list_ = nullptr;
     QTimer* timer_ = nullptr;
     bool focusArrived_ = false;
+    bool focusTakenElsewhere_ = false;
+    QPointer<QWidget> focusAtOpening_;
 };
 
 // The screen rectangle of a child control.

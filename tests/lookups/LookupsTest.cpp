@@ -1,9 +1,11 @@
 #include "tests/support/GridFixture.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -189,3 +191,42 @@ TEST_F(DropDown, TypedKeyOpensTheListAtTheFirstMatch)
     ASSERT_TRUE(form()->isVisible());
     EXPECT_EQ(list->currentRow(), 1);
 }
+
+struct ListFocusCase {
+    const char* name;
+    std::function<void(QWidget& surface, QWidget& otherWindow)> whileTheFocusIsLate;
+    bool closes;
+};
+
+class DropDownFocus : public DropDown, public ::testing::WithParamInterface<ListFocusCase> {};
+
+// Offscreen, the list's window is activated at the next turn of the event
+// loop; until then its focus is late.
+TEST_P(DropDownFocus, ClosesUnpickedOnceTheFocusIsElsewhereEvenIfItNeverArrived)
+{
+    QWidget otherWindow;
+    new QLineEdit(&otherWindow);
+    otherWindow.show();
+    QApplication::processEvents();
+    QApplication::setActiveWindow(&grid());
+    grid().setText("banana");
+    openByButton();
+    ASSERT_FALSE(list->hasFocus());
+    GetParam().whileTheFocusIsLate(*surface(), otherWindow);
+    QMetaObject::invokeMethod(form()->findChild<QTimer*>("Timer1"), "timeout");
+    QTest::qWait(20);
+    EXPECT_EQ(form()->isVisible(), !GetParam().closes);
+    EXPECT_EQ(grid().Text(), "banana");
+    QApplication::setActiveWindow(&grid());
+    QTest::qWait(20);
+    EXPECT_FALSE(form()->isVisible()) << "leaving for the grid's window closes it";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Lookups, DropDownFocus,
+    ::testing::Values(ListFocusCase{"nothing_else_takes_it", [](QWidget&, QWidget&) {}, false},
+                      ListFocusCase{"another_window_is_activated",
+                                    [](QWidget&, QWidget& other) { QApplication::setActiveWindow(&other); }, true},
+                      ListFocusCase{"a_widget_outside_the_list_takes_it",
+                                    [](QWidget& surface, QWidget&) { surface.setFocus(); }, true}),
+    TabulaTest::caseName);

@@ -213,22 +213,6 @@ TEST_F(Robustness, TheViewFollowsItsScrollBarWhenRowsGoAway)
     EXPECT_NE(pixel(centre(1, 1).x(), centre(1, 1).y()), 0x808080u);
 }
 
-TEST_F(Robustness, TheDropDownWatchesItsFocusOnlyOnceTheFocusHasArrived)
-{
-    QWidget* form = openDropDown(Qt::Key_Space, {"one", "two"});
-    QApplication::setActiveWindow(&grid());
-    QTest::qWait(20);
-    ASSERT_TRUE(form->isVisible());
-
-    QApplication::setActiveWindow(form);
-    form->findChild<QWidget*>("List1")->setFocus();
-    QTest::qWait(20);
-    EXPECT_TRUE(form->isVisible());
-    QApplication::setActiveWindow(&grid());
-    QTest::qWait(20);
-    EXPECT_FALSE(form->isVisible());
-}
-
 TEST_F(Robustness, ALongCellPaintsExactlyAsTheTextThatShowsOfIt)
 {
     const QString tail = "tail end";
