@@ -181,6 +181,6 @@ INSTANTIATE_TEST_SUITE_P(Keys, DateColumnTyping,
                                            DateTyping{"0229", "02/29/"}, DateTyping{"0431", "04/3"},
                                            DateTyping{"1a2", "12/"}, DateTyping{"12/31/20245", "12/31/2024"},
                                            DateTyping{"12/3\b", "12/"}, DateTyping{"12/\b", "12"},
-                                           DateTyping{"00", "0"}));
+                                           DateTyping{"00", "0"}, DateTyping{"7 Mar 2024", "07/20/24"}));
 
 }  // namespace
