@@ -136,22 +136,17 @@ TEST_F(Resizing, DisallowingResizingTakesEffectAtTheNextRebuild)
 // shown under it, gets no move before the press.
 TEST_F(Resizing, ADragFromAZoneKeptWithResizingOffUsesItsOldBorderOnAGridShownUnderTheStillPointer)
 {
-    const auto dragBorder = [this](int to) {
-        QTest::mouseMove(surface(), QPoint(97, 8));
-        log().clear();
-        press(QPoint(97, 8));
-        dragTo(QPoint(to, 8));
-        release(QPoint(to, 8));
-    };
     grid().setRows(3);
-    dragBorder(120);
+    QTest::mouseMove(surface(), QPoint(97, 8));
+    drag(QPoint(97, 8), QPoint(120, 8));
     ASSERT_EQ(grid().ColWidth(1), 88);
     TearDown();
     NavigationFixture::SetUp();
     grid().setRows(3);
     grid().setAllowUserResizing(false);
     grid().setColWidth(1, 100);
-    dragBorder(150);
+    QTest::mouseMove(surface(), QPoint(97, 8));
+    drag(QPoint(97, 8), QPoint(150, 8));
     EXPECT_EQ(grid().ColWidth(1), 118);
 }
 
