@@ -439,6 +439,27 @@ signals:
     // A setting the grid saves may have changed.
     void settingsChanged();
 
+    // The grid's events, the same as those of events(). An event whose name
+    // and arguments are those of a method takes the suffix Event.
+    void Click();
+    void BtnClick(int32_t Row, int32_t Col);
+    void DblClickEvent();
+    void KeyDownEvent(int16_t KeyCode, int16_t Shift);
+    void KeyPress(int16_t KeyAscii);
+    void KeyUp(int16_t KeyCode, int16_t Shift);
+    void MouseDownEvent(int16_t Button, int16_t Shift, float x, float Y);
+    void MouseMoveEvent(int16_t Button, int16_t Shift, float x, float Y);
+    void MouseUpEvent(int16_t Button, int16_t Shift, float x, float Y);
+    void Scroll();
+    void BeforeEdit(int32_t Row, int32_t Col, bool& Cancel);
+    void AfterEdit(int32_t Row, int32_t Col, QString NewValue);
+    void BeforeAddRow(bool& Cancel);
+    void AfterAddRow(int32_t Row);
+    void BeforeDeleteRow(int32_t Row, bool& Cancel);
+    void AfterDeleteRow(int32_t Row);
+    void Resize();
+    void RowColChange(int32_t LastRow, int32_t LastCol);
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
