@@ -1,5 +1,6 @@
 #include "accessibility/AccessibleGrid.h"
 #include "core/Facade.h"
+#include "core/MetaCallGuard.h"
 #include "platform/AboutBox.h"
 
 #include <QResizeEvent>
@@ -57,6 +58,7 @@ void Tabula::wireGrid()
     grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
     wireChildren();
     wireEditor();
+    detail::guardMetaCalls(*this);
     forwardEvents(*events_, *this);
     call("UserControl_Initialize", [&] { grid_->initialize(); });
 }
