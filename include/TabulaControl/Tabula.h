@@ -410,6 +410,8 @@ public:
     Q_PROPERTY(bool clipboardShortcuts READ clipboardShortcuts WRITE setClipboardShortcuts)
     // Saves into a temporary store, such as a SettingsPropertyBag made on the spot.
     void WriteProperties(PropertyBag&& store) const { WriteProperties(store); }
+
+public slots:
     // Puts the selected block, or the current cell, on the clipboard as
     // tab-separated text and as an HTML table.
     void copySelection() const;
@@ -419,6 +421,8 @@ public:
     // AfterEdit). Returns the number of cells that lay beyond the grid and
     // were not pasted; pasteClipped reports them too.
     int32_t paste();
+
+public:
     // Whether Ctrl+C and Ctrl+V on the surface copy and paste; off by
     // default, since those keys otherwise reach KeyPress and open the editor.
     bool clipboardShortcuts() const;
