@@ -42,6 +42,9 @@ public:
     {
         if (!isValid() || (t != QAccessible::Name && t != QAccessible::Value))
             return {};
+        // A check-mark cell shows no text: its value is said as its state.
+        if (t == QAccessible::Name && isCheckMark())
+            return {};
         return grid_->TextMatrix(row_, col_);
     }
     // Cells are changed through the grid's editor, not by assistive technology.
@@ -71,6 +74,8 @@ public:
         if (!isValid())
             return st;
         st.selectable = st.focusable = role() == QAccessible::Cell;
+        st.checkable = isCheckMark();
+        st.checked = st.checkable && grid_->TextMatrix(row_, col_) == QLatin1String("1");
         st.selected = isSelected();
         st.focused = isCurrent() && hasFocusWithin(*grid_);
         st.invisible = st.offscreen = rect().isEmpty();
@@ -95,6 +100,7 @@ public:
 
 private:
     bool isCurrent() const { return grid_->Row() == row_ && grid_->Col() == col_; }
+    bool isCheckMark() const { return role() == QAccessible::Cell && grid_->ColMask(col_) == checkmark; }
     QList<QAccessibleInterface*> headerCells(int32_t row, int32_t col, bool shown) const
     {
         AccessibleGrid* table = isValid() && shown && role() == QAccessible::Cell ? accessibleGridOf(grid_) : nullptr;

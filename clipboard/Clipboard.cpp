@@ -132,6 +132,21 @@ private:
     int swallowedKey_ = 0;
 };
 
+// Run by a signal, such as a QAction's triggered, a clipboard slot has no
+// caller to throw to: its failure is reported instead.
+template <class F>
+auto reportingFromSignal(const Tabula& grid, bool runBySignal, F&& body)
+{
+    try {
+        return body();
+    } catch (const ComponentError& error) {
+        if (!runBySignal)
+            throw;
+        report(const_cast<Tabula&>(grid), error);
+        return decltype(body()){};
+    }
+}
+
 }  // namespace
 
 }  // namespace TabulaControl::detail
@@ -140,28 +155,33 @@ namespace TabulaControl {
 
 void Tabula::copySelection() const
 {
-    call("copySelection", [&] {
-        const detail::CellRows rows = detail::textsOf(*grid_, detail::selectedBlock(*this));
-        auto* data = new QMimeData;
-        data->setText(detail::toTabSeparated(rows));
-        data->setHtml(detail::toHtmlTable(rows));
-        QGuiApplication::clipboard()->setMimeData(data);
+    detail::reportingFromSignal(*this, sender(), [&] {
+        call("copySelection", [&] {
+            const detail::CellRows rows = detail::textsOf(*grid_, detail::selectedBlock(*this));
+            auto* data = new QMimeData;
+            data->setText(detail::toTabSeparated(rows));
+            data->setHtml(detail::toHtmlTable(rows));
+            QGuiApplication::clipboard()->setMimeData(data);
+        });
     });
 }
 
 int32_t Tabula::paste()
 {
-    const int32_t dropped = call("paste", [&] {
-        if (grid_->editorState.isOpen())
-            grid_->endEdit();
-        const int32_t count = detail::pasteRows(*grid_, detail::fromTabSeparated(QGuiApplication::clipboard()->text()));
-        if (grid_->autoRedraw())
-            grid_->Refresh();
-        return count;
+    return detail::reportingFromSignal(*this, sender(), [&] {
+        const int32_t dropped = call("paste", [&] {
+            if (grid_->editorState.isOpen())
+                grid_->endEdit();
+            const int32_t count =
+                detail::pasteRows(*grid_, detail::fromTabSeparated(QGuiApplication::clipboard()->text()));
+            if (grid_->autoRedraw())
+                grid_->Refresh();
+            return count;
+        });
+        if (dropped > 0)
+            emit pasteClipped(dropped);
+        return dropped;
     });
-    if (dropped > 0)
-        emit pasteClipped(dropped);
-    return dropped;
 }
 
 bool Tabula::clipboardShortcuts() const

@@ -410,6 +410,8 @@ public:
     Q_PROPERTY(bool clipboardShortcuts READ clipboardShortcuts WRITE setClipboardShortcuts)
     // Saves into a temporary store, such as a SettingsPropertyBag made on the spot.
     void WriteProperties(PropertyBag&& store) const { WriteProperties(store); }
+
+public slots:
     // Puts the selected block, or the current cell, on the clipboard as
     // tab-separated text and as an HTML table.
     void copySelection() const;
@@ -419,6 +421,8 @@ public:
     // AfterEdit). Returns the number of cells that lay beyond the grid and
     // were not pasted; pasteClipped reports them too.
     int32_t paste();
+
+public:
     // Whether Ctrl+C and Ctrl+V on the surface copy and paste; off by
     // default, since those keys otherwise reach KeyPress and open the editor.
     bool clipboardShortcuts() const;
@@ -438,6 +442,27 @@ signals:
     void pasteClipped(int32_t droppedCells);
     // A setting the grid saves may have changed.
     void settingsChanged();
+
+    // The grid's events, the same as those of events(). An event whose name
+    // and arguments are those of a method takes the suffix Event.
+    void Click();
+    void BtnClick(int32_t Row, int32_t Col);
+    void DblClickEvent();
+    void KeyDownEvent(int16_t KeyCode, int16_t Shift);
+    void KeyPress(int16_t KeyAscii);
+    void KeyUp(int16_t KeyCode, int16_t Shift);
+    void MouseDownEvent(int16_t Button, int16_t Shift, float x, float Y);
+    void MouseMoveEvent(int16_t Button, int16_t Shift, float x, float Y);
+    void MouseUpEvent(int16_t Button, int16_t Shift, float x, float Y);
+    void Scroll();
+    void BeforeEdit(int32_t Row, int32_t Col, bool& Cancel);
+    void AfterEdit(int32_t Row, int32_t Col, QString NewValue);
+    void BeforeAddRow(bool& Cancel);
+    void AfterAddRow(int32_t Row);
+    void BeforeDeleteRow(int32_t Row, bool& Cancel);
+    void AfterDeleteRow(int32_t Row);
+    void Resize();
+    void RowColChange(int32_t LastRow, int32_t LastCol);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -43,6 +43,9 @@ struct Failure {
     const char* member;
     const char* cause;
     std::function<void(Tabula&)> body;
+    // A property the same failure is written to through the meta-object.
+    const char* property = nullptr;
+    int value = 0;
 };
 
 const char *const Range = "Subscript out of range", *const Overflow = "Overflow", *const Host = "host failure";
@@ -60,11 +63,11 @@ const Failure failures[] = {
     {"cell_tag_past_the_end", "CellTag", Range, [](Tabula& g) { g.setCellTag(0, 7, "x"); }},
     {"col_align_past_the_end", "ColAlign", Range, [](Tabula& g) { g.ColAlign(9); }},
     {"text_of_a_negative_row", "Text", Range, [](Tabula& g) { g.setRow(-5), g.Text(); }},
-    {"rows_over_sixteen_bits", "Rows", Overflow, [](Tabula& g) { g.setRows(40000); }},
-    {"rows_negative", "Rows", Range, [](Tabula& g) { g.setRows(-1); }},
-    {"cols_over_sixteen_bits", "Cols", Overflow, [](Tabula& g) { g.setCols(32768); }},
+    {"rows_over_sixteen_bits", "Rows", Overflow, [](Tabula& g) { g.setRows(40000); }, "Rows", 40000},
+    {"rows_negative", "Rows", Range, [](Tabula& g) { g.setRows(-1); }, "Rows", -1},
+    {"cols_over_sixteen_bits", "Cols", Overflow, [](Tabula& g) { g.setCols(32768); }, "Cols", 32768},
     {"border_style_over_sixteen_bits", "BorderStyle", Overflow,
-     [](Tabula& g) { g.setBorderStyle(static_cast<TabulaControl::BorderStyles>(70000)); }},
+     [](Tabula& g) { g.setBorderStyle(static_cast<TabulaControl::BorderStyles>(70000)); }, "BorderStyle", 70000},
     {"fixed_style_over_sixteen_bits", "FixedStyle", Overflow,
      [](Tabula& g) { g.setFixedStyle(static_cast<TabulaControl::FixedStyles>(-40000)); }},
     {"add_button_past_sixteen_bits", "AddButton", Overflow, [](Tabula& g) { g.AddButton(40000); }},
@@ -113,6 +116,15 @@ TEST_P(MemberFailure, RaisesTheComponentErrorWithItsCauseLogsNothingAndKeepsTheS
     }
     EXPECT_EQ(logged, QStringList());
     EXPECT_EQ(shape(), before);
+    if (!GetParam().property)
+        return;
+    // Qt's property system, QUiLoader and Designer get false; the host hears of it.
+    QStringList reported;
+    QObject::connect(&grid(), &Tabula::errorOccurred, [&](const ComponentError& error) { reported << error.Source; });
+    EXPECT_FALSE(grid().setProperty(GetParam().property, GetParam().value));
+    EXPECT_EQ(shape(), before);
+    EXPECT_EQ(reported, QStringList{QString("TabulaControl.Tabula.") + GetParam().member});
+    EXPECT_EQ(logged.size(), 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(ErrorBoundary, MemberFailure, ::testing::ValuesIn(failures), TabulaTest::caseName);

@@ -1,5 +1,7 @@
 #include <TabulaControl/Tabula.h>
 
+#include <QApplication>
+#include <QClipboard>
 #include <QFile>
 #include <QMetaEnum>
 #include <QMetaMethod>
@@ -93,7 +95,53 @@ void expectMethod(const Member& member)
     }
 }
 
+// A form with a grid named "grid" and a slot for each event, named as
+// Designer's "Go to slot..." names them; it cancels every edit.
+class Form : public QWidget {
+    Q_OBJECT
+public:
+    QStringList heard;
+
+private slots:
+#define HEARS(event) void on_grid_##event() { hear(); }
+    HEARS(Click) HEARS(BtnClick) HEARS(DblClickEvent) HEARS(KeyDownEvent) HEARS(KeyPress) HEARS(KeyUp)
+    HEARS(MouseDownEvent) HEARS(MouseMoveEvent) HEARS(MouseUpEvent) HEARS(Scroll) HEARS(AfterEdit)
+    HEARS(BeforeAddRow) HEARS(AfterAddRow) HEARS(BeforeDeleteRow) HEARS(AfterDeleteRow) HEARS(Resize)
+    HEARS(RowColChange)
+    void on_grid_BeforeEdit(int32_t, int32_t, bool& Cancel) { hear(), Cancel = true; }
+
+private:
+    void hear() { heard << QString::fromLatin1(sender()->metaObject()->method(senderSignalIndex()).name()); }
+};
+
 }  // namespace
+
+// Every signal of events(), raised here with zero arguments, reaches the form
+// under its own name, with Event added where a method has its signature.
+TEST(MetaObject, EachEventIsASignalOfTheGridThatAFormConnectsByName)
+{
+    Form form;
+    auto* grid = new Tabula(&form);
+    grid->setObjectName("grid");
+    QMetaObject::connectSlotsByName(&form);
+    const QMetaObject& events = TabulaControl::TabulaEvents::staticMetaObject;
+    QStringList expected;
+    for (int i = events.methodOffset(); i < events.methodCount(); ++i) {
+        const QMetaMethod signal = events.method(i);
+        const int same = meta.indexOfMethod(signal.methodSignature());
+        expected << signal.name() + (same >= 0 && meta.method(same).methodType() == QMetaMethod::Method ? "Event" : "");
+        QVariant values[4];
+        void* arguments[5] = {nullptr};
+        for (int p = 0; p < signal.parameterCount(); ++p)
+            arguments[p + 1] = (values[p] = QVariant(signal.parameterMetaType(p))).data();
+        // TabulaEvents has only signals: a method's own index is its signal index.
+        QMetaObject::activate(grid->events(), &events, i - events.methodOffset(), arguments);
+    }
+    EXPECT_EQ(form.heard, expected);
+    QApplication::clipboard()->setText("pasted");
+    grid->paste();
+    EXPECT_EQ(grid->TextMatrix(grid->Row(), grid->Col()), "");
+}
 
 TEST(MetaObject, PublishesEveryMemberWithItsTypeDesignabilityAndHelpText)
 {
@@ -158,3 +206,5 @@ TEST(MetaObject, PropertiesAndMethodsWorkByName)
                                           Q_ARG(int32_t, 1)));
     EXPECT_EQ(text, "b1");
 }
+
+#include "MetaObjectTest.moc"

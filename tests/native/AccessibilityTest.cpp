@@ -66,7 +66,7 @@ protected:
 
 }  // namespace
 
-TEST_F(Accessibility, TheGridIsATableOfItsDataCellsWithTheHeaderCaptions)
+TEST_F(Accessibility, TheGridIsATableOfItsDataCellsWithTheHeaderCaptionsAndCheckMarks)
 {
     EXPECT_EQ(table_->role(), QAccessible::Table);
     EXPECT_EQ(table()->rowCount(), 4);
@@ -88,6 +88,10 @@ TEST_F(Accessibility, TheGridIsATableOfItsDataCellsWithTheHeaderCaptions)
     ASSERT_EQ(place->columnHeaderCells().size(), 1);
     EXPECT_EQ(place->columnHeaderCells().first()->text(QAccessible::Name), "Qty");
     EXPECT_EQ(place->rowHeaderCells().first()->role(), QAccessible::RowHeader);
+    grid().setColMask(2, TabulaControl::checkmark);
+    grid().setTextMatrix(1, 2, "1");
+    EXPECT_TRUE(cell->state().checkable && !cell->state().checked && cell->text(QAccessible::Name).isEmpty());
+    EXPECT_TRUE(table()->cellAt(0, 1)->state().checked && !table()->cellAt(0, 0)->state().checkable);
 
     EXPECT_FALSE(cell->rect().isEmpty());
     EXPECT_TRUE(table_->rect().contains(cell->rect()));

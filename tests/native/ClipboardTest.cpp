@@ -1,10 +1,13 @@
 #include "tests/support/GridFixture.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <stdexcept>
 
 using TabulaControl::Tabula;
 
@@ -38,7 +41,7 @@ TEST_F(Clipboard, CopiesTheSelectedBlockOrElseTheCurrentCellAsTextAndHtml)
 {
     moveTo(2, 3);
     select(2, 3, 2, 3);
-    grid().copySelection();
+    ASSERT_TRUE(QMetaObject::invokeMethod(&grid(), "copySelection"));
     EXPECT_EQ(clipboard()->text(), "2,3\n");
 
     select(3, 2, 2, 0);
@@ -122,6 +125,18 @@ TEST_F(Clipboard, CtrlCAndCtrlVReachTheGridUntilTheShortcutsAreTurnedOn)
 
     grid().setClipboardShortcuts(false);
     EXPECT_FALSE(grid().clipboardShortcuts());
+}
+
+TEST_F(Clipboard, PasteIsASlotThatReportsTheFailureOfItsSignal)
+{
+    QStringList reported;
+    QObject::connect(&grid(), &Tabula::errorOccurred, [&](const auto& error) { reported << error.Source; });
+    QObject::connect(&grid(), &Tabula::BeforeEdit, [] { throw std::runtime_error("host failure"); });
+    QAction paste;
+    QObject::connect(&paste, SIGNAL(triggered()), &grid(), SLOT(paste()));
+    clipboard()->setText("a");
+    paste.trigger();
+    EXPECT_EQ(reported, QStringList{"TabulaControl.Tabula.paste"});
 }
 
 }  // namespace
