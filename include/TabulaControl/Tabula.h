@@ -164,9 +164,9 @@ class Tabula : public QWidget {
     Q_PROPERTY(uint ForeColorFixed READ ForeColorFixed WRITE setForeColorFixed NOTIFY settingsChanged)
     Q_PROPERTY(TabulaControl::FixedStyles FixedStyle READ FixedStyle WRITE setFixedStyle NOTIFY settingsChanged)
     Q_PROPERTY(TabulaControl::SelectModes SelectionMode READ SelectionMode WRITE setSelectionMode NOTIFY settingsChanged)
-    Q_PROPERTY(QFont Font READ fontValue WRITE setFontValue NOTIFY settingsChanged)
-    Q_PROPERTY(QFont FontEdit READ fontEditValue WRITE setFontEditValue NOTIFY settingsChanged)
-    Q_PROPERTY(QFont FontFixed READ fontFixedValue WRITE setFontFixedValue NOTIFY settingsChanged)
+    Q_PROPERTY(QFont Font READ fontValue WRITE setFont NOTIFY settingsChanged)
+    Q_PROPERTY(QFont FontEdit READ fontEditValue WRITE setFontEdit NOTIFY settingsChanged)
+    Q_PROPERTY(QFont FontFixed READ fontFixedValue WRITE setFontFixed NOTIFY settingsChanged)
     Q_PROPERTY(uint BackColorBkg READ BackColorBkg WRITE setBackColorBkg NOTIFY settingsChanged)
     Q_PROPERTY(bool AllowUserResizing READ AllowUserResizing WRITE setAllowUserResizing NOTIFY settingsChanged)
     Q_PROPERTY(QString FormatString READ FormatString WRITE setFormatString NOTIFY settingsChanged)
@@ -371,6 +371,11 @@ public:
     void setFontEdit(FontRef value);
     FontRef FontFixed() const;
     void setFontFixed(FontRef value);
+    // The same from a QFont, as forms compiled by uic call them: each gives the
+    // grid a new font object. QWidget::setFont on the grid sets Font as well.
+    void setFont(const QFont& value);
+    void setFontEdit(const QFont& value);
+    void setFontFixed(const QFont& value);
     OleColor BackColorBkg() const;
     void setBackColorBkg(OleColor value);
 
@@ -442,6 +447,7 @@ signals:
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     // Runs a member's body under the error trap: any failure reaches the
@@ -467,11 +473,8 @@ private:
     void repaintingChange(const char* member, F&& body,
                           std::source_location where = std::source_location::current());
     QFont fontValue() const;
-    void setFontValue(const QFont& value);
     QFont fontEditValue() const;
-    void setFontEditValue(const QFont& value);
     QFont fontFixedValue() const;
-    void setFontFixedValue(const QFont& value);
     // A deferred repaint failed when its pixels were made.
     void reportPaintFailure(const std::exception_ptr& cause);
     // Connects the grid, its children and its editor, and starts it empty.
@@ -482,6 +485,8 @@ private:
 
     TabulaEvents* events_;
     std::unique_ptr<detail::Grid> grid_;
+    // The font last set on the grid as a widget, as Font took it.
+    StdFont widgetFont_;
 };
 
 namespace detail {

@@ -19,10 +19,11 @@
 #include <QtDesigner/QExtensionManager>
 #include <QtUiPlugin/QDesignerCustomWidgetInterface>
 
+#include "tests/designer/FormGrid.h"
+
 #include <gtest/gtest.h>
 
-// The plugin as Designer and QUiLoader load it. Its grids come from the
-// plugin's own copy of the library, so they are examined by property name.
+// The plugin as Designer and QUiLoader load it.
 namespace {
 
 const QString pluginFile = QStringLiteral(TABULA_DESIGNER_PLUGIN);
@@ -44,6 +45,13 @@ std::unique_ptr<QWidget> loadForm(QByteArray ui)
     return form;
 }
 
+std::unique_ptr<QFile> formFile()
+{
+    auto file = std::make_unique<QFile>(QStringLiteral(TABULA_TEST_DATA "/designer/form.ui"));
+    EXPECT_TRUE(file->open(QIODevice::ReadOnly));
+    return file;
+}
+
 // Designer's form editor, headless, with the test form open in it.
 class Designer : public ::testing::Test {
 protected:
@@ -58,10 +66,8 @@ protected:
     void SetUp() override
     {
         window = core->formWindowManager()->createFormWindow();
-        QFile file(QStringLiteral(TABULA_TEST_DATA "/designer/form.ui"));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         QString error;
-        ASSERT_TRUE(window->setContents(&file, &error)) << qPrintable(error);
+        ASSERT_TRUE(window->setContents(formFile().get(), &error)) << qPrintable(error);
         grid = window->mainContainer()->findChild<QWidget*>("grid");
         ASSERT_NE(grid, nullptr);
     }
@@ -109,13 +115,7 @@ TEST_F(Designer, SavesTheGridPropertiesAFormLoaderRestores)
     ASSERT_NE(form, nullptr);
     QWidget* loaded = form->findChild<QWidget*>("grid");
     ASSERT_NE(loaded, nullptr);
-    const std::pair<const char*, QString> expected[] = {
-        {"Rows", "4"}, {"Cols", "3"}, {"ShowGrid", "false"}, {"BorderStyle", "ThinInset"},
-        {"BackColor", "2147483653"}, {"ForeColor", "255"}, {"SelectionMode", "SelectionByRow"},
-        {"Font", "DejaVu Sans,12,-1,5,700,0,0,0,0,0,0,0,0,0,0,1"}, {"FormatString", "<Name|^Qty|>Price"},
-        {"ListBoxRows", "9"}};
-    for (const auto& [name, value] : expected)
-        EXPECT_EQ(loaded->property(name).toString(), value) << name;
+    TabulaTest::expectFormGridProperties(*loaded);
 }
 
 TEST_F(Designer, TaskMenuEditsTheGridOnTheGeneralPageAndTheFormKeepsIt)
@@ -130,11 +130,11 @@ TEST_F(Designer, TaskMenuEditsTheGridOnTheGeneralPageAndTheFormKeepsIt)
     ASSERT_NE(dialog, nullptr);
     auto* rows = dialog->findChild<QLineEdit*>("txtRows");
     ASSERT_NE(rows, nullptr);
-    EXPECT_EQ(rows->text(), "4");
+    EXPECT_EQ(rows->text(), "30");
     rows->setText("7");
     dialog->findChild<QCheckBox*>("chkShowGrid")->click();
     dialog->findChild<QCheckBox*>("chkAutoNewRow")->click();
-    EXPECT_EQ(grid->property("Rows").toInt(), 4);
+    EXPECT_EQ(grid->property("Rows").toInt(), 30);
     dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
 
     EXPECT_EQ(openDialog(), nullptr);
@@ -144,5 +144,5 @@ TEST_F(Designer, TaskMenuEditsTheGridOnTheGeneralPageAndTheFormKeepsIt)
     ASSERT_NE(form, nullptr);
     EXPECT_EQ(form->findChild<QWidget*>("grid")->property("Rows").toInt(), 7);
     EXPECT_TRUE(form->findChild<QWidget*>("grid")->property("ShowGrid").toBool());
-    EXPECT_TRUE(form->findChild<QWidget*>("grid")->property("AutoNewRow").toBool());
+    EXPECT_FALSE(form->findChild<QWidget*>("grid")->property("AutoNewRow").toBool());
 }
