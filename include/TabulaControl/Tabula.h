@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TabulaControl/TabulaGlobal.h>
+
 #include <QFont>
 #include <QImage>
 #include <QObject>
@@ -17,7 +19,7 @@
 #include <string>
 
 namespace TabulaControl {
-Q_NAMESPACE
+Q_NAMESPACE_EXPORT(TABULACONTROL_EXPORT)
 
 namespace detail {
 class Grid;
@@ -38,7 +40,7 @@ Q_ENUM_NS(EditMasks)
 // The failure every member reports to its caller. It keeps the failure
 // inside the member that caused it; as thrown it also carries that cause
 // nested, for std::rethrow_if_nested.
-class ComponentError : public std::exception {
+class TABULACONTROL_EXPORT ComponentError : public std::exception {
 public:
     static constexpr int32_t ErrorNumber = -2147221404;
 
@@ -64,7 +66,7 @@ private:
 
 // A font object shared by reference: changes made through it after it was
 // assigned to a grid show at the grid's next repaint.
-class StdFont {
+class TABULACONTROL_EXPORT StdFont {
 public:
     QString Name;
     float Size = 8.25f;
@@ -82,7 +84,7 @@ using FontRef = std::shared_ptr<StdFont>;
 // The host's store of a control's saved settings: named values, each read
 // and written with a default. Writing a value equal to its default stores
 // nothing; reading a missing name gives the default.
-class PropertyBag {
+class TABULACONTROL_EXPORT PropertyBag {
 public:
     virtual ~PropertyBag() = default;
     virtual QVariant ReadProperty(const QString& name, const QVariant& defaultValue = QVariant()) const = 0;
@@ -91,7 +93,7 @@ public:
 };
 
 // A property store in memory.
-class MemoryPropertyBag : public PropertyBag {
+class TABULACONTROL_EXPORT MemoryPropertyBag : public PropertyBag {
 public:
     QVariant ReadProperty(const QString& name, const QVariant& defaultValue = QVariant()) const override;
     void WriteProperty(const QString& name, const QVariant& value,
@@ -101,7 +103,7 @@ public:
 
 // The events a grid raises. By-reference arguments may be changed by a
 // directly connected handler; the grid reads them back afterwards.
-class TabulaEvents : public QObject {
+class TABULACONTROL_EXPORT TabulaEvents : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
@@ -127,7 +129,7 @@ signals:
     void RowColChange(int32_t LastRow, int32_t LastCol);
 };
 
-class Tabula : public QWidget {
+class TABULACONTROL_EXPORT Tabula : public QWidget {
     Q_OBJECT
     // Integer members publish as int and colours (OleColor) as uint: the types
     // Designer edits and .ui files keep, system colours included. Fonts publish
@@ -495,7 +497,7 @@ struct GeneralControls;
 
 // The design-time page that edits a grid's general settings: it loads them
 // from the first selected grid and writes them back when applied.
-class General : public QWidget {
+class TABULACONTROL_EXPORT General : public QWidget {
     Q_OBJECT
 public:
     explicit General(QWidget* parent = nullptr);

@@ -21,6 +21,8 @@
 
 #include "tests/designer/FormGrid.h"
 
+#include <TabulaControl/Tabula.h>
+
 #include <gtest/gtest.h>
 
 // The plugin as Designer and QUiLoader load it.
@@ -116,6 +118,21 @@ TEST_F(Designer, SavesTheGridPropertiesAFormLoaderRestores)
     QWidget* loaded = form->findChild<QWidget*>("grid");
     ASSERT_NE(loaded, nullptr);
     TabulaTest::expectFormGridProperties(*loaded);
+}
+
+// The plugin and the application share one library, so a loaded grid is of
+// the application's own class.
+TEST(FormLoader, GivesGridsOfTheApplicationsOwnClass)
+{
+#ifdef TABULACONTROL_STATIC
+    GTEST_SKIP() << "a static library leaves the plugin a copy of its own";
+#endif
+    const auto form = loadForm(formFile()->readAll());
+    ASSERT_NE(form, nullptr);
+    const auto grids = form->findChildren<TabulaControl::Tabula*>();
+    ASSERT_EQ(grids.size(), 1);
+    EXPECT_EQ(qobject_cast<TabulaControl::Tabula*>(form->findChild<QWidget*>("grid")), grids.first());
+    EXPECT_EQ(grids.first()->Rows(), 30);
 }
 
 TEST_F(Designer, TaskMenuEditsTheGridOnTheGeneralPageAndTheFormKeepsIt)
