@@ -1,5 +1,7 @@
 #include "core/Facade.h"
 
+#include <QEvent>
+
 namespace TabulaControl {
 
 bool Tabula::ColHeader() const { return grid_->appearance.showsColumnHeader(); }
@@ -66,11 +68,27 @@ FontRef Tabula::FontFixed() const { return grid_->appearance.headerFont(); }
 void Tabula::setFontFixed(FontRef value) { repaintingChange("FontFixed", [&] { grid_->setFontFixed(std::move(value)); }); }
 
 QFont Tabula::fontValue() const { return Font()->toQFont(); }
-void Tabula::setFontValue(const QFont& value) { setFont(StdFont::fromQFont(value)); }
+void Tabula::setFont(const QFont& value) { setFont(StdFont::fromQFont(value)); }
 QFont Tabula::fontEditValue() const { return FontEdit()->toQFont(); }
-void Tabula::setFontEditValue(const QFont& value) { setFontEdit(StdFont::fromQFont(value)); }
+void Tabula::setFontEdit(const QFont& value) { setFontEdit(StdFont::fromQFont(value)); }
 QFont Tabula::fontFixedValue() const { return FontFixed()->toQFont(); }
-void Tabula::setFontFixedValue(const QFont& value) { setFontFixed(StdFont::fromQFont(value)); }
+void Tabula::setFontFixed(const QFont& value) { setFontFixed(StdFont::fromQFont(value)); }
+
+// A font set on the grid as a widget (QWidget::setFont, a form loader's
+// "font") becomes its Font. An inherited one (parent, application) passes only
+// where it changes the font so set: it never replaces the default Font, nor
+// brings back a set font that the host has since replaced.
+void Tabula::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::FontChange || !testAttribute(Qt::WA_SetFont))
+        return;
+    FontRef set = StdFont::fromQFont(QWidget::font());
+    if (*set == widgetFont_)
+        return;
+    widgetFont_ = *set;
+    notify("UserControl_FontChanged", [&] { setFont(std::move(set)); });
+}
 
 OleColor Tabula::BackColorBkg() const { return grid_->appearance.backgroundColor(); }
 void Tabula::setBackColorBkg(OleColor value) { repaintingChange("BackColorBkg", [&] { grid_->setBackColorBkg(value); }); }

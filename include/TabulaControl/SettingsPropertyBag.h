@@ -15,7 +15,7 @@ namespace TabulaControl {
 //     QSettings settings("grid.ini", QSettings::IniFormat);
 //     grid->WriteProperties(SettingsPropertyBag(settings, "grid"));
 //     auto* restored = new Tabula(SettingsPropertyBag(settings, "grid"), parent);
-class SettingsPropertyBag : public PropertyBag {
+class TABULACONTROL_EXPORT SettingsPropertyBag : public PropertyBag {
 public:
     explicit SettingsPropertyBag(QSettings& settings, QString group = QString());
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <TabulaControl/TabulaGlobal.h>
+
 #include <QFont>
 #include <QImage>
 #include <QObject>
@@ -17,7 +19,7 @@
 #include <string>
 
 namespace TabulaControl {
-Q_NAMESPACE
+Q_NAMESPACE_EXPORT(TABULACONTROL_EXPORT)
 
 namespace detail {
 class Grid;
@@ -38,7 +40,7 @@ Q_ENUM_NS(EditMasks)
 // The failure every member reports to its caller. It keeps the failure
 // inside the member that caused it; as thrown it also carries that cause
 // nested, for std::rethrow_if_nested.
-class ComponentError : public std::exception {
+class TABULACONTROL_EXPORT ComponentError : public std::exception {
 public:
     static constexpr int32_t ErrorNumber = -2147221404;
 
@@ -64,7 +66,7 @@ private:
 
 // A font object shared by reference: changes made through it after it was
 // assigned to a grid show at the grid's next repaint.
-class StdFont {
+class TABULACONTROL_EXPORT StdFont {
 public:
     QString Name;
     float Size = 8.25f;
@@ -82,7 +84,7 @@ using FontRef = std::shared_ptr<StdFont>;
 // The host's store of a control's saved settings: named values, each read
 // and written with a default. Writing a value equal to its default stores
 // nothing; reading a missing name gives the default.
-class PropertyBag {
+class TABULACONTROL_EXPORT PropertyBag {
 public:
     virtual ~PropertyBag() = default;
     virtual QVariant ReadProperty(const QString& name, const QVariant& defaultValue = QVariant()) const = 0;
@@ -91,7 +93,7 @@ public:
 };
 
 // A property store in memory.
-class MemoryPropertyBag : public PropertyBag {
+class TABULACONTROL_EXPORT MemoryPropertyBag : public PropertyBag {
 public:
     QVariant ReadProperty(const QString& name, const QVariant& defaultValue = QVariant()) const override;
     void WriteProperty(const QString& name, const QVariant& value,
@@ -101,7 +103,7 @@ public:
 
 // The events a grid raises. By-reference arguments may be changed by a
 // directly connected handler; the grid reads them back afterwards.
-class TabulaEvents : public QObject {
+class TABULACONTROL_EXPORT TabulaEvents : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
@@ -127,7 +129,7 @@ signals:
     void RowColChange(int32_t LastRow, int32_t LastCol);
 };
 
-class Tabula : public QWidget {
+class TABULACONTROL_EXPORT Tabula : public QWidget {
     Q_OBJECT
     // Integer members publish as int and colours (OleColor) as uint: the types
     // Designer edits and .ui files keep, system colours included. Fonts publish
@@ -164,9 +166,9 @@ class Tabula : public QWidget {
     Q_PROPERTY(uint ForeColorFixed READ ForeColorFixed WRITE setForeColorFixed NOTIFY settingsChanged)
     Q_PROPERTY(TabulaControl::FixedStyles FixedStyle READ FixedStyle WRITE setFixedStyle NOTIFY settingsChanged)
     Q_PROPERTY(TabulaControl::SelectModes SelectionMode READ SelectionMode WRITE setSelectionMode NOTIFY settingsChanged)
-    Q_PROPERTY(QFont Font READ fontValue WRITE setFontValue NOTIFY settingsChanged)
-    Q_PROPERTY(QFont FontEdit READ fontEditValue WRITE setFontEditValue NOTIFY settingsChanged)
-    Q_PROPERTY(QFont FontFixed READ fontFixedValue WRITE setFontFixedValue NOTIFY settingsChanged)
+    Q_PROPERTY(QFont Font READ fontValue WRITE setFont NOTIFY settingsChanged)
+    Q_PROPERTY(QFont FontEdit READ fontEditValue WRITE setFontEdit NOTIFY settingsChanged)
+    Q_PROPERTY(QFont FontFixed READ fontFixedValue WRITE setFontFixed NOTIFY settingsChanged)
     Q_PROPERTY(uint BackColorBkg READ BackColorBkg WRITE setBackColorBkg NOTIFY settingsChanged)
     Q_PROPERTY(bool AllowUserResizing READ AllowUserResizing WRITE setAllowUserResizing NOTIFY settingsChanged)
     Q_PROPERTY(QString FormatString READ FormatString WRITE setFormatString NOTIFY settingsChanged)
@@ -371,6 +373,11 @@ public:
     void setFontEdit(FontRef value);
     FontRef FontFixed() const;
     void setFontFixed(FontRef value);
+    // The same from a QFont, as forms compiled by uic call them: each gives the
+    // grid a new font object. QWidget::setFont on the grid sets Font as well.
+    void setFont(const QFont& value);
+    void setFontEdit(const QFont& value);
+    void setFontFixed(const QFont& value);
     OleColor BackColorBkg() const;
     void setBackColorBkg(OleColor value);
 
@@ -467,6 +474,7 @@ signals:
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     // Runs a member's body under the error trap: any failure reaches the
@@ -492,11 +500,8 @@ private:
     void repaintingChange(const char* member, F&& body,
                           std::source_location where = std::source_location::current());
     QFont fontValue() const;
-    void setFontValue(const QFont& value);
     QFont fontEditValue() const;
-    void setFontEditValue(const QFont& value);
     QFont fontFixedValue() const;
-    void setFontFixedValue(const QFont& value);
     // A deferred repaint failed when its pixels were made.
     void reportPaintFailure(const std::exception_ptr& cause);
     // Connects the grid, its children and its editor, and starts it empty.
@@ -507,6 +512,8 @@ private:
 
     TabulaEvents* events_;
     std::unique_ptr<detail::Grid> grid_;
+    // The font last set on the grid as a widget, as Font took it.
+    StdFont widgetFont_;
 };
 
 namespace detail {
@@ -515,7 +522,7 @@ struct GeneralControls;
 
 // The design-time page that edits a grid's general settings: it loads them
 // from the first selected grid and writes them back when applied.
-class General : public QWidget {
+class TABULACONTROL_EXPORT General : public QWidget {
     Q_OBJECT
 public:
     explicit General(QWidget* parent = nullptr);
