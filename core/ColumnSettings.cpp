@@ -55,9 +55,4 @@ void ColumnSettings::clearEditAllowed()
     editAllowedCount_ = 0;
 }
 
-void ColumnSettings::appendLayoutKey(std::vector<int64_t>& key) const
-{
-    key.insert(key.end(), {lastIndex(), lastEditAllowedIndex()});
-}
-
 }  // namespace TabulaControl::detail

@@ -35,9 +35,6 @@ public:
     // Forgets every column's edit permission, keeping the other settings.
     void clearEditAllowed();
 
-    // Appends the ranges of the settings.
-    void appendLayoutKey(std::vector<int64_t>& key) const;
-
 private:
     struct Record {
         int16_t alignment = 0;
