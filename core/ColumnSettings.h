@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Revision.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -35,6 +37,9 @@ public:
     // Forgets every column's edit permission, keeping the other settings.
     void clearEditAllowed();
 
+    // Changes with every write to the settings.
+    uint64_t revision() const { return revision_.value(); }
+
 private:
     struct Record {
         int16_t alignment = 0;
@@ -50,6 +55,7 @@ private:
 
     std::vector<Record> records_;
     int32_t editAllowedCount_ = 0;
+    Revision revision_;
 };
 
 }  // namespace TabulaControl::detail

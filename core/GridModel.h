@@ -24,13 +24,13 @@ public:
     const CellArray& cells() const { return cells_; }
     CellArray& cells() { return changed(cells_); }
     const ColumnSettings& columns() const { return columns_; }
-    ColumnSettings& columns() { return changedColumns(columns_); }
+    ColumnSettings& columns() { return changed(columns_); }
 
     // Changes with everything a cell is drawn from: every write, and every
     // access that could write, gives a value never given before.
     uint64_t revision() const { return revision_; }
-    // Changes with every write to the columns: their count, their widths and
-    // their settings.
+    // Changes with every write to the columns' count and widths; their
+    // settings have a revision of their own.
     uint64_t columnsRevision() const { return columnsRevision_; }
 
     // Whether (row, col) is a cell of the grid, header cells included.

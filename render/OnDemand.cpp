@@ -125,7 +125,7 @@ void addPlaces(const Grid& g, std::vector<int64_t>& v)
 // Fills v with the key of what a layout reads and what it leaves. Each
 // component enters by its revision, which every change to it moves, so an
 // input a layout starts to read needs no entry here as long as a component
-// of the grid holds it; the model enters by its columns' revision and the
+// of the grid holds it; the model enters by its columns' revisions and the
 // rows as addRows says. When the key is the same before a layout as after
 // the last one, that layout would settle nothing new, and only the pixels
 // are owed.
@@ -133,10 +133,10 @@ void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
 {
     const auto revision = [](uint64_t r) { return static_cast<int64_t>(r); };
     v.clear();
-    v.insert(v.end(), {revision(g.model.columnsRevision()), revision(g.viewport.revision()),
-                       revision(g.appearance.revision()), revision(g.resizeZones.revision()),
-                       revision(g.selection.revision()), revision(g.pointer.revision()),
-                       revision(g.editorState.revision())});
+    v.insert(v.end(), {revision(g.model.columnsRevision()), revision(g.model.columns().revision()),
+                       revision(g.viewport.revision()), revision(g.appearance.revision()),
+                       revision(g.resizeZones.revision()), revision(g.selection.revision()),
+                       revision(g.pointer.revision()), revision(g.editorState.revision())});
     addPlaces(g, v);
 }
 
