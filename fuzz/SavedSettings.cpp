@@ -117,27 +117,18 @@ void copy(Harness& h, const Operation& op)
     TabulaControl::MemoryPropertyBag bag;
     h.grid().WriteProperties(bag);
     Tabula second(bag);
-    second.resize(int(op.a), int(op.b));
-    second.show();
-    settle();
-    second.setTextMatrix(1, 1, op.text);
-    (void)second.Picture();
-    QTest::keyClick(second.findChild<QWidget*>(QStringLiteral("picGrid")), Qt::Key_Down);
-    settle();
+    second.resize(int(op.a), int(op.b)), second.show(), settle();
+    second.setTextMatrix(1, 1, op.text), (void)second.Picture();
+    QTest::keyClick(second.findChild<QWidget*>(QStringLiteral("picGrid")), Qt::Key_Down), settle();
 }
 
 Kind copyKind()
 {
-    return {"copy", false, 1,
-            [](Rng& r, const Harness&, Operation& op) {
-                op.a = r.percent(70) ? 400 : r.range(0, 800);
-                op.b = r.percent(70) ? 300 : r.range(0, 600);
-                op.text = text(r);
-            },
-            copy,
-            [](const Operation& op) {
-                return fill(QStringLiteral("call([&] { copyGrid(%a, %b, %s); });"), op);
-            }};
+    const Generate sizes = [](Rng& r, const Harness&, Operation& op) {
+        op.a = r.percent(70) ? 400 : r.range(0, 800), op.b = r.percent(70) ? 300 : r.range(0, 600), op.text = text(r);
+    };
+    const Print print = [](const Operation& op) { return fill(QStringLiteral("call([&] { copyGrid(%a, %b, %s); });"), op); };
+    return {"copy", false, 1, sizes, copy, print};
 }
 
 // The calls a host makes to bring a grid back to a known state, each twice,
@@ -146,33 +137,22 @@ struct RestoringCall {
     const char* text;
     void (*call)(Tabula&);
 };
+#define RESTORING(expression) {#expression, [](Tabula& g) { g.expression; }}
 const RestoringCall restoringCalls[] = {
-    {"setAutoRedraw(false)", [](Tabula& g) { g.setAutoRedraw(false); }},
-    {"setEnabled(true)", [](Tabula& g) { g.setEnabled(true); }},
-    {"setCols(4)", [](Tabula& g) { g.setCols(4); }},
-    {"setRows(6)", [](Tabula& g) { g.setRows(6); }},
-    {"setTopRow(1)", [](Tabula& g) { g.setTopRow(1); }},
-    {"setLeftCol(1)", [](Tabula& g) { g.setLeftCol(1); }},
-    {"setRow(1)", [](Tabula& g) { g.setRow(1); }},
-    {"setCol(1)", [](Tabula& g) { g.setCol(1); }},
-    {"setRow1(1)", [](Tabula& g) { g.setRow1(1); }},
-    {"setCol1(1)", [](Tabula& g) { g.setCol1(1); }},
-    {"setRow2(1)", [](Tabula& g) { g.setRow2(1); }},
-    {"setCol2(1)", [](Tabula& g) { g.setCol2(1); }},
-    {"setColMask(2, 0)", [](Tabula& g) { g.setColMask(2, 0); }},
-    {"setAutoRedraw(true)", [](Tabula& g) { g.setAutoRedraw(true); }},
-    {"Refresh()", [](Tabula& g) { g.Refresh(); }},
-};
+    RESTORING(setAutoRedraw(false)), RESTORING(setEnabled(true)), RESTORING(setCols(4)), RESTORING(setRows(6)),
+    RESTORING(setTopRow(1)),         RESTORING(setLeftCol(1)),    RESTORING(setRow(1)),  RESTORING(setCol(1)),
+    RESTORING(setRow1(1)),           RESTORING(setCol1(1)),       RESTORING(setRow2(1)), RESTORING(setCol2(1)),
+    RESTORING(setColMask(2, 0)),     RESTORING(setAutoRedraw(true)), RESTORING(Refresh())};
+#undef RESTORING
 
 void restoreCalls(Harness& h, const Operation&)
 {
     for (int round = 0; round < 2; ++round)
-        for (const RestoringCall& c : restoringCalls) {
+        for (const RestoringCall& c : restoringCalls)
             try {
                 c.call(h.grid());
             } catch (const TabulaControl::ComponentError&) {
             }
-        }
 }
 
 QString printRestoreCalls(const Operation&)
