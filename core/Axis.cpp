@@ -1,7 +1,8 @@
 #include "core/Axis.h"
 
+#include "platform/Check.h"
+
 #include <algorithm>
-#include <cassert>
 
 namespace TabulaControl::detail {
 
@@ -10,12 +11,15 @@ Axis::ShownSizes Axis::walkShownSizes(int32_t first, int32_t room) const
     ShownSizes walk{first, room, 0, lastSizedIndex() >= 0, false, {}};
     if (walk.header)
         walk.sizes.push_back(size(0));
-    int64_t reach = 0;
+    // As far as the painters could reach: past a header that takes room
+    // only when its size is negative, and by each line's size alone, as
+    // when no grid lines are drawn.
+    int64_t reach = walk.header ? std::min<int64_t>(0, size(0)) : 0;
     int32_t i = firstWalked(first);
     for (; i <= std::min(count_, lastSizedIndex()) && reach <= room; ++i) {
         const int64_t lineSize = size(i);
         walk.sizes.push_back(lineSize);
-        reach += lineSize + 1;
+        reach += lineSize;
     }
     walk.end = i;
     walk.filled = reach > room;
@@ -26,9 +30,9 @@ int64_t Axis::appendShownSizes(std::vector<int64_t>& key, int32_t first, int32_t
 {
     if (!shown_ || shown_->first != first || shown_->room != room)
         shown_ = walkShownSizes(first, room);
-#ifndef NDEBUG
+#ifdef TABULA_CACHE_CHECKS
     const ShownSizes fresh = walkShownSizes(first, room);
-    assert(fresh.sizes == shown_->sizes && fresh.end == shown_->end && "a kept walk of the shown sizes is stale");
+    TABULA_CHECK(fresh.sizes == shown_->sizes && fresh.end == shown_->end);
 #endif
     key.insert(key.end(), shown_->sizes.begin(), shown_->sizes.end());
     return shown_->end;

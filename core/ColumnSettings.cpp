@@ -22,6 +22,7 @@ const ColumnSettings::Record& ColumnSettings::record(int64_t col) const
 
 ColumnSettings::Record& ColumnSettings::record(int64_t col)
 {
+    revision_.changed();
     return records_[checkedIndex(col, static_cast<int64_t>(records_.size()))];
 }
 
@@ -32,6 +33,7 @@ const ColumnSettings::Record& ColumnSettings::permittedRecord(int64_t col) const
 
 ColumnSettings::Record& ColumnSettings::permittedRecord(int64_t col)
 {
+    revision_.changed();
     return records_[checkedIndex(col, editAllowedCount_)];
 }
 
@@ -39,6 +41,7 @@ void ColumnSettings::resize(int64_t lastCol)
 {
     if (lastCol < 0 || lastCol > INT32_MAX - 1)
         raise(RuntimeError::Subscript);
+    revision_.changed();
     records_.resize(static_cast<size_t>(lastCol) + 1);
     editAllowedCount_ = static_cast<int32_t>(lastCol) + 1;
 }
@@ -50,14 +53,10 @@ void ColumnSettings::resetToDefaults(int64_t col)
 
 void ColumnSettings::clearEditAllowed()
 {
+    revision_.changed();
     for (Record& r : records_)
         r.editAllowed = false;
     editAllowedCount_ = 0;
-}
-
-void ColumnSettings::appendLayoutKey(std::vector<int64_t>& key) const
-{
-    key.insert(key.end(), {lastIndex(), lastEditAllowedIndex()});
 }
 
 }  // namespace TabulaControl::detail

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Revision.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -35,8 +37,8 @@ public:
     // Forgets every column's edit permission, keeping the other settings.
     void clearEditAllowed();
 
-    // Appends the ranges of the settings.
-    void appendLayoutKey(std::vector<int64_t>& key) const;
+    // Changes with every write to the settings.
+    uint64_t revision() const { return revision_.value(); }
 
 private:
     struct Record {
@@ -53,6 +55,7 @@ private:
 
     std::vector<Record> records_;
     int32_t editAllowedCount_ = 0;
+    Revision revision_;
 };
 
 }  // namespace TabulaControl::detail

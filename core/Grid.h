@@ -277,6 +277,10 @@ private:
     void paintAll();
     void layoutAll();
     void runLayout();
+    // Whether the layout key is the one the last layout left.
+    bool layoutKeyCurrent();
+    // Whether a layout now would settle nothing new; cache checks lay out
+    // anyway and compare.
     bool layoutSettled();
     void measureRow(int32_t row);
     void redrawIfAuto();

@@ -42,13 +42,16 @@ uint64_t GridModel::nextRevision()
 void GridModel::setRowCount(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
 {
     revision_ = nextRevision();
+    // A grid without columns gets its first with its rows.
+    if (cols_.count() == 0)
+        columnsRevision_ = revision_;
     initializeRows(n, backColor, foreColor);
     rows_.setCount(n);
 }
 
 void GridModel::setColumnCount(int32_t n)
 {
-    revision_ = nextRevision();
+    columnsRevision_ = revision_ = nextRevision();
     initializeColumns(n);
     cols_.setCount(n);
 }
@@ -64,7 +67,7 @@ bool GridModel::rowEmpty(int32_t row) const
 
 void GridModel::release()
 {
-    revision_ = nextRevision();
+    columnsRevision_ = revision_ = nextRevision();
     cells_ = CellArray();
     rows_.clearSizes();
     cols_.clearSizes();

@@ -29,6 +29,9 @@ public:
     // Changes with everything a cell is drawn from: every write, and every
     // access that could write, gives a value never given before.
     uint64_t revision() const { return revision_; }
+    // Changes with every write to the columns' count and widths; their
+    // settings have a revision of their own.
+    uint64_t columnsRevision() const { return columnsRevision_; }
 
     // Whether (row, col) is a cell of the grid, header cells included.
     // Positions outside it (a host may store any value in the position
@@ -49,7 +52,7 @@ public:
     void removeRowCells(int32_t row) { changed(cells_).Remove(to16(row)); }
 
     void setRowHeight(int64_t row, int16_t height) { changed(rows_).setSize(row, height); }
-    void setColumnWidth(int64_t col, int16_t width) { changed(cols_).setSize(col, width); }
+    void setColumnWidth(int64_t col, int16_t width) { changedColumns(cols_).setSize(col, width); }
 
     // Whether every data cell of row holds nothing but spaces.
     bool rowEmpty(int32_t row) const;
@@ -71,6 +74,12 @@ private:
         revision_ = nextRevision();
         return part;
     }
+    template <class Part>
+    Part& changedColumns(Part& part)
+    {
+        columnsRevision_ = nextRevision();
+        return changed(part);
+    }
     static uint64_t nextRevision();
     void initializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
     void initializeColumns(int32_t n);
@@ -82,6 +91,7 @@ private:
     VbArray<QVariant> bookmarks_;
     QString formatString_;
     uint64_t revision_ = nextRevision();
+    uint64_t columnsRevision_ = nextRevision();
 };
 
 }  // namespace TabulaControl::detail

@@ -2,6 +2,6 @@
 
 namespace TabulaControl::detail::editing {
 
-void EditorState::appendLayoutKey(std::vector<int64_t>& key) const { key.insert(key.end(), {open_, cancelled_}); }
+void EditorState::appendState(std::vector<int64_t>& state) const { state.insert(state.end(), {open_, cancelled_}); }
 
 }  // namespace TabulaControl::detail::editing

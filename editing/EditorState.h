@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Revision.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -11,8 +13,8 @@ namespace TabulaControl::detail::editing {
 class EditorState {
 public:
     bool isOpen() const { return open_; }
-    void open() { open_ = true; }
-    void close() { open_ = false; }
+    void open() { revision_.set(open_, true); }
+    void close() { revision_.set(open_, false); }
 
     // Clears the cancel flag and hands it to ask, which may set it; returns
     // whether it did. The flag is the one ask writes to, so it is set for
@@ -20,27 +22,37 @@ public:
     template <class Ask>
     bool cancelledBy(Ask&& ask)
     {
+        const bool before = cancelled_;
         cancelled_ = false;
         ask(cancelled_);
+        if (cancelled_ != before)
+            revision_.changed();
         return cancelled_;
     }
 
     // Whether the editor opens with all its text selected.
     bool selectsTextOnOpen() const { return selectTextOnOpen_; }
-    void setSelectsTextOnOpen(bool value) { selectTextOnOpen_ = value; }
+    void setSelectsTextOnOpen(bool value) { revision_.set(selectTextOnOpen_, value); }
     // Whether editing the empty last row adds a row first.
     bool addsRowOnEdit() const { return addRowOnEdit_; }
-    void setAddsRowOnEdit(bool value) { addRowOnEdit_ = value; }
-    void restoreDefaultSettings() { selectTextOnOpen_ = addRowOnEdit_ = false; }
+    void setAddsRowOnEdit(bool value) { revision_.set(addRowOnEdit_, value); }
+    void restoreDefaultSettings()
+    {
+        setSelectsTextOnOpen(false);
+        setAddsRowOnEdit(false);
+    }
 
-    // Appends what the editor adds to a layout's key.
-    void appendLayoutKey(std::vector<int64_t>& key) const;
+    // Changes with every change above.
+    uint64_t revision() const { return revision_.value(); }
+    // Appends the values above, which the cache checks compare.
+    void appendState(std::vector<int64_t>& state) const;
 
 private:
     bool open_ = false;
     bool cancelled_ = false;
     bool selectTextOnOpen_ = false;
     bool addRowOnEdit_ = false;
+    Revision revision_;
 };
 
 }  // namespace TabulaControl::detail::editing

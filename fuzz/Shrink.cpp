@@ -102,6 +102,10 @@ auto reload = [&](const QString& key, const QVariant& value) {
     TabulaControl::MemoryPropertyBag bag; grid->WriteProperties(bag); bag.values[key] = value;
     try { grid = std::make_unique<TabulaControl::Tabula>(bag); } catch (const TabulaControl::ComponentError&) { grid = std::make_unique<TabulaControl::Tabula>(); }
     watch(); };
+auto copyGrid = [&](int width, int height, const QString& text) {
+    TabulaControl::MemoryPropertyBag bag; grid->WriteProperties(bag); TabulaControl::Tabula second(bag);
+    second.resize(width, height); second.show(); settle(); second.setTextMatrix(1, 1, text); (void)second.Picture();
+    QTest::keyClick(second.findChild<QWidget*>("picGrid"), Qt::Key_Down); settle(); };
 )";
 
 }  // namespace

@@ -72,6 +72,8 @@ int64_t pixels(Rng& rng)
         return boundaryInt(rng);
     if (rng.percent(15))
         return rng.range(-3, 3);
+    if (rng.percent(5))
+        return rng.range(300, 1000);
     return rng.range(4, 150);
 }
 
@@ -107,6 +109,8 @@ QString formatString(Rng& rng)
         QStringLiteral("<|<|<|<|<|<|<|<|<|<|<|<"), QStringLiteral(";"), QStringLiteral("^Name|>Amount|<Date;r1|r2|r3")};
     if (rng.percent(2))
         return QStringLiteral("c|").repeated(static_cast<qsizetype>(rng.range(20, 300)));
+    if (rng.percent(2))
+        return QString(static_cast<qsizetype>(rng.percent(50) ? 5000 : 100000), QLatin1Char('H'));
     return pick(rng, values);
 }
 
@@ -155,6 +159,7 @@ const std::vector<VariantValue>& variants()
         {QVariant(QString(100000, QLatin1Char('z'))), "QVariant(QString(100000, QChar('z')))"},
         {QVariant(-5), "QVariant(-5)"},
         {QVariant(3), "QVariant(3)"},
+        {QVariant(QVariantList{1, 2}), "QVariant(QVariantList{1, 2})"},
     };
     return values;
 }
@@ -178,6 +183,8 @@ const std::vector<FontValue>& fonts()
         {false, "NoSuchFont", 72, true, "font(\"NoSuchFont\", 72, true)"},
         {false, "Sans", 1, false, "font(\"Sans\", 1)"},
         {false, "Sans", 12, true, "font(\"Sans\", 12, true)"},
+        {false, "DejaVu Sans", 200, true, "font(\"DejaVu Sans\", 200, true)"},
+        {false, "", 200, true, "font(\"\", 200, true)"},
     };
     return values;
 }

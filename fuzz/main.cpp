@@ -194,6 +194,9 @@ QString crashSignature(const QString& errors, int status)
     static const QRegularExpression asan(QStringLiteral(R"(ERROR: AddressSanitizer: ([\w-]+))"));
     static const QRegularExpression frame(QStringLiteral(
         R"(#\d+ 0x[0-9a-f]+ in \S+ (/\S+/(?:core|render|navigation|editing|lookups|platform|pages)/[\w.]+:\d+))"));
+    static const QRegularExpression check(QStringLiteral(R"(([\w.]+:\d+): cache check failed)"));
+    if (auto m = check.match(errors); m.hasMatch())
+        return QStringLiteral("cache check failed at %1").arg(m.captured(1));
     if (auto m = ubsan.match(errors); m.hasMatch())
         return QStringLiteral("UBSan %1 at %2").arg(m.captured(2), m.captured(1).section(QLatin1Char('/'), -2));
     if (auto m = asan.match(errors); m.hasMatch()) {

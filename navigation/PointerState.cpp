@@ -2,9 +2,9 @@
 
 namespace TabulaControl::detail::navigation {
 
-void PointerState::appendLayoutKey(std::vector<int64_t>& key) const
+void PointerState::appendState(std::vector<int64_t>& state) const
 {
-    key.insert(key.end(), {buttonDown_, headerPressed_});
+    state.insert(state.end(), {buttonDown_, headerPressed_, row_, col_});
 }
 
 }  // namespace TabulaControl::detail::navigation

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Revision.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -11,25 +13,28 @@ namespace TabulaControl::detail::navigation {
 class PointerState {
 public:
     bool buttonDown() const { return buttonDown_; }
-    void press() { buttonDown_ = true; }
-    void release() { buttonDown_ = false; }
+    void press() { revision_.set(buttonDown_, true); }
+    void release() { revision_.set(buttonDown_, false); }
 
     bool headerPressed() const { return headerPressed_; }
-    void setHeaderPressed(bool value) { headerPressed_ = value; }
+    void setHeaderPressed(bool value) { revision_.set(headerPressed_, value); }
 
     int16_t row() const { return row_; }
     int16_t col() const { return col_; }
-    void setRow(int16_t row) { row_ = row; }
-    void setCol(int16_t col) { col_ = col; }
+    void setRow(int16_t row) { revision_.set(row_, row); }
+    void setCol(int16_t col) { revision_.set(col_, col); }
 
-    // Appends what the pointer adds to a layout's key.
-    void appendLayoutKey(std::vector<int64_t>& key) const;
+    // Changes with every change above.
+    uint64_t revision() const { return revision_.value(); }
+    // Appends the values above, which the cache checks compare.
+    void appendState(std::vector<int64_t>& state) const;
 
 private:
     bool buttonDown_ = false;
     bool headerPressed_ = false;
     int16_t row_ = 0;
     int16_t col_ = 0;
+    Revision revision_;
 };
 
 }  // namespace TabulaControl::detail::navigation

@@ -2,35 +2,40 @@
 
 #include "core/Errors.h"
 
+#include <QScopeGuard>
+
 #include <cmath>
 
 namespace TabulaControl::detail::navigation {
 
 void ResizeZones::place(const Axis& cols, bool rowHeader, int32_t first, int32_t reach)
 {
-    columnBorders_.clear();
+    // A failing size leaves the zones placed before it.
+    std::vector<int32_t> borders;
+    const auto store = qScopeGuard([&] { revision_.set(columnBorders_, borders); });
     int32_t pos = 0;
     if (rowHeader) {
         pos = cols.size(0);
-        columnBorders_.push_back(pos);
+        borders.push_back(pos);
     }
     for (int32_t c = first; c <= cols.count(); ++c) {
         pos = to32(int64_t{pos} + cols.size(c) + 1);
         if (pos > reach)
             return;
-        columnBorders_.push_back(pos);
+        borders.push_back(pos);
     }
 }
 
 bool ResizeZones::findZoneAt(float x)
 {
-    foundZone_ = -1;
+    int32_t found = -1;
     for (size_t i = 0; i < columnBorders_.size(); ++i) {
         if (std::abs(double{x} - columnBorders_[i]) < 2) {
-            foundZone_ = static_cast<int32_t>(i + 1);
+            found = static_cast<int32_t>(i + 1);
             break;
         }
     }
+    revision_.set(foundZone_, found);
     return foundZone_ >= 1;
 }
 
@@ -44,10 +49,10 @@ int32_t ResizeZones::draggedWidth(int32_t barLeft) const
     return to32(int64_t{barLeft} - columnBorders_[previous - 1]);
 }
 
-void ResizeZones::appendLayoutKey(std::vector<int64_t>& key) const
+void ResizeZones::appendState(std::vector<int64_t>& state) const
 {
-    key.insert(key.end(), {enabled_, columnDrag_, rowDrag_, foundZone_, -1});
-    key.insert(key.end(), columnBorders_.begin(), columnBorders_.end());
+    state.insert(state.end(), {enabled_, columnDrag_, rowDrag_, foundZone_, -1});
+    state.insert(state.end(), columnBorders_.begin(), columnBorders_.end());
 }
 
 }  // namespace TabulaControl::detail::navigation

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Axis.h"
+#include "core/Revision.h"
 
 #include <cstdint>
 #include <vector>
@@ -15,12 +16,12 @@ public:
     // Places the zones from the column widths: the header column's when
     // rowHeader, then the columns from first on, until a border lies past reach.
     void place(const Axis& cols, bool rowHeader, int32_t first, int32_t reach);
-    void clear() { columnBorders_.clear(); }
+    void clear() { revision_.set(columnBorders_, std::vector<int32_t>()); }
     // AllowUserResizing: while it is off, the zones stay as last placed.
     bool enabled() const { return enabled_; }
-    void setEnabled(bool value) { enabled_ = value; }
+    void setEnabled(bool value) { revision_.set(enabled_, value); }
     // Takes back the zones of earlier, keeping the drag and the zone found.
-    void restoreZones(const ResizeZones& earlier) { columnBorders_ = earlier.columnBorders_; }
+    void restoreZones(const ResizeZones& earlier) { revision_.set(columnBorders_, earlier.columnBorders_); }
 
     // Finds the leftmost zone within reach of x as the one a drag sizes;
     // returns whether there is one.
@@ -34,18 +35,24 @@ public:
     // two zones.
     int32_t draggedWidth(int32_t barLeft) const;
 
-    void startColumnDrag() { columnDrag_ = true; }
+    void startColumnDrag() { revision_.set(columnDrag_, true); }
     // Row drags exist only as a state, under a pointer shape the host sets:
     // no row zone is ever placed and a dropped row border resizes nothing,
     // so users cannot resize rows, as they never could.
-    void startRowDrag() { rowDrag_ = true; }
+    void startRowDrag() { revision_.set(rowDrag_, true); }
     bool columnDragging() const { return columnDrag_; }
     bool rowDragging() const { return rowDrag_; }
     bool dragging() const { return columnDrag_ || rowDrag_; }
-    void endDrag() { columnDrag_ = rowDrag_ = false; }
+    void endDrag()
+    {
+        revision_.set(columnDrag_, false);
+        revision_.set(rowDrag_, false);
+    }
 
-    // Appends what the zones add to a layout's key.
-    void appendLayoutKey(std::vector<int64_t>& key) const;
+    // Changes with every change above.
+    uint64_t revision() const { return revision_.value(); }
+    // Appends the values above, which the cache checks compare.
+    void appendState(std::vector<int64_t>& state) const;
 
 private:
     std::vector<int32_t> columnBorders_;
@@ -53,6 +60,7 @@ private:
     bool columnDrag_ = false;
     bool rowDrag_ = false;
     bool enabled_ = true;
+    Revision revision_;
 };
 
 }  // namespace TabulaControl::detail::navigation

@@ -7,57 +7,64 @@ namespace TabulaControl::detail::navigation {
 void Selection::moveToAnchor()
 {
     if (block_.col1 > 0)
-        current_.col = block_.col1;
+        setCol(block_.col1);
     if (block_.row1 > 0)
-        current_.row = block_.row1;
+        setRow(block_.row1);
 }
 
 void Selection::startAtFirstCell()
 {
-    current_ = {1, 1};
-    block_ = {1, 1, 1, 1};
+    setCurrent({1, 1});
+    setBlock({1, 1, 1, 1});
 }
 
 void Selection::selectWholeRow(int32_t row, int32_t lastCol)
 {
-    block_ = {row, 0, row, lastCol};
-    rowsSelected_ = true;
+    setBlock({row, 0, row, lastCol});
+    revision_.set(rowsSelected_, true);
 }
 
 void Selection::selectWholeColumn(int32_t col, int32_t lastRow)
 {
-    block_ = {0, col, lastRow, col};
-    columnsSelected_ = true;
+    setBlock({0, col, lastRow, col});
+    revision_.set(columnsSelected_, true);
 }
 
 void Selection::selectAll(int32_t lastRow, int32_t lastCol)
 {
-    block_ = {1, 1, lastRow, lastCol};
-    rowsSelected_ = columnsSelected_ = true;
+    setBlock({1, 1, lastRow, lastCol});
+    revision_.set(rowsSelected_, true);
+    revision_.set(columnsSelected_, true);
 }
 
 void Selection::pullBackRows(int32_t lastRow)
 {
-    if (current_.row > lastRow)
-        current_.row = block_.row1 = block_.row2 = lastRow;
+    if (current_.row > lastRow) {
+        setRow(lastRow);
+        setRow1(lastRow);
+        setRow2(lastRow);
+    }
 }
 
 void Selection::pullBackColumns(int32_t lastCol)
 {
-    if (current_.col > lastCol)
-        current_.col = block_.col1 = block_.col2 = lastCol;
+    if (current_.col > lastCol) {
+        setCol(lastCol);
+        setCol1(lastCol);
+        setCol2(lastCol);
+    }
 }
 
 void Selection::clampRows(int32_t lastRow)
 {
-    current_.row = std::min(current_.row, lastRow);
-    block_.row1 = std::min(block_.row1, lastRow);
-    block_.row2 = std::min(block_.row2, lastRow);
+    setRow(std::min(current_.row, lastRow));
+    setRow1(std::min(block_.row1, lastRow));
+    setRow2(std::min(block_.row2, lastRow));
 }
 
-void Selection::appendLayoutKey(std::vector<int64_t>& key) const
+void Selection::appendState(std::vector<int64_t>& state) const
 {
-    key.insert(key.end(), {current_.row, current_.col, block_.row1, block_.col1, block_.row2, block_.col2,
+    state.insert(state.end(), {current_.row, current_.col, block_.row1, block_.col1, block_.row2, block_.col2,
                            rowsSelected_, columnsSelected_, allowed_, mode_});
 }
 

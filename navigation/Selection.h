@@ -2,6 +2,8 @@
 
 #include <TabulaControl/Tabula.h>
 
+#include "core/Revision.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -30,24 +32,24 @@ public:
     int32_t row() const { return current_.row; }
     int32_t col() const { return current_.col; }
     CellIndex current() const { return current_; }
-    void setRow(int32_t row) { current_.row = row; }
-    void setCol(int32_t col) { current_.col = col; }
-    void setCurrent(CellIndex cell) { current_ = cell; }
+    void setRow(int32_t row) { revision_.set(current_.row, row); }
+    void setCol(int32_t col) { revision_.set(current_.col, col); }
+    void setCurrent(CellIndex cell) { revision_.set(current_, cell); }
 
     const CellBlock& block() const { return block_; }
-    void setBlock(const CellBlock& block) { block_ = block; }
-    void setRow1(int32_t row) { block_.row1 = row; }
-    void setCol1(int32_t col) { block_.col1 = col; }
-    void setRow2(int32_t row) { block_.row2 = row; }
-    void setCol2(int32_t col) { block_.col2 = col; }
+    void setBlock(const CellBlock& block) { revision_.set(block_, block); }
+    void setRow1(int32_t row) { revision_.set(block_.row1, row); }
+    void setCol1(int32_t col) { revision_.set(block_.col1, col); }
+    void setRow2(int32_t row) { revision_.set(block_.row2, row); }
+    void setCol2(int32_t col) { revision_.set(block_.col2, col); }
     // Whether the block holds more than its anchor cell.
     bool isBlock() const { return block_.row1 != block_.row2 || block_.col1 != block_.col2; }
     // Makes cell both corners of the block.
-    void anchorAt(CellIndex cell) { block_ = {cell.row, cell.col, cell.row, cell.col}; }
+    void anchorAt(CellIndex cell) { setBlock({cell.row, cell.col, cell.row, cell.col}); }
     void setCorner(CellIndex cell)
     {
-        block_.row2 = cell.row;
-        block_.col2 = cell.col;
+        setRow2(cell.row);
+        setCol2(cell.col);
     }
     // Moves the current cell to the anchor, on each axis where the anchor
     // lies past the header.
@@ -67,7 +69,11 @@ public:
     bool rowsSelected() const { return rowsSelected_; }
     bool columnsSelected() const { return columnsSelected_; }
     bool linesSelected() const { return rowsSelected_ || columnsSelected_; }
-    void clearLineSelection() { rowsSelected_ = columnsSelected_ = false; }
+    void clearLineSelection()
+    {
+        revision_.set(rowsSelected_, false);
+        revision_.set(columnsSelected_, false);
+    }
 
     // When the current row lies past lastRow, it moves onto lastRow and both
     // rows of the block with it, wherever they were; likewise for columns.
@@ -79,13 +85,13 @@ public:
 
     // AllowSelection, and SelectionMode as the host stored it.
     bool allowed() const { return allowed_; }
-    void setAllowed(bool value) { allowed_ = value; }
+    void setAllowed(bool value) { revision_.set(allowed_, value); }
     int16_t mode() const { return mode_; }
-    void setMode(int16_t mode) { mode_ = mode; }
+    void setMode(int16_t mode) { revision_.set(mode_, mode); }
     void restoreDefaultSettings()
     {
-        allowed_ = true;
-        mode_ = SelectionFree;
+        setAllowed(true);
+        setMode(SelectionFree);
     }
     // Whether users select whole rows, whole columns, either, or free blocks.
     bool selectsRows() const { return allowed_ && mode_ == SelectionByRow; }
@@ -93,8 +99,10 @@ public:
     bool selectsLines() const { return allowed_ && mode_ >= SelectionByRow; }
     bool selectsFreely() const { return allowed_ && mode_ == SelectionFree; }
 
-    // Appends what the current cell and the selection add to a layout's key.
-    void appendLayoutKey(std::vector<int64_t>& key) const;
+    // Changes with every change above.
+    uint64_t revision() const { return revision_.value(); }
+    // Appends the values above, which the cache checks compare.
+    void appendState(std::vector<int64_t>& state) const;
 
 private:
     CellIndex current_;
@@ -103,6 +111,7 @@ private:
     bool columnsSelected_ = false;
     bool allowed_ = true;
     int16_t mode_ = SelectionFree;
+    Revision revision_;
 };
 
 }  // namespace TabulaControl::detail::navigation

@@ -1031,7 +1031,7 @@ bool Surface::beginCell()
     return true;
 }
 
-#ifndef NDEBUG
+#ifdef TABULA_CACHE_CHECKS
 QImage Surface::cellPixels() const
 {
     const DevicePixels canvas(image_, ratio_, width_, height_);

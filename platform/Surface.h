@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Box.h"
+#include "platform/Check.h"
 #include "platform/CellMemo.h"
 #include "platform/DirtyTiles.h"
 #include "platform/PendingFill.h"
@@ -15,7 +16,6 @@
 #include <QString>
 
 #include <array>
-#include <cassert>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -177,7 +177,7 @@ public:
             redrawCell();
             paint();
         }
-#ifndef NDEBUG
+#ifdef TABULA_CACHE_CHECKS
         else if (cellSkipped())
             checkRememberedCell(paint);
 #endif
@@ -220,7 +220,7 @@ private:
         Surface& surface_;
         bool completed_ = false;
     };
-#ifndef NDEBUG
+#ifdef TABULA_CACHE_CHECKS
     // Draws a cell the memo kept and checks that its pixels were right.
     template <class Paint>
     void checkRememberedCell(Paint& paint)
@@ -228,7 +228,7 @@ private:
         const QImage kept = cellPixels();
         redrawCell();
         paint();
-        assert(cellPixels() == kept && "a remembered cell differs from its drawing");
+        TABULA_CHECK(cellPixels() == kept);
     }
     QImage cellPixels() const;
 #endif

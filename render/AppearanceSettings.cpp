@@ -21,8 +21,8 @@ OleColor Appearance::cellBackColor(int32_t row) const
 
 void Appearance::setCellFonts(CellFonts fonts)
 {
-    font_ = std::move(fonts.font);
-    headerFont_ = std::move(fonts.headerFont);
+    revision_.set(font_, fonts.font);
+    revision_.set(headerFont_, fonts.headerFont);
 }
 
 void Appearance::restoreDefaults(const StdFont& ambient)
@@ -32,11 +32,12 @@ void Appearance::restoreDefaults(const StdFont& ambient)
     headerFont_ = std::make_shared<StdFont>(ambient);
     editorFont_ = std::make_shared<StdFont>(ambient);
     headerFont_->Bold = true;
+    revision_.changed();
 }
 
-void Appearance::appendLayoutKey(std::vector<int64_t>& key) const
+void Appearance::appendState(std::vector<int64_t>& state) const
 {
-    key.insert(key.end(), {borderStyle_, columnHeader_, rowHeader_, gridLines_, gridLinesSolid_, headerStyle_});
+    state.insert(state.end(), {borderStyle_, columnHeader_, rowHeader_, gridLines_, gridLinesSolid_, headerStyle_});
 }
 
 }  // namespace TabulaControl::detail::render

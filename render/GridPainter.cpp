@@ -1,5 +1,6 @@
 #include "render/GridPainter.h"
 
+#include "platform/Check.h"
 #include "render/CellPainter.h"
 
 #include <QScopeGuard>
@@ -216,7 +217,7 @@ bool Grid::keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int3
     const std::optional<size_t> kept = surface.movedCell(cover.bounds);
     if (!kept)
         return false;
-#ifndef NDEBUG
+#ifdef TABULA_CACHE_CHECKS
     const auto regionOf = [](platform::Rect r) {
         return r.Right > r.Left && r.Bottom > r.Top ? QRegion(r.Left, r.Top, r.Right - r.Left, r.Bottom - r.Top)
                                                     : QRegion();
@@ -226,8 +227,8 @@ bool Grid::keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int3
         covered += regionOf(*cover.checkBox);
     const QRegion inverted = marks.inverted() - covered, dotted = marks.dotted() - covered;
     surface.drawCell([&] { render::drawCell(model, appearance, canvas(), row, col, x, y, width, height); });
-    assert(surface.movedCell(cover.bounds) == kept && "a carried cell differs from its drawing");
-    assert(marks.inverted() == inverted && marks.dotted() == dotted && "a carried cell covers other marks");
+    TABULA_CHECK(surface.movedCell(cover.bounds) == kept);
+    TABULA_CHECK(marks.inverted() == inverted && marks.dotted() == dotted);
 #else
     marks.covered(cover.bounds);
     if (cover.checkBox)

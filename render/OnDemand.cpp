@@ -1,10 +1,10 @@
 #include "core/Errors.h"
 #include "core/Grid.h"
+#include "platform/Check.h"
 #include "render/GridPainter.h"
 
 #include <QAbstractSlider>
 
-#include <cassert>
 #include <tuple>
 
 namespace TabulaControl::detail {
@@ -77,7 +77,7 @@ void checkCell(const GridModel& model, int32_t row, int32_t col)
     model.columns().mask(col);
 }
 
-#ifndef NDEBUG
+#ifdef TABULA_CACHE_CHECKS
 // The fields a full repaint settles, to check that the layout settled them
 // exactly as painting does.
 auto settledFields(const Grid& g)
@@ -89,11 +89,6 @@ auto settledFields(const Grid& g)
 }
 #endif
 
-}  // namespace
-
-namespace {
-
-
 void addBar(std::vector<int64_t>& v, const platform::ScrollBar& bar)
 {
     bar.appendPlacement(v);
@@ -101,37 +96,66 @@ void addBar(std::vector<int64_t>& v, const platform::ScrollBar& bar)
     v.push_back(slider ? slider->pageStep() : -1);
 }
 
-// Fills v with what a layout reads and what it leaves, in the grid and the child
-// controls: rows and columns only as far as they can show. When it is the
-// same before a layout as after the last one, that layout would settle
-// nothing new, and only the pixels are owed.
-void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
+// The rows a layout reads: the sizes of those that can show from the first
+// row shown, and their number only up to one past them, unless a selection
+// of whole columns spans every row. So rows added or dropped below the view
+// lay nothing out again.
+void addRows(const Grid& g, std::vector<int64_t>& v)
 {
     const GridModel& model = g.model;
-    v.clear();
-    v.insert(v.end(), {
-        model.cols().count(), model.cols().lastSizedIndex(), model.cells().Cols(), g.surface.width(), g.surface.height(),
-        g.barsShown(), g.ui.txtEdit.MaxLength()});
-    model.columns().appendLayoutKey(v);
-    // The resize zones are found across the whole control, a little wider
-    // than the surface.
-    const int64_t rowsShownEnd = model.rows().appendShownSizes(v, g.viewport.topRow(), g.ui.window.ScaleHeight());
-    model.cols().appendShownSizes(v, g.viewport.leftCol(), g.ui.window.ScaleWidth());
-    // Rows past those that can show matter only by their number, and that
-    // only to a selection of whole columns, which spans every row.
+    const int64_t shownEnd = model.rows().appendShownSizes(v, g.viewport.topRow(), g.ui.window.ScaleHeight());
     const bool spansRows = g.selection.mode() == SelectionByCol || g.selection.columnsSelected();
     for (const int64_t count : {int64_t{model.rows().count()}, int64_t{model.rows().lastSizedIndex()}, int64_t{model.cells().Rows()}})
-        v.push_back(spansRows ? count : std::min(count, rowsShownEnd + 1));
+        v.push_back(spansRows ? count : std::min(count, shownEnd + 1));
+}
+
+// The sizes and places a layout reads and leaves outside the components:
+// the surface, the control and the child controls, the store's columns and
+// the rows.
+void addPlaces(const Grid& g, std::vector<int64_t>& v)
+{
+    v.insert(v.end(), {g.model.cells().Cols(), g.surface.width(), g.surface.height(), g.ui.window.ScaleWidth(),
+                       g.ui.window.ScaleHeight(), g.barsShown(), g.ui.txtEdit.MaxLength()});
+    addRows(g, v);
     addBar(v, g.ui.scrVertical);
     addBar(v, g.ui.scrHorizontal);
     g.ui.txtEdit.appendPlacement(v);
-    g.viewport.appendLayoutKey(v);
-    g.appearance.appendLayoutKey(v);
-    g.resizeZones.appendLayoutKey(v);
-    g.selection.appendLayoutKey(v);
-    g.pointer.appendLayoutKey(v);
-    g.editorState.appendLayoutKey(v);
 }
+
+// Fills v with the key of what a layout reads and what it leaves. Each
+// component enters by its revision, which every change to it moves, so an
+// input a layout starts to read needs no entry here as long as a component
+// of the grid holds it; the model enters by its columns' revisions and the
+// rows as addRows says. When the key is the same before a layout as after
+// the last one, that layout would settle nothing new, and only the pixels
+// are owed.
+void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
+{
+    const auto revision = [](uint64_t r) { return static_cast<int64_t>(r); };
+    v.clear();
+    v.insert(v.end(), {revision(g.model.columnsRevision()), revision(g.model.columns().revision()),
+                       revision(g.viewport.revision()), revision(g.appearance.revision()),
+                       revision(g.resizeZones.revision()), revision(g.selection.revision()),
+                       revision(g.pointer.revision()), revision(g.editorState.revision())});
+    addPlaces(g, v);
+}
+
+#ifdef TABULA_CACHE_CHECKS
+// What a layout settles, by value, for the checks that a layout the key
+// skips would have changed nothing.
+std::vector<int64_t> settledState(const Grid& g)
+{
+    std::vector<int64_t> v;
+    addPlaces(g, v);
+    g.viewport.appendState(v);
+    g.appearance.appendState(v);
+    g.resizeZones.appendState(v);
+    g.selection.appendState(v);
+    g.pointer.appendState(v);
+    g.editorState.appendState(v);
+    return v;
+}
+#endif
 
 }  // namespace
 
@@ -160,18 +184,23 @@ void Grid::layoutAll()
     ui.picGrid.Refresh();
 }
 
-bool Grid::layoutSettled()
+bool Grid::layoutKeyCurrent()
 {
     if (settledLayout_.empty())
         return false;
     fillLayoutKey(*this, layoutKey_);
-    if (layoutKey_ != settledLayout_)
+    return layoutKey_ == settledLayout_;
+}
+
+bool Grid::layoutSettled()
+{
+    if (!layoutKeyCurrent())
         return false;
-#ifndef NDEBUG
-    const std::vector<int64_t> settled = settledLayout_;
+#ifdef TABULA_CACHE_CHECKS
+    const std::vector<int64_t> settled = settledState(*this);
     runLayout();
+    TABULA_CHECK(settledState(*this) == settled);
     fillLayoutKey(*this, settledLayout_);
-    assert(settledLayout_ == settled);
 #endif
     return true;
 }
@@ -203,20 +232,28 @@ void Grid::flushPaint()
     const RepaintInputs inputs = *owedRepaint_;
     owedRepaint_.reset();
     surface.setPendingRender({});
-#ifndef NDEBUG
-    const auto settled = settledFields(*this);
+    // Painting settles what the layout did, so a layout that was current
+    // stays current, though the inputs put back and forth moved revisions.
+    const bool settled = layoutKeyCurrent();
+#ifdef TABULA_CACHE_CHECKS
+    const auto fields = settledFields(*this);
 #endif
     try {
         const InputsRestored restored(*this, inputs);
         paintAll();
-        assert(settledFields(*this) == settled);
+#ifdef TABULA_CACHE_CHECKS
+        TABULA_CHECK(settledFields(*this) == fields);
+#endif
     } catch (...) {
         // Owed pixels are made outside the member that owed them: no caller to throw to.
         if (onPaintFailure)
             onPaintFailure(std::current_exception());
         else
             logContained("painting owed pixels", std::current_exception());
+        return;
     }
+    if (settled)
+        fillLayoutKey(*this, settledLayout_);
 }
 
 // Every row of one layout walks the same columns; the first walk checks

@@ -6,14 +6,14 @@ namespace TabulaControl::detail::render {
 
 namespace {
 
-void settleExtent(int32_t& drawn, bool& needed, int32_t last, int32_t firstShown)
+void settleExtent(Revision& revision, int32_t& drawn, bool& needed, int32_t last, int32_t firstShown)
 {
     if (drawn >= last) {
-        needed = true;
-        drawn = last;
+        revision.set(needed, true);
+        revision.set(drawn, last);
         return;
     }
-    needed = firstShown >= 2;
+    revision.set(needed, firstShown >= 2);
 }
 
 }  // namespace
@@ -22,25 +22,25 @@ bool Viewport::measurePageRows(int32_t stopRow)
 {
     if (pageRows_ >= 1)
         return false;
-    pageRows_ = saturate32(int64_t{stopRow} - topRow_ - 1);
+    revision_.set(pageRows_, saturate32(int64_t{stopRow} - topRow_ - 1));
     return pageRows_ > 0;
 }
 
 void Viewport::measurePageCols(int32_t stopCol)
 {
     if (pageCols_ == 0)
-        pageCols_ = saturate32(int64_t{stopCol} - leftCol_);
+        revision_.set(pageCols_, saturate32(int64_t{stopCol} - leftCol_));
 }
 
 void Viewport::settleExtents(int32_t lastX, int32_t lastY)
 {
-    settleExtent(drawnBottom_, vScrollNeeded_, lastY, topRow_);
-    settleExtent(drawnRight_, hScrollNeeded_, lastX, leftCol_);
+    settleExtent(revision_, drawnBottom_, vScrollNeeded_, lastY, topRow_);
+    settleExtent(revision_, drawnRight_, hScrollNeeded_, lastX, leftCol_);
 }
 
-void Viewport::appendLayoutKey(std::vector<int64_t>& key) const
+void Viewport::appendState(std::vector<int64_t>& state) const
 {
-    key.insert(key.end(), {topRow_, leftCol_, lineWidth_, pageRows_, pageCols_, drawnBottom_, drawnRight_,
+    state.insert(state.end(), {topRow_, leftCol_, lineWidth_, pageRows_, pageCols_, drawnBottom_, drawnRight_,
                            vScrollNeeded_, hScrollNeeded_});
 }
 

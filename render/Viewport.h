@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/Revision.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -14,17 +16,21 @@ class Viewport {
 public:
     int32_t topRow() const { return topRow_; }
     int32_t leftCol() const { return leftCol_; }
-    void setTopRow(int32_t row) { topRow_ = row; }
-    void setLeftCol(int32_t col) { leftCol_ = col; }
+    void setTopRow(int32_t row) { revision_.set(topRow_, row); }
+    void setLeftCol(int32_t col) { revision_.set(leftCol_, col); }
     // Shows the first scrollable row and column.
-    void scrollHome() { topRow_ = leftCol_ = 1; }
+    void scrollHome()
+    {
+        setTopRow(1);
+        setLeftCol(1);
+    }
     // Whether the cell lies above the first row or left of the first column
     // shown.
     bool isScrolledOff(int64_t row, int64_t col) const { return row < topRow_ || col < leftCol_; }
 
     // The grid line width as ShowGrid was when it was last taken.
     int32_t lineWidth() const { return lineWidth_; }
-    void takeLineWidth(bool showGrid) { lineWidth_ = showGrid ? 1 : 0; }
+    void takeLineWidth(bool showGrid) { revision_.set(lineWidth_, showGrid ? 1 : 0); }
 
     // The rows (columns) one page moves by. Each is measured once, by the
     // first paint whose rows (columns) run past the surface, and kept.
@@ -41,18 +47,18 @@ public:
     // The last pixel row and column the cells were drawn to.
     int32_t drawnBottom() const { return drawnBottom_; }
     int32_t drawnRight() const { return drawnRight_; }
-    void setDrawnBottom(int32_t y) { drawnBottom_ = y; }
-    void setDrawnRight(int32_t x) { drawnRight_ = x; }
+    void setDrawnBottom(int32_t y) { revision_.set(drawnBottom_, y); }
+    void setDrawnRight(int32_t x) { revision_.set(drawnRight_, x); }
 
     bool vScrollNeeded() const { return vScrollNeeded_; }
     bool hScrollNeeded() const { return hScrollNeeded_; }
     // A walk down the rows (across the columns) needs a bar at first only
     // when the view is scrolled past the first row (column).
-    void startRowWalk() { vScrollNeeded_ = topRow_ > 1; }
-    void startColumnWalk() { hScrollNeeded_ = leftCol_ > 1; }
+    void startRowWalk() { revision_.set(vScrollNeeded_, topRow_ > 1); }
+    void startColumnWalk() { revision_.set(hScrollNeeded_, leftCol_ > 1); }
     // The rows (columns) run on past the surface.
-    void rowsCutOff() { vScrollNeeded_ = true; }
-    void columnsCutOff() { hScrollNeeded_ = true; }
+    void rowsCutOff() { revision_.set(vScrollNeeded_, true); }
+    void columnsCutOff() { revision_.set(hScrollNeeded_, true); }
     // After a paint of the rows: an extent that reaches the surface's last
     // pixel (lastX, lastY) stops there and needs its bar; a shorter one needs
     // it only when the view is scrolled past the first line.
@@ -67,12 +73,14 @@ public:
     ColumnsReach columnsReach() const { return {drawnRight_, hScrollNeeded_}; }
     void setColumnsReach(ColumnsReach reach)
     {
-        drawnRight_ = reach.drawnRight;
-        hScrollNeeded_ = reach.hScrollNeeded;
+        revision_.set(drawnRight_, reach.drawnRight);
+        revision_.set(hScrollNeeded_, reach.hScrollNeeded);
     }
 
-    // Appends what the viewport adds to a layout's key.
-    void appendLayoutKey(std::vector<int64_t>& key) const;
+    // Changes with every change above.
+    uint64_t revision() const { return revision_.value(); }
+    // Appends the values above, which the cache checks compare.
+    void appendState(std::vector<int64_t>& state) const;
 
 private:
     int32_t topRow_ = 0;
@@ -84,6 +92,7 @@ private:
     int32_t drawnRight_ = 0;
     bool vScrollNeeded_ = false;
     bool hScrollNeeded_ = false;
+    Revision revision_;
 };
 
 }  // namespace TabulaControl::detail::render

@@ -247,3 +247,27 @@ TEST_F(Robustness, TypingOnTheLastRowOfAFullGridEditsWithoutAddingARow)
     EXPECT_EQ(grid().Rows(), 32767);
     EXPECT_TRUE(editor()->isVisible());
 }
+
+// A layout is skipped while nothing it reads has changed; these change what
+// it reads past where a grid line per row or column would let it show.
+TEST_F(Robustness, ShortRowsWithoutGridLinesStillBringTheScrollBarWhenRowsAreAdded)
+{
+    grid().setShowGrid(false);
+    grid().setRows(63);
+    for (int32_t row = 1; row <= 63; ++row)
+        grid().setRowHeight(row, 4);
+    ASSERT_FALSE(vertical()->isVisible());
+    grid().AddItem("a");
+    grid().AddItem("b");
+    EXPECT_TRUE(vertical()->isVisible());
+}
+
+TEST_F(Robustness, AColumnPulledIntoViewByANegativeHeaderWidthMovesItsResizeZone)
+{
+    grid().setColWidth(0, -32768);
+    grid().setColWidth(1, 32767);
+    grid().setColWidth(2, 100);
+    hover(QPoint(101, 8));
+    drag(QPoint(101, 8), QPoint(150, 8));
+    EXPECT_NE(grid().ColWidth(2), 100);
+}

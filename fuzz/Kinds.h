@@ -1,0 +1,48 @@
+#pragma once
+
+#include "fuzz/Harness.h"
+#include "fuzz/Values.h"
+
+#include <functional>
+#include <vector>
+
+namespace TabulaFuzz {
+
+using Generate = std::function<void(Rng&, const Harness&, Operation&)>;
+using Run = std::function<void(Harness&, const Operation&)>;
+using Print = std::function<QString(const Operation&)>;
+
+// A kind of step: how to draw its arguments, run it and print it.
+struct Kind {
+    QString name;
+    bool input = false;
+    int weight = 1;
+    Generate generate;
+    Run run;
+    Print print;
+};
+
+inline int32_t i32(int64_t v) { return static_cast<int32_t>(v); }
+inline int16_t i16(int64_t v) { return static_cast<int16_t>(v); }
+
+// Fills %a..%d and %s of a printed line with the step's arguments.
+inline QString fill(QString format, const Operation& op)
+{
+    format.replace(QLatin1String("%a"), QString::number(op.a));
+    format.replace(QLatin1String("%b"), QString::number(op.b));
+    format.replace(QLatin1String("%c"), QString::number(op.c));
+    format.replace(QLatin1String("%d"), QString::number(op.d));
+    format.replace(QLatin1String("%s"), literal(op.text));
+    return format;
+}
+
+inline Print host(const char* format)
+{
+    return [format](const Operation& op) { return QStringLiteral("call([&] { grid->%1; });").arg(fill(QLatin1String(format), op)); };
+}
+
+// Steps through saved settings and whole host sequences: reloading the grid,
+// building a second grid from its settings, and restoring a valid grid.
+std::vector<Kind> savedSettingsKinds();
+
+}  // namespace TabulaFuzz
