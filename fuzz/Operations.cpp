@@ -144,6 +144,22 @@ void wheel(QWidget* w, const Operation& op)
     QApplication::sendEvent(w, &event);
 }
 
+// A press of a button at one point of a child, such as a click or a double click.
+Kind clickKind(const char* name, int weight,
+               void (*press)(QWidget*, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int), const char* call)
+{
+    return {QLatin1String(name), true, weight, generatePointer,
+            [press](Harness& h, const Operation& op) {
+                if (QWidget* w = target(h, op.a))
+                    press(w, buttonOf(op).value, modifiersOf(op).value, unpack(op.b), -1);
+            },
+            [call](const Operation& op) {
+                return QStringLiteral("%1(%2, %3, %4, %5);")
+                    .arg(QLatin1String(call), targetLiteral(op.a), QLatin1String(buttonOf(op).name),
+                         QLatin1String(modifiersOf(op).name), pointLiteral(op.b));
+            }};
+}
+
 std::vector<Kind> inputKinds()
 {
     std::vector<Kind> k;
@@ -159,26 +175,8 @@ std::vector<Kind> inputKinds()
                      return QStringLiteral("QTest::keyClick(focused(), Qt::%1, %2);")
                          .arg(QLatin1String(keys.at(size_t(op.a)).name), QLatin1String(modifiers.at(size_t(op.b)).name));
                  }});
-    k.push_back({"click", true, 18, generatePointer,
-                 [](Harness& h, const Operation& op) {
-                     if (QWidget* w = target(h, op.a))
-                         QTest::mouseClick(w, buttonOf(op).value, modifiersOf(op).value, unpack(op.b));
-                 },
-                 [](const Operation& op) {
-                     return QStringLiteral("QTest::mouseClick(%1, %2, %3, %4);")
-                         .arg(targetLiteral(op.a), QLatin1String(buttonOf(op).name), QLatin1String(modifiersOf(op).name),
-                              pointLiteral(op.b));
-                 }});
-    k.push_back({"doubleClick", true, 5, generatePointer,
-                 [](Harness& h, const Operation& op) {
-                     if (QWidget* w = target(h, op.a))
-                         QTest::mouseDClick(w, buttonOf(op).value, modifiersOf(op).value, unpack(op.b));
-                 },
-                 [](const Operation& op) {
-                     return QStringLiteral("QTest::mouseDClick(%1, %2, %3, %4);")
-                         .arg(targetLiteral(op.a), QLatin1String(buttonOf(op).name), QLatin1String(modifiersOf(op).name),
-                              pointLiteral(op.b));
-                 }});
+    k.push_back(clickKind("click", 18, &QTest::mouseClick, "QTest::mouseClick"));
+    k.push_back(clickKind("doubleClick", 5, &QTest::mouseDClick, "QTest::mouseDClick"));
     k.push_back({"drag", true, 10, generatePointer,
                  [](Harness& h, const Operation& op) {
                      if (QWidget* w = target(h, op.a))
@@ -226,6 +224,16 @@ std::vector<Kind> inputKinds()
     return k;
 }
 
+// A host call with one row, column or count argument.
+Kind indexCall(const char* name, void (Tabula::*call)(int32_t), Generate generate, int weight = 1)
+{
+    return {QLatin1String(name), false, weight, std::move(generate),
+            [call](Harness& h, const Operation& op) { (h.grid().*call)(i32(op.a)); },
+            [name](const Operation& op) {
+                return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name)).arg(op.a);
+            }};
+}
+
 // Host calls with row and column arguments.
 std::vector<Kind> cellKinds()
 {
@@ -237,22 +245,18 @@ std::vector<Kind> cellKinds()
         op.text = text(r);
     };
     std::vector<Kind> k;
-    k.push_back({"setRows", false, 6,
-                 [](Rng& r, const Harness&, Operation& op) { op.a = countFrom(r, {0, 1, 1, 2, 3, 10, 10, 40, 200, 3000}); },
-                 [](Harness& h, const Operation& op) { h.grid().setRows(i32(op.a)); }, host("setRows(%a)")});
-    k.push_back({"setCols", false, 4,
-                 [](Rng& r, const Harness&, Operation& op) { op.a = countFrom(r, {0, 1, 2, 3, 5, 5, 8, 20, 60, 300}); },
-                 [](Harness& h, const Operation& op) { h.grid().setCols(i32(op.a)); }, host("setCols(%a)")});
-    k.push_back({"setRow", false, 4, row, [](Harness& h, const Operation& op) { h.grid().setRow(i32(op.a)); }, host("setRow(%a)")});
-    k.push_back({"setCol", false, 4, col, [](Harness& h, const Operation& op) { h.grid().setCol(i32(op.a)); }, host("setCol(%a)")});
-    k.push_back({"setTopRow", false, 3, row, [](Harness& h, const Operation& op) { h.grid().setTopRow(i32(op.a)); },
-                 host("setTopRow(%a)")});
-    k.push_back({"setLeftCol", false, 3, col, [](Harness& h, const Operation& op) { h.grid().setLeftCol(i32(op.a)); },
-                 host("setLeftCol(%a)")});
-    k.push_back({"setRow1", false, 1, row, [](Harness& h, const Operation& op) { h.grid().setRow1(i32(op.a)); }, host("setRow1(%a)")});
-    k.push_back({"setCol1", false, 1, col, [](Harness& h, const Operation& op) { h.grid().setCol1(i32(op.a)); }, host("setCol1(%a)")});
-    k.push_back({"setRow2", false, 1, row, [](Harness& h, const Operation& op) { h.grid().setRow2(i32(op.a)); }, host("setRow2(%a)")});
-    k.push_back({"setCol2", false, 1, col, [](Harness& h, const Operation& op) { h.grid().setCol2(i32(op.a)); }, host("setCol2(%a)")});
+    k.push_back(indexCall("setRows", &Tabula::setRows,
+                          [](Rng& r, const Harness&, Operation& op) { op.a = countFrom(r, {0, 1, 1, 2, 3, 10, 10, 40, 200, 3000}); }, 6));
+    k.push_back(indexCall("setCols", &Tabula::setCols,
+                          [](Rng& r, const Harness&, Operation& op) { op.a = countFrom(r, {0, 1, 2, 3, 5, 5, 8, 20, 60, 300}); }, 4));
+    k.push_back(indexCall("setRow", &Tabula::setRow, row, 4));
+    k.push_back(indexCall("setCol", &Tabula::setCol, col, 4));
+    k.push_back(indexCall("setTopRow", &Tabula::setTopRow, row, 3));
+    k.push_back(indexCall("setLeftCol", &Tabula::setLeftCol, col, 3));
+    k.push_back(indexCall("setRow1", &Tabula::setRow1, row));
+    k.push_back(indexCall("setCol1", &Tabula::setCol1, col));
+    k.push_back(indexCall("setRow2", &Tabula::setRow2, row));
+    k.push_back(indexCall("setCol2", &Tabula::setCol2, col));
     k.push_back({"setText", false, 3, [](Rng& r, const Harness&, Operation& op) { op.text = text(r); },
                  [](Harness& h, const Operation& op) { h.grid().setText(op.text); }, host("setText(%s)")});
     k.push_back({"setTextMatrix", false, 5, cell,
@@ -286,8 +290,7 @@ std::vector<Kind> cellKinds()
                  }});
     k.push_back({"RowEmpty", false, 1, row, [](Harness& h, const Operation& op) { (void)h.grid().RowEmpty(i32(op.a)); },
                  host("RowEmpty(%a)")});
-    k.push_back({"RemoveItem", false, 3, row, [](Harness& h, const Operation& op) { h.grid().RemoveItem(i32(op.a)); },
-                 host("RemoveItem(%a)")});
+    k.push_back(indexCall("RemoveItem", &Tabula::RemoveItem, row, 3));
     k.push_back({"AddItem", false, 4,
                  [](Rng& r, const Harness&, Operation& op) {
                      op.text = text(r);
@@ -343,12 +346,9 @@ std::vector<Kind> columnKinds()
     k.push_back({"RemoveLookupValue", false, 1, col,
                  [](Harness& h, const Operation& op) { h.grid().RemoveLookupValue(i32(op.a), op.text); },
                  host("RemoveLookupValue(%a, %s)")});
-    k.push_back({"RemoveLookup", false, 1, col, [](Harness& h, const Operation& op) { h.grid().RemoveLookup(i32(op.a)); },
-                 host("RemoveLookup(%a)")});
-    k.push_back({"AddButton", false, 2, col, [](Harness& h, const Operation& op) { h.grid().AddButton(i32(op.a)); },
-                 host("AddButton(%a)")});
-    k.push_back({"RemoveButton", false, 1, col, [](Harness& h, const Operation& op) { h.grid().RemoveButton(i32(op.a)); },
-                 host("RemoveButton(%a)")});
+    k.push_back(indexCall("RemoveLookup", &Tabula::RemoveLookup, col));
+    k.push_back(indexCall("AddButton", &Tabula::AddButton, col, 2));
+    k.push_back(indexCall("RemoveButton", &Tabula::RemoveButton, col));
     return k;
 }
 
