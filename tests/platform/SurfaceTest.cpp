@@ -34,21 +34,23 @@ Surface patterned(int width, int height)
     return s;
 }
 
-struct Change {
-    int count = 0;
-    QRect bounds;
-};
-
-Change changes(const QImage& before, const QImage& after)
+QRegion changedPixels(const QImage& before, const QImage& after)
 {
-    Change c;
+    QRegion region;
     for (int y = 0; y < before.height(); ++y)
         for (int x = 0; x < before.width(); ++x)
-            if (before.pixel(x, y) != after.pixel(x, y)) {
-                ++c.count;
-                c.bounds |= QRect(x, y, 1, 1);
-            }
-    return c;
+            if (before.pixel(x, y) != after.pixel(x, y))
+                region += QRect(x, y, 1, 1);
+    return region;
+}
+
+// How many pixels differ between the two images.
+int changeCount(const QImage& before, const QImage& after)
+{
+    int count = 0;
+    for (const QRect& r : changedPixels(before, after))
+        count += r.width() * r.height();
+    return count;
 }
 
 }  // namespace
@@ -88,9 +90,7 @@ TEST(SurfaceFill, RightAndBottomExclusiveAndClipped)
     for (const auto& [r, expected] : cases) {
         Surface s = blank();
         s.fill(r, 0x00FF00);
-        const Change c = changes(blank().image(), s.image());
-        EXPECT_EQ(c.bounds, expected) << r.Left << "," << r.Top;
-        EXPECT_EQ(c.count, expected.width() * expected.height());
+        EXPECT_EQ(changedPixels(blank().image(), s.image()), QRegion(expected)) << r.Left << "," << r.Top;
     }
 }
 
@@ -104,7 +104,7 @@ TEST(SurfaceLine, EndPointExcludedEitherWay)
     for (const auto& [e, pixels] : cases) {
         Surface s = blank();
         s.line(e.Left, e.Top, e.Right, e.Bottom);
-        EXPECT_EQ(changes(blank().image(), s.image()).count, int(pixels.size())) << e.Left << "," << e.Top;
+        EXPECT_EQ(changeCount(blank().image(), s.image()), int(pixels.size())) << e.Left << "," << e.Top;
         for (const QPoint& p : pixels)
             EXPECT_EQ(at(s, p.x(), p.y()), 0u) << p.x() << "," << p.y();
     }
@@ -150,13 +150,13 @@ TEST(SurfaceXor, FocusRectAndInvertRestoreWhenDrawnTwice)
                 flips += flipped;
                 EXPECT_EQ(s.image().pixel(x, y), before.pixel(x, y) ^ (flipped ? 0xFFFFFF : 0)) << x << "," << y;
             }
-        EXPECT_EQ(changes(before, s.image()).count, flips);
+        EXPECT_EQ(changeCount(before, s.image()), flips);
         s.focusRect(r);
         EXPECT_EQ(s.image(), before);
         s.invert(r);
         const int width = std::max(0, std::min(12, r.Right) - std::max(0, r.Left));
         const int height = std::max(0, std::min(10, r.Bottom) - std::max(0, r.Top));
-        EXPECT_EQ(changes(before, s.image()).count, width * height);
+        EXPECT_EQ(changeCount(before, s.image()), width * height);
         s.invert(r);
         EXPECT_EQ(s.image(), before);
     }
@@ -229,7 +229,7 @@ TEST(SurfaceExtremes, EveryPrimitiveSurvivesAnyCoordinates)
     s.line(-100000, 2, 1000000000, 2);
     s.line(INT_MIN, INT_MIN, INT_MAX, INT_MAX);
     s.line(5, INT_MIN, 5, INT_MAX);
-    EXPECT_EQ(changes(blank(16, 12).image(), s.image()).count, 16 + 12 + 12 - 3);
+    EXPECT_EQ(changeCount(blank(16, 12).image(), s.image()), 16 + 12 + 12 - 3);
     for (int i = 0; i < 12; ++i)
         EXPECT_TRUE(at(s, i, 2) == 0 && at(s, i, i) == 0 && at(s, 5, i) == 0) << i;
 }
@@ -242,16 +242,6 @@ QRegion tilesAround(const QRect& r)
     const int tile = DirtyTiles::TileSize;
     const int left = r.left() / tile * tile, top = r.top() / tile * tile;
     return QRect(left, top, (r.right() / tile + 1) * tile - left, (r.bottom() / tile + 1) * tile - top);
-}
-
-QRegion changedPixels(const QImage& before, const QImage& after)
-{
-    QRegion region;
-    for (int y = 0; y < before.height(); ++y)
-        for (int x = 0; x < before.width(); ++x)
-            if (before.pixel(x, y) != after.pixel(x, y))
-                region += QRect(x, y, 1, 1);
-    return region;
 }
 
 }  // namespace
