@@ -27,12 +27,8 @@ protected:
     QString cells()
     {
         QStringList rows;
-        for (int32_t row = 1; row <= grid().Rows(); ++row) {
-            QStringList texts;
-            for (int32_t col = 1; col <= grid().Cols(); ++col)
-                texts << grid().TextMatrix(row, col);
-            rows << texts.join(' ');
-        }
+        for (int32_t row = 1; row <= grid().Rows(); ++row)
+            rows << rowTexts(row).join(' ');
         return rows.join('/');
     }
 };
@@ -129,14 +125,13 @@ TEST_F(Clipboard, CtrlCAndCtrlVReachTheGridUntilTheShortcutsAreTurnedOn)
 
 TEST_F(Clipboard, PasteIsASlotThatReportsTheFailureOfItsSignal)
 {
-    QStringList reported;
-    QObject::connect(&grid(), &Tabula::errorOccurred, [&](const auto& error) { reported << error.Source; });
+    const auto reported = errorSources();
     QObject::connect(&grid(), &Tabula::BeforeEdit, [] { throw std::runtime_error("host failure"); });
     QAction paste;
     QObject::connect(&paste, SIGNAL(triggered()), &grid(), SLOT(paste()));
     clipboard()->setText("a");
     paste.trigger();
-    EXPECT_EQ(reported, QStringList{"TabulaControl.Tabula.paste"});
+    EXPECT_EQ(*reported, QStringList{"TabulaControl.Tabula.paste"});
 }
 
 }  // namespace

@@ -118,14 +118,6 @@ protected:
         log().clear();
         return child("ListForm");
     }
-    // The sources of the errors the grid reports from now on.
-    std::shared_ptr<QStringList> errorSources()
-    {
-        auto sources = std::make_shared<QStringList>();
-        QObject::connect(&grid(), &TabulaControl::Tabula::errorOccurred,
-                         [sources](const TabulaControl::ComponentError& e) { sources->append(e.Source); });
-        return sources;
-    }
 
     QString mouse(const char* name, int button, int shift, QPoint at)
     {

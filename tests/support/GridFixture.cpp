@@ -92,6 +92,14 @@ void GridFixture::select(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
     grid_->setCol2(col2);
 }
 
+QStringList GridFixture::rowTexts(int32_t row)
+{
+    QStringList texts;
+    for (int32_t col = 1; col <= grid_->Cols(); ++col)
+        texts.append(grid_->TextMatrix(row, col));
+    return texts;
+}
+
 uint32_t GridFixture::pixel(int x, int y) { return picture().pixel(x, y) & 0xFFFFFF; }
 
 QString whereIn(const TabulaControl::Tabula& g)

@@ -56,6 +56,16 @@ protected:
     void fillWithPositions(int32_t rows, int32_t cols);
     // The colour at (x, y) of the surface as 0xRRGGBB.
     uint32_t pixel(int x, int y);
+    // The texts of the row's data cells.
+    QStringList rowTexts(int32_t row);
+    // The sources of the errors the grid reports from now on.
+    std::shared_ptr<QStringList> errorSources()
+    {
+        auto sources = std::make_shared<QStringList>();
+        QObject::connect(&grid(), &TabulaControl::Tabula::errorOccurred,
+                         [sources](const TabulaControl::ComponentError& e) { sources->append(e.Source); });
+        return sources;
+    }
 
     std::unique_ptr<TabulaControl::Tabula> grid_;
     std::unique_ptr<EventLog> log_;
