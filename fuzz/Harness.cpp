@@ -54,25 +54,30 @@ void settle()
 
 namespace {
 
-bool within(int64_t value, int64_t lo, int64_t hi) { return value >= lo && value <= hi; }
+struct Field {
+    const char* name;
+    int64_t value, lo, hi;
+};
+
+// The counts and positions, each with the range a valid grid keeps it in.
+std::vector<Field> fields(const Tabula& grid)
+{
+    const int64_t rows = grid.Rows(), cols = grid.Cols();
+    return {{"Rows", rows, 1, 32767},           {"Cols", cols, 1, 32767},
+            {"Row", grid.Row(), 1, rows},        {"Col", grid.Col(), 1, cols},
+            {"TopRow", grid.TopRow(), 1, rows},  {"LeftCol", grid.LeftCol(), 1, cols},
+            {"Row1", grid.Row1(), 0, rows},      {"Col1", grid.Col1(), 0, cols},
+            {"Row2", grid.Row2(), 0, rows},      {"Col2", grid.Col2(), 0, cols}};
+}
 
 }  // namespace
 
 QStringList invalidFields(const Tabula& grid)
 {
-    const int64_t rows = grid.Rows();
-    const int64_t cols = grid.Cols();
-    const std::pair<const char*, bool> fields[] = {
-        {"Rows", within(rows, 1, 32767)},         {"Cols", within(cols, 1, 32767)},
-        {"Row", within(grid.Row(), 1, rows)},     {"TopRow", within(grid.TopRow(), 1, rows)},
-        {"Col", within(grid.Col(), 1, cols)},     {"LeftCol", within(grid.LeftCol(), 1, cols)},
-        {"Row1", within(grid.Row1(), 0, rows)},   {"Row2", within(grid.Row2(), 0, rows)},
-        {"Col1", within(grid.Col1(), 0, cols)},   {"Col2", within(grid.Col2(), 0, cols)},
-    };
     QStringList invalid;
-    for (const auto& [name, ok] : fields)
-        if (!ok)
-            invalid << QLatin1String(name);
+    for (const Field& f : fields(grid))
+        if (f.value < f.lo || f.value > f.hi)
+            invalid << QLatin1String(f.name);
     return invalid;
 }
 
@@ -80,17 +85,10 @@ bool isValid(const Tabula& grid) { return invalidFields(grid).isEmpty(); }
 
 QString positions(const Tabula& grid)
 {
-    return QStringLiteral("Rows=%1 Cols=%2 Row=%3 Col=%4 TopRow=%5 LeftCol=%6 Row1=%7 Col1=%8 Row2=%9 Col2=%10")
-        .arg(grid.Rows())
-        .arg(grid.Cols())
-        .arg(grid.Row())
-        .arg(grid.Col())
-        .arg(grid.TopRow())
-        .arg(grid.LeftCol())
-        .arg(grid.Row1())
-        .arg(grid.Col1())
-        .arg(grid.Row2())
-        .arg(grid.Col2());
+    QStringList all;
+    for (const Field& f : fields(grid))
+        all << QStringLiteral("%1=%2").arg(QLatin1String(f.name)).arg(f.value);
+    return all.join(QLatin1Char(' '));
 }
 
 namespace {
