@@ -11,15 +11,11 @@ using TabulaControl::Tabula;
 using TabulaTest::caseName;
 using TabulaTest::countOf;
 using TabulaTest::errorOf;
-using TabulaTest::rgbOf;
 
 namespace {
 
-using TabulaTest::Black;
 using TabulaTest::Face;
 using TabulaTest::White;
-
-FontRef copyOf(const FontRef& font) { return std::make_shared<StdFont>(*font); }
 
 struct SetterCase {
     const char* name;
@@ -136,18 +132,10 @@ TEST_F(AppearanceSurface, MousePointerIsTheControlsOwnCursor)
 TEST_F(AppearanceSurface, BackColorAndForeColorAreSharedByEveryGridOfTheThreadUntilANewOne)
 {
     Tabula other;
-    other.resize(400, 300);
-    other.show();
-    QApplication::processEvents();
-    other.setRows(2);
-    grid().setRows(2);
     grid().setBackColor(0x40FF80);
     grid().setForeColor(0x0000C0);
     EXPECT_EQ(other.BackColor(), 0x40FF80u);
     EXPECT_EQ(other.ForeColor(), 0x0000C0u);
-    other.Refresh();
-    const QPoint inside = cell(2, 3).topLeft() + QPoint(5, 5);
-    EXPECT_EQ(other.Picture().pixel(inside) & 0xFFFFFF, rgbOf(0x40FF80));
     Tabula third;
     EXPECT_EQ(grid().BackColor(), 0xFFFFFFu) << "a new grid resets them";
     EXPECT_EQ(grid().ForeColor(), 0x80000012u);
@@ -164,23 +152,6 @@ TEST_F(AppearanceSurface, TheThreeFontsStartIndependent)
     grid().Font()->Italic = true;
     EXPECT_FALSE(grid().FontEdit()->Italic);
     EXPECT_FALSE(grid().FontFixed()->Italic);
-}
-
-TEST_F(AppearanceSurface, ForeColorAndChangesThroughTheFontObjectShowOnlyAtTheNextRepaint)
-{
-    grid().setTextMatrix(1, 3, "WWWW");
-    FontRef font = copyOf(grid().Font());
-    grid().setFont(font);
-    const QRect inside = cell(1, 3).adjusted(2, 2, -2, -2);
-    const QImage before = picture();
-    const int plain = countOf(before, inside, Black);
-    ASSERT_GT(plain, 0);
-    font->Bold = true;
-    grid().setForeColor(0x0000FF);
-    EXPECT_EQ(picture(), before);
-    grid().Refresh();
-    EXPECT_EQ(grid().Font(), font);
-    EXPECT_GT(countOf(picture(), inside, 0xFF0000), plain);
 }
 
 TEST_F(AppearanceSurface, CellBackgroundIsTheRowsOwnColourThenTheAlternateThenTheGrids)
