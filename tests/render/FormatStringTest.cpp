@@ -133,13 +133,6 @@ TEST_F(FormatStringProperty, FormatStringAndAutoSetupRemoveEveryLookupList)
     EXPECT_EQ(grid().TextMatrix(0, 3), "C");
 }
 
-TEST_F(FormatStringProperty, ALoadedStringIsParsed)
-{
-    TabulaControl::MemoryPropertyBag bag;
-    bag.values.insert("FormatString", ">Total");
-    EXPECT_EQ(Tabula(bag).TextMatrix(0, 1), "Total");
-}
-
 TEST_F(FormatStringProperty, AWidthPastSixteenBitsOrEmptyTokensPastTheLastColumnFailButKeepTheString)
 {
     EXPECT_EQ(errorOf([&] { grid().setFormatString(QString(20000, QLatin1Char('W'))); }).Source,

@@ -75,12 +75,6 @@ protected:
 // it raised none.
 TabulaControl::ComponentError errorOf(const std::function<void()>& body);
 
-// 0x00BBGGRR as the 0xRRGGBB of a pixel.
-inline uint32_t rgbOf(TabulaControl::OleColor colour)
-{
-    return ((colour & 0xFF) << 16) | (colour & 0xFF00) | ((colour >> 16) & 0xFF);
-}
-
 // How many pixels of area have the colour rgb.
 int countOf(const QImage& image, const QRect& area, uint32_t rgb);
 
