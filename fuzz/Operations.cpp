@@ -224,6 +224,12 @@ std::vector<Kind> inputKinds()
     return k;
 }
 
+// A host call whose printed line is the call with %a, %b and %s for the
+// arguments it was given.
+#define HOST_CALL(Name, weight, generate, arguments, printed)                                                   \
+    Kind{#Name, false, weight, generate,                                                                        \
+         [](Harness& h, [[maybe_unused]] const Operation& op) { (void)h.grid().Name arguments; }, host(#Name printed)}
+
 // A host call with one row, column or count argument.
 Kind indexCall(const char* name, void (Tabula::*call)(int32_t), Generate generate, int weight = 1)
 {
@@ -257,19 +263,11 @@ std::vector<Kind> cellKinds()
     k.push_back(indexCall("setCol1", &Tabula::setCol1, col));
     k.push_back(indexCall("setRow2", &Tabula::setRow2, row));
     k.push_back(indexCall("setCol2", &Tabula::setCol2, col));
-    k.push_back({"setText", false, 3, [](Rng& r, const Harness&, Operation& op) { op.text = text(r); },
-                 [](Harness& h, const Operation& op) { h.grid().setText(op.text); }, host("setText(%s)")});
-    k.push_back({"setTextMatrix", false, 5, cell,
-                 [](Harness& h, const Operation& op) { h.grid().setTextMatrix(i32(op.a), i32(op.b), op.text); },
-                 host("setTextMatrix(%a, %b, %s)")});
-    k.push_back({"TextMatrix", false, 1, cell,
-                 [](Harness& h, const Operation& op) { (void)h.grid().TextMatrix(i32(op.a), i32(op.b)); },
-                 host("TextMatrix(%a, %b)")});
-    k.push_back({"setCellTag", false, 1, cell,
-                 [](Harness& h, const Operation& op) { h.grid().setCellTag(i32(op.a), i32(op.b), op.text); },
-                 host("setCellTag(%a, %b, %s)")});
-    k.push_back({"CellTag", false, 1, cell, [](Harness& h, const Operation& op) { (void)h.grid().CellTag(i32(op.a), i32(op.b)); },
-                 host("CellTag(%a, %b)")});
+    k.push_back(HOST_CALL(setText, 3, [](Rng& r, const Harness&, Operation& op) { op.text = text(r); }, (op.text), "(%s)"));
+    k.push_back(HOST_CALL(setTextMatrix, 5, cell, (i32(op.a), i32(op.b), op.text), "(%a, %b, %s)"));
+    k.push_back(HOST_CALL(TextMatrix, 1, cell, (i32(op.a), i32(op.b)), "(%a, %b)"));
+    k.push_back(HOST_CALL(setCellTag, 1, cell, (i32(op.a), i32(op.b), op.text), "(%a, %b, %s)"));
+    k.push_back(HOST_CALL(CellTag, 1, cell, (i32(op.a), i32(op.b)), "(%a, %b)"));
     // Sizes go to the header line, or with -1 to every line, now and then,
     // often negative there: lines past the view then come into it.
     auto line = [](Rng& r, Operation& op, int64_t count) {
@@ -288,8 +286,7 @@ std::vector<Kind> cellKinds()
                  [](const Operation& op) {
                      return QStringLiteral("call([&] { grid->setRowBookmark(%1, %2); });").arg(op.a).arg(variantLiteral(op.b));
                  }});
-    k.push_back({"RowEmpty", false, 1, row, [](Harness& h, const Operation& op) { (void)h.grid().RowEmpty(i32(op.a)); },
-                 host("RowEmpty(%a)")});
+    k.push_back(HOST_CALL(RowEmpty, 1, row, (i32(op.a)), "(%a)"));
     k.push_back(indexCall("RemoveItem", &Tabula::RemoveItem, row, 3));
     k.push_back({"AddItem", false, 4,
                  [](Rng& r, const Harness&, Operation& op) {
@@ -302,7 +299,7 @@ std::vector<Kind> cellKinds()
                      return QStringLiteral("call([&] { grid->AddItem(%1, %2, %3); });")
                          .arg(literal(op.text), variantLiteral(op.b), variantLiteral(op.c));
                  }});
-    k.push_back({"Clear", false, 1, {}, [](Harness& h, const Operation&) { h.grid().Clear(); }, host("Clear()")});
+    k.push_back(HOST_CALL(Clear, 1, {}, (), "()"));
     return k;
 }
 
@@ -316,12 +313,9 @@ std::vector<Kind> columnKinds()
         op.c = r.range(0, variantCount() - 1);
     };
     std::vector<Kind> k;
-    k.push_back({"setColAlign", false, 1, col, [](Harness& h, const Operation& op) { h.grid().setColAlign(i32(op.a), i32(op.b)); },
-                 host("setColAlign(%a, %b)")});
-    k.push_back({"ColAlign", false, 1, col, [](Harness& h, const Operation& op) { (void)h.grid().ColAlign(i32(op.a)); },
-                 host("ColAlign(%a)")});
-    k.push_back({"setColMask", false, 2, col, [](Harness& h, const Operation& op) { h.grid().setColMask(i32(op.a), i32(op.b)); },
-                 host("setColMask(%a, %b)")});
+    k.push_back(HOST_CALL(setColAlign, 1, col, (i32(op.a), i32(op.b)), "(%a, %b)"));
+    k.push_back(HOST_CALL(ColAlign, 1, col, (i32(op.a)), "(%a)"));
+    k.push_back(HOST_CALL(setColMask, 2, col, (i32(op.a), i32(op.b)), "(%a, %b)"));
     k.push_back({"setColAllowEdit", false, 1, col,
                  [](Harness& h, const Operation& op) { h.grid().setColAllowEdit(i32(op.a), op.b & 1); },
                  [](const Operation& op) {
@@ -340,12 +334,8 @@ std::vector<Kind> columnKinds()
                  [](const Operation& op) {
                      return QStringLiteral("call([&] { grid->AddLookup(%1, %2, %3); });").arg(op.a).arg(literal(op.text), variantLiteral(op.c));
                  }});
-    k.push_back({"LookupItemData", false, 1, col,
-                 [](Harness& h, const Operation& op) { (void)h.grid().LookupItemData(i32(op.a), op.text); },
-                 host("LookupItemData(%a, %s)")});
-    k.push_back({"RemoveLookupValue", false, 1, col,
-                 [](Harness& h, const Operation& op) { h.grid().RemoveLookupValue(i32(op.a), op.text); },
-                 host("RemoveLookupValue(%a, %s)")});
+    k.push_back(HOST_CALL(LookupItemData, 1, col, (i32(op.a), op.text), "(%a, %s)"));
+    k.push_back(HOST_CALL(RemoveLookupValue, 1, col, (i32(op.a), op.text), "(%a, %s)"));
     k.push_back(indexCall("RemoveLookup", &Tabula::RemoveLookup, col));
     k.push_back(indexCall("AddButton", &Tabula::AddButton, col, 2));
     k.push_back(indexCall("RemoveButton", &Tabula::RemoveButton, col));
@@ -421,10 +411,10 @@ std::vector<Kind> appearanceKinds()
         enumSetter("setMousePointer", &Tabula::setMousePointer, "int16_t", 15),
         enumSetter("setListBoxRows", &Tabula::setListBoxRows, "int16_t", 12),
     };
-    k.push_back({"Refresh", false, 2, {}, [](Harness& h, const Operation&) { h.grid().Refresh(); }, host("Refresh()")});
-    k.push_back({"Picture", false, 1, {}, [](Harness& h, const Operation&) { (void)h.grid().Picture(); }, host("Picture()")});
-    k.push_back({"setFormatString", false, 2, [](Rng& r, const Harness&, Operation& op) { op.text = formatString(r); },
-                 [](Harness& h, const Operation& op) { h.grid().setFormatString(op.text); }, host("setFormatString(%s)")});
+    k.push_back(HOST_CALL(Refresh, 2, {}, (), "()"));
+    k.push_back(HOST_CALL(Picture, 1, {}, (), "()"));
+    k.push_back(HOST_CALL(setFormatString, 2, [](Rng& r, const Harness&, Operation& op) { op.text = formatString(r); },
+                          (op.text), "(%s)"));
     k.push_back({"AutoSetup", false, 1,
                  [](Rng& r, const Harness&, Operation& op) {
                      op.a = r.range(0, variantCount() - 1);
@@ -468,7 +458,7 @@ std::vector<Kind> hostInputKinds()
     k.push_back({"MouseDown", false, 2, generate, mouse(&Tabula::MouseDown), print("MouseDown")});
     k.push_back({"MouseMove", false, 1, generate, mouse(&Tabula::MouseMove), print("MouseMove")});
     k.push_back({"MouseUp", false, 2, generate, mouse(&Tabula::MouseUp), print("MouseUp")});
-    k.push_back({"DblClick", false, 1, {}, [](Harness& h, const Operation&) { h.grid().DblClick(); }, host("DblClick()")});
+    k.push_back(HOST_CALL(DblClick, 1, {}, (), "()"));
     k.push_back({"KeyDown", false, 2,
                  [](Rng& r, const Harness&, Operation& op) {
                      static const std::array<int64_t, 12> codes{9, 13, 27, 33, 34, 35, 36, 37, 38, 39, 40, 46};
@@ -479,6 +469,8 @@ std::vector<Kind> hostInputKinds()
                  [](const Operation& op) { return QStringLiteral("call([&] { grid->KeyDown(int16_t(%1), %2); });").arg(op.a).arg(op.b); }});
     return k;
 }
+
+#undef HOST_CALL
 
 const std::vector<Kind>& kinds()
 {
