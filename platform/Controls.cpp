@@ -1,4 +1,5 @@
 #include "platform/Controls.h"
+#include "platform/InputCodes.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -48,76 +49,6 @@ namespace TabulaControl::platform {
 
 namespace {
 
-int16_t shiftState(Qt::KeyboardModifiers modifiers)
-{
-    int16_t shift = 0;
-    if (modifiers & Qt::ShiftModifier)
-        shift |= 1;
-    if (modifiers & Qt::ControlModifier)
-        shift |= 2;
-    if (modifiers & Qt::AltModifier)
-        shift |= 4;
-    return shift;
-}
-
-int16_t buttonState(Qt::MouseButtons buttons)
-{
-    int16_t button = 0;
-    if (buttons & Qt::LeftButton)
-        button |= 1;
-    if (buttons & Qt::RightButton)
-        button |= 2;
-    if (buttons & Qt::MiddleButton)
-        button |= 4;
-    return button;
-}
-
-// The classic virtual key code of a key.
-int16_t keyCode(int key)
-{
-    if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
-        return static_cast<int16_t>(key);
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
-        return static_cast<int16_t>(112 + key - Qt::Key_F1);
-    switch (key) {
-    case Qt::Key_Backspace: return 8;
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab: return 9;
-    case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Shift: return 16;
-    case Qt::Key_Control: return 17;
-    case Qt::Key_Alt: return 18;
-    case Qt::Key_Pause: return 19;
-    case Qt::Key_CapsLock: return 20;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_Space: return 32;
-    case Qt::Key_PageUp: return 33;
-    case Qt::Key_PageDown: return 34;
-    case Qt::Key_End: return 35;
-    case Qt::Key_Home: return 36;
-    case Qt::Key_Left: return 37;
-    case Qt::Key_Up: return 38;
-    case Qt::Key_Right: return 39;
-    case Qt::Key_Down: return 40;
-    case Qt::Key_Insert: return 45;
-    case Qt::Key_Delete: return 46;
-    default: return 0;
-    }
-}
-
-MouseArgs mouseArgs(const QMouseEvent* e, Qt::MouseButtons buttons)
-{
-    return {buttonState(buttons), shiftState(e->modifiers()), static_cast<float>(e->position().x()),
-            static_cast<float>(e->position().y())};
-}
-
-template <class H, class... A>
-void notify(const H& handler, A&&... args)
-{
-    if (handler)
-        handler(std::forward<A>(args)...);
-}
 
 // The region's part of an image of device pixels shown over width x height
 // widget pixels: at a device pixel ratio other than 1 each device pixel
@@ -426,107 +357,6 @@ void ScrollBar::setMax(int16_t max)
 
 void ScrollBar::setLargeChange(int16_t pageStep) { bar()->setPageStep(std::max<int>(1, pageStep)); }
 
-namespace {
-
-// Routes the editor's keys and focus loss to its handlers.
-class EditorFilter : public QObject {
-public:
-    EditorFilter(QObject* parent, Editor& editor) : QObject(parent), editor_(editor) {}
-
-protected:
-    bool eventFilter(QObject* target, QEvent* event) override
-    {
-        if (event->type() == QEvent::FocusOut) {
-            QTimer::singleShot(0, this, [this] {
-                if (editor_.onLostFocus)
-                    editor_.onLostFocus();
-            });
-            return false;
-        }
-        if (event->type() != QEvent::KeyPress || forwarding_)
-            return false;
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (isTabKey(key))
-            return focusNeighbourOutsideGrid(static_cast<QWidget*>(target), key->key() == Qt::Key_Tab &&
-                                                                                !(key->modifiers() & Qt::ShiftModifier));
-        return filterKey(target, key);
-    }
-
-private:
-    static bool isTabKey(const QKeyEvent* e)
-    {
-        const bool tab = e->key() == Qt::Key_Tab || e->key() == Qt::Key_Backtab;
-        return tab && !(e->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
-    }
-
-    // Tab keeps its text-box meaning: the focus goes to the host form's next
-    // (or previous) control outside the grid, and the edit commits on the
-    // focus loss. Without such a control the key does nothing.
-    static bool focusNeighbourOutsideGrid(QWidget* edit, bool forward)
-    {
-        QWidget* grid = edit->parentWidget() ? edit->parentWidget()->parentWidget() : nullptr;
-        if (!grid)
-            return true;
-        QWidget* w = grid;
-        for (int guard = 0; guard < 100000; ++guard) {
-            w = forward ? w->nextInFocusChain() : w->previousInFocusChain();
-            if (!w || w == grid)
-                return true;
-            const bool takesTab = (w->focusPolicy() & Qt::TabFocus) && w->isVisible() && w->isEnabled();
-            if (takesTab && !grid->isAncestorOf(w)) {
-                w->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-                return true;
-            }
-        }
-        return true;
-    }
-
-    bool filterKey(QObject* target, QKeyEvent* e)
-    {
-        notify(editor_.onKeyDown, keyCode(e->key()), shiftState(e->modifiers()));
-        if (!editor_.Visible())
-            return true;
-        if (e->text().isEmpty() || !editor_.onKeyPress)
-            return false;
-        int16_t typed = static_cast<int16_t>(e->text().at(0).unicode());
-        const int16_t original = typed;
-        editor_.onKeyPress(typed);
-        if (typed == original)
-            return false;
-        if (typed != 0)
-            forward(target, e, QString(QChar(static_cast<char16_t>(typed))));
-        return true;
-    }
-
-    void forward(QObject* target, QKeyEvent* e, const QString& text)
-    {
-        QKeyEvent replaced(QEvent::KeyPress, e->key(), e->modifiers(), text);
-        forwarding_ = true;
-        QCoreApplication::sendEvent(target, &replaced);
-        forwarding_ = false;
-    }
-
-    Editor& editor_;
-    bool forwarding_ = false;
-};
-
-int qtKeyOf(int16_t keyAscii)
-{
-    const QChar ch(static_cast<char16_t>(keyAscii));
-    if (ch.isLetterOrNumber() && ch.unicode() < 128)
-        return ch.toUpper().unicode();
-    return 0;
-}
-
-}  // namespace
-
-Editor::Editor(QWidget* edit) : Child(edit)
-{
-    edit->installEventFilter(new EditorFilter(edit, *this));
-    QObject::connect(static_cast<QLineEdit*>(edit), &QLineEdit::textChanged, edit,
-                     [this](const QString& text) { applyMaxLength(text.size()); });
-}
-
 Button::Button(QWidget* button) : Child(button)
 {
     QObject::connect(static_cast<QPushButton*>(button), &QPushButton::clicked, button, [this] {
@@ -535,57 +365,6 @@ Button::Button(QWidget* button) : Child(button)
     });
 }
 
-QLineEdit* Editor::edit() const { return static_cast<QLineEdit*>(widget()); }
-int32_t Editor::SelStart() const { return edit()->hasSelectedText() ? edit()->selectionStart() : edit()->cursorPosition(); }
-int32_t Editor::SelLength() const { return static_cast<int32_t>(edit()->selectedText().size()); }
-void Editor::setSelection(int32_t start, int32_t length)
-{
-    if (length > 0)
-        edit()->setSelection(start, length);
-    else
-        edit()->setCursorPosition(start);
-}
-
-void Editor::setFont(const StdFont& font)
-{
-    edit()->setFont(font.toQFont());
-}
-
-void Editor::setColors(OleColor back, OleColor fore)
-{
-    QPalette palette = edit()->palette();
-    palette.setColor(QPalette::Base, QColor::fromRgb(translateColor(back)));
-    palette.setColor(QPalette::Text, QColor::fromRgb(translateColor(fore)));
-    edit()->setPalette(palette);
-}
-
-void Editor::typeKey(int16_t keyAscii)
-{
-    const QString text(QChar(static_cast<char16_t>(keyAscii)));
-    QKeyEvent press(QEvent::KeyPress, qtKeyOf(keyAscii), Qt::NoModifier, text);
-    QCoreApplication::sendEvent(edit(), &press);
-    QKeyEvent release(QEvent::KeyRelease, qtKeyOf(keyAscii), Qt::NoModifier, text);
-    QCoreApplication::sendEvent(edit(), &release);
-}
-QString Editor::Text() const { return edit()->text(); }
-void Editor::setText(const QString& text)
-{
-    applyMaxLength(text.size());
-    edit()->setText(text);
-}
-void Editor::setMaxLength(int32_t length)
-{
-    maxLength_ = std::max(length, 0);
-    applyMaxLength(edit()->text().size());
-}
-int32_t Editor::MaxLength() const { return maxLength_; }
-
-void Editor::applyMaxLength(qsizetype textLength)
-{
-    constexpr qsizetype Unlimited = 32767;
-    const qsizetype limit = maxLength_ > 0 ? maxLength_ : Unlimited;
-    edit()->setMaxLength(static_cast<int>(std::min(std::max(limit, textLength), Unlimited)));
-}
 
 void SurfaceChild::Refresh()
 {
