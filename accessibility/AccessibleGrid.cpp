@@ -1,7 +1,7 @@
 #include "accessibility/AccessibleGrid.h"
 
-#include "clipboard/TabSeparated.h"
-#include "core/Errors.h"
+#include "state/TabSeparated.h"
+#include "state/Errors.h"
 
 #include <TabulaControl/Tabula.h>
 

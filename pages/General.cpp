@@ -1,6 +1,6 @@
 #include <TabulaControl/Tabula.h>
 
-#include "core/Errors.h"
+#include "state/Errors.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,7 +1,6 @@
 #include "render/CellPainter.h"
 
-#include "core/Grid.h"
-#include "render/Geometry.h"
+#include "layout/Geometry.h"
 
 namespace TabulaControl::detail::render {
 
@@ -206,15 +205,3 @@ CellCover cellCover(const GridModel& model, const Appearance& look, int32_t row,
 }
 
 }  // namespace TabulaControl::detail::render
-
-namespace TabulaControl::detail {
-
-void Grid::drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
-{
-    notePaintOutsidePass();
-    if (keepsCarriedCell(row, col, x, y, width, height))
-        return;
-    surface.drawCell([&] { render::drawCell(model, appearance, canvas(), row, col, x, y, width, height); });
-}
-
-}  // namespace TabulaControl::detail

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/GridModel.h"
-#include "platform/Surface.h"
-#include "render/AppearanceSettings.h"
+#include "state/GridModel.h"
+#include "pixels/Surface.h"
+#include "state/AppearanceSettings.h"
 #include "render/Marks.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "render/Marks.h"
 
-#include "platform/Box.h"
+#include "pixels/Box.h"
 
 #include <QRect>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Surface.h"
+#include "pixels/Surface.h"
 
 #include <QRegion>
 

@@ -1,4 +1,4 @@
-#include "core/CellArray.h"
+#include "state/CellArray.h"
 
 #include <QStringList>
 

@@ -3,7 +3,7 @@
 // the final cells again: wherever those cover, the pixels must be exactly
 // what drawing the final cells on a fresh surface gives.
 
-#include "platform/Surface.h"
+#include "pixels/Surface.h"
 
 #include <gtest/gtest.h>
 

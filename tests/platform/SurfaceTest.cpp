@@ -1,4 +1,4 @@
-#include "platform/Surface.h"
+#include "pixels/Surface.h"
 
 #include <QFontInfo>
 

@@ -1,0 +1,10 @@
+#include "api/Facade.h"
+
+namespace TabulaControl {
+
+void Tabula::Refresh()
+{
+    repaintingCall("Refresh", [&] { grid_->Refresh(); });
+}
+
+}  // namespace TabulaControl

@@ -1,0 +1,264 @@
+#include "accessibility/AccessibleGrid.h"
+#include "api/Facade.h"
+#include "api/MetaCallGuard.h"
+#include "widgets/AboutBox.h"
+
+#include <QResizeEvent>
+
+namespace TabulaControl {
+
+namespace {
+
+// Each event of events() raises the grid's signal of the same event. A
+// direct signal-to-signal connection passes the arguments on by reference,
+// so a Cancel set by a handler of the grid's signal reaches the grid.
+void forwardEvents(const TabulaEvents& from, Tabula& to)
+{
+    QObject::connect(&from, &TabulaEvents::Click, &to, &Tabula::Click);
+    QObject::connect(&from, &TabulaEvents::BtnClick, &to, &Tabula::BtnClick);
+    QObject::connect(&from, &TabulaEvents::DblClick, &to, &Tabula::DblClickEvent);
+    QObject::connect(&from, &TabulaEvents::KeyDown, &to, &Tabula::KeyDownEvent);
+    QObject::connect(&from, &TabulaEvents::KeyPress, &to, &Tabula::KeyPress);
+    QObject::connect(&from, &TabulaEvents::KeyUp, &to, &Tabula::KeyUp);
+    QObject::connect(&from, &TabulaEvents::MouseDown, &to, &Tabula::MouseDownEvent);
+    QObject::connect(&from, &TabulaEvents::MouseMove, &to, &Tabula::MouseMoveEvent);
+    QObject::connect(&from, &TabulaEvents::MouseUp, &to, &Tabula::MouseUpEvent);
+    QObject::connect(&from, &TabulaEvents::Scroll, &to, &Tabula::Scroll);
+    QObject::connect(&from, &TabulaEvents::BeforeEdit, &to, &Tabula::BeforeEdit);
+    QObject::connect(&from, &TabulaEvents::AfterEdit, &to, &Tabula::AfterEdit);
+    QObject::connect(&from, &TabulaEvents::BeforeAddRow, &to, &Tabula::BeforeAddRow);
+    QObject::connect(&from, &TabulaEvents::AfterAddRow, &to, &Tabula::AfterAddRow);
+    QObject::connect(&from, &TabulaEvents::BeforeDeleteRow, &to, &Tabula::BeforeDeleteRow);
+    QObject::connect(&from, &TabulaEvents::AfterDeleteRow, &to, &Tabula::AfterDeleteRow);
+    QObject::connect(&from, &TabulaEvents::Resize, &to, &Tabula::Resize);
+    QObject::connect(&from, &TabulaEvents::RowColChange, &to, &Tabula::RowColChange);
+}
+
+}  // namespace
+
+Tabula::Tabula(QWidget* parent)
+    : QWidget(parent), events_(new TabulaEvents(this)), grid_(std::make_unique<detail::Grid>(*this, *events_))
+{
+    wireGrid();
+    call("UserControl_InitProperties", [&] { grid_->applyDefaultProperties(); });
+}
+
+Tabula::Tabula(const PropertyBag& saved, QWidget* parent)
+    : QWidget(parent), events_(new TabulaEvents(this)), grid_(std::make_unique<detail::Grid>(*this, *events_))
+{
+    wireGrid();
+    call("UserControl_ReadProperties", [&] { grid_->readProperties(saved); });
+}
+
+void Tabula::wireGrid()
+{
+    grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
+    detail::installAccessibleFactory();
+    reportSettingsMovedByInput();
+    grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
+    wireChildren();
+    wireEditor();
+    detail::guardMetaCalls(*this);
+    forwardEvents(*events_, *this);
+    call("UserControl_Initialize", [&] { grid_->initialize(); });
+}
+
+// The user moves the current cell and adds or deletes rows without a setter.
+void Tabula::reportSettingsMovedByInput()
+{
+    connect(events_, &TabulaEvents::RowColChange, this, &Tabula::settingsChanged);
+    connect(events_, &TabulaEvents::AfterAddRow, this, &Tabula::settingsChanged);
+    connect(events_, &TabulaEvents::AfterDeleteRow, this, &Tabula::settingsChanged);
+}
+
+void Tabula::WriteProperties(PropertyBag& store) const
+{
+    call("UserControl_WriteProperties", [&] { grid_->writeProperties(store); });
+}
+
+bool Tabula::UserMode() const { return grid_->ui.window.UserMode(); }
+void Tabula::setUserMode(bool value) { call("UserMode", [&] { grid_->ui.window.setUserMode(value); }); }
+
+Tabula::~Tabula()
+{
+    notify("UserControl_Terminate", [&] { grid_->shutDown(); });
+}
+
+void Tabula::notify(const char* procedure, const std::function<void()>& body)
+{
+    try {
+        call(procedure, body);
+    } catch (const ComponentError& error) {
+        detail::report(*this, error);
+    }
+}
+
+void Tabula::reportPaintFailure(const std::exception_ptr& cause)
+{
+    notify("Refresh", [&] { std::rethrow_exception(cause); });
+}
+
+void Tabula::resizeEvent(QResizeEvent*)
+{
+    notify("UserControl_Resize", [&] { grid_->fitToControl(); });
+}
+
+// A grid moved to a screen of another device pixel ratio paints itself
+// again at the new ratio, after this paint.
+void Tabula::paintEvent(QPaintEvent* event)
+{
+    grid_->ui.window.paint(event->region());
+    if (devicePixelRatioF() == grid_->surface.devicePixelRatio())
+        return;
+    QMetaObject::invokeMethod(this, [this] {
+        notify("UserControl_Paint", [&] {
+            grid_->surface.setDevicePixelRatio(devicePixelRatioF());
+            grid_->Refresh();
+        });
+    }, Qt::QueuedConnection);
+}
+
+int32_t Tabula::Rows() const { return grid_->model.rows().count(); }
+void Tabula::setRows(int32_t value) { repaintingChange("Rows", [&] { grid_->setRows(value); }); }
+int32_t Tabula::Cols() const { return grid_->model.cols().count(); }
+void Tabula::setCols(int32_t value) { repaintingChange("Cols", [&] { grid_->setCols(value); }); }
+int32_t Tabula::Row() const { return grid_->selection.row(); }
+void Tabula::setRow(int32_t value) { change("Row", [&] { grid_->setRow(value); }); }
+int32_t Tabula::Col() const { return grid_->selection.col(); }
+void Tabula::setCol(int32_t value) { change("Col", [&] { grid_->setCol(value); }); }
+
+QString Tabula::Text() const { return call("Text", [&] { return grid_->Text(); }); }
+void Tabula::setText(const QString& value) { repaintingCall("Text", [&] { grid_->setText(value); }); }
+
+QString Tabula::TextMatrix(int32_t Row, int32_t Col) const
+{
+    return call("TextMatrix", [&] { return grid_->TextMatrix(Row, Col); });
+}
+void Tabula::setTextMatrix(int32_t Row, int32_t Col, const QString& value)
+{
+    repaintingCall("TextMatrix", [&] { grid_->setTextMatrix(Row, Col, value); });
+}
+
+QString Tabula::CellTag(int32_t Row, int32_t Col) const
+{
+    return call("CellTag", [&] { return grid_->CellTag(Row, Col); });
+}
+void Tabula::setCellTag(int32_t Row, int32_t Col, const QString& value)
+{
+    call("CellTag", [&] { grid_->setCellTag(Row, Col, value); });
+}
+
+bool Tabula::AutoRedraw() const { return grid_->autoRedraw(); }
+void Tabula::setAutoRedraw(bool value) { repaintingChange("AutoRedraw", [&] { grid_->setAutoRedraw(value); }); }
+
+int32_t Tabula::RowHeight(int32_t Row) const
+{
+    return call("RowHeight", [&] { return int32_t{grid_->model.rows().size(Row)}; });
+}
+void Tabula::setRowHeight(int32_t Row, int32_t value)
+{
+    repaintingCall("RowHeight", [&] { grid_->setRowHeight(Row, value); });
+}
+
+QVariant Tabula::RowBookmark(int32_t Row) const
+{
+    return call("RowBookmark", [&] { return grid_->model.bookmark(Row); });
+}
+void Tabula::setRowBookmark(int32_t Row, const QVariant& value)
+{
+    call("RowBookmark", [&] { grid_->setRowBookmark(Row, value); });
+}
+
+int32_t Tabula::ColWidth(int32_t Col) const
+{
+    return call("ColWidth", [&] { return int32_t{grid_->model.cols().size(Col)}; });
+}
+void Tabula::setColWidth(int32_t Col, int32_t value) { repaintingCall("ColWidth", [&] { grid_->setColWidth(Col, value); }); }
+
+int32_t Tabula::ColAlign(int32_t Col) { return call("ColAlign", [&] { return grid_->ColAlign(Col); }); }
+void Tabula::setColAlign(int32_t Col, int32_t value) { repaintingCall("ColAlign", [&] { grid_->setColAlign(Col, value); }); }
+
+int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->model.columns().mask(Col); }); }
+void Tabula::setColMask(int32_t Col, int32_t value) { repaintingCall("ColMask", [&] { grid_->setColMask(Col, value); }); }
+
+int16_t Tabula::MouseRow() const { return grid_->pointer.row(); }
+int16_t Tabula::MouseCol() const { return grid_->pointer.col(); }
+
+QVariant Tabula::RowEmpty(int32_t Row) const
+{
+    return call("RowEmpty", [&] { return QVariant(grid_->RowEmpty(Row)); });
+}
+
+void Tabula::AddItem(const QString& RowData, const QVariant& BackColor, const QVariant& ForeColor)
+{
+    repaintingChange("AddItem", [&] {
+        // A row that fails half-stored must leave the picture as it was.
+        if (!grid_->itemFits(RowData))
+            grid_->flushPaint();
+        grid_->AddItem(RowData, BackColor, ForeColor);
+    });
+}
+void Tabula::RemoveItem(int32_t Row) { repaintingChange("RemoveItem", [&] { grid_->RemoveItem(Row); }); }
+void Tabula::Clear() { repaintingChange("Clear", [&] { grid_->Clear(); }); }
+
+bool Tabula::Enabled() const { return isEnabled(); }
+void Tabula::setEnabled(bool value)
+{
+    call("Enabled", [&] {
+        QWidget::setEnabled(value);
+        emit propertyChanged(QStringLiteral("Enabled"));
+    });
+}
+
+QImage Tabula::Picture() const { return grid_->surface.picture(); }
+
+void Tabula::ShowAboutBox()
+{
+    call("ShowAboutBox", [&] { platform::showAboutBox(this); });
+}
+
+}  // namespace TabulaControl
+
+namespace TabulaControl {
+
+int32_t Tabula::TopRow() const { return grid_->viewport.topRow(); }
+void Tabula::setTopRow(int32_t value) { call("TopRow", [&] { grid_->setTopRow(value); }); }
+int32_t Tabula::Row1() const { return grid_->selection.block().row1; }
+void Tabula::setRow1(int32_t value) { call("Row1", [&] { grid_->selection.setRow1(value); }); }
+int32_t Tabula::Col1() const { return grid_->selection.block().col1; }
+void Tabula::setCol1(int32_t value) { call("Col1", [&] { grid_->selection.setCol1(value); }); }
+int32_t Tabula::Row2() const { return grid_->selection.block().row2; }
+void Tabula::setRow2(int32_t value) { call("Row2", [&] { grid_->selection.setRow2(value); }); }
+int32_t Tabula::Col2() const { return grid_->selection.block().col2; }
+void Tabula::setCol2(int32_t value) { call("Col2", [&] { grid_->selection.setCol2(value); }); }
+
+bool Tabula::BlockSelected() const { return grid_->selection.isBlock(); }
+
+SelectModes Tabula::SelectionMode() const { return static_cast<SelectModes>(grid_->selection.mode()); }
+void Tabula::setSelectionMode(SelectModes value)
+{
+    change("SelectionMode", [&] {
+        grid_->selection.setMode(detail::to16(value));
+        grid_->notifyPropertyChanged("SelectionMode");
+    });
+}
+
+bool Tabula::AllowSelection() const { return grid_->selection.allowed(); }
+void Tabula::setAllowSelection(bool value)
+{
+    change("AllowSelection", [&] {
+        grid_->selection.setAllowed(value);
+        grid_->notifyPropertyChanged("AllowSelection");
+    });
+}
+
+bool Tabula::AllowUserResizing() const { return grid_->resizeZones.enabled(); }
+void Tabula::setAllowUserResizing(bool value)
+{
+    change("AllowUserResizing", [&] {
+        grid_->resizeZones.setEnabled(value);
+        grid_->notifyPropertyChanged("AllowUserResizing");
+    });
+}
+
+}  // namespace TabulaControl

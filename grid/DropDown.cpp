@@ -1,0 +1,121 @@
+#include "grid/Grid.h"
+
+namespace TabulaControl::detail {
+
+void Grid::onDropDownButtonClick() { startEdit(32); }
+
+void Grid::hideList()
+{
+    if (ui.listForm.Visible())
+        ui.listForm.Hide();
+}
+
+// A list longer than ListBoxRows gets room for all its items; a shorter one
+// gets ListBoxRows rows. A row takes 5/3 pixel per point of the font and the
+// frame 2 pixels; the sum is rounded to fifteenths of a pixel, then cut.
+int32_t Grid::listHeight() const
+{
+    const int32_t rows = dropDownSettings.rowsFor(ui.listForm.ListCount());
+    return roundTo32(rows * (ui.listForm.FontSize() * 25) + 30) / 15;
+}
+
+// Selects the first item whose first length characters (all of it when
+// length is negative) equal text, ignoring case.
+void Grid::selectListItem(const QString& text, int32_t length)
+{
+    const QString wanted = text.toUpper();
+    for (int32_t i = 0; i < ui.listForm.ListCount(); ++i) {
+        const QString item = ui.listForm.List(i).toUpper();
+        if ((length < 0 ? item : item.left(length)) == wanted) {
+            ui.listForm.setListIndex(i);
+            return;
+        }
+    }
+}
+
+void Grid::openList(int16_t keyAscii)
+{
+    editorState.close();
+    if (!ui.cmdLookup.Visible())
+        return;
+    fillList(selection.col());
+    auto& form = ui.listForm;
+    if (form.Visible()) {
+        form.Hide();
+        ui.picGrid.SetFocus();
+        return;
+    }
+    ui.cmdLookup.SetFocus();
+    const QRect button = platform::screenRect(ui.cmdLookup.widget());
+    const int32_t colWidth = model.cols().size(selection.col());
+    form.setListSize(colWidth - 1, listHeight());
+    const int32_t height = form.ListHeight();
+    form.setListIndex(0);
+    selectListItem(Text(), -1);
+    if (keyAscii >= 33 && keyAscii <= 126)
+        selectListItem(QString(QChar(static_cast<char16_t>(keyAscii))), 1);
+    form.Place(QRect(button.left() - colWidth + button.width() + 1, button.top() + button.height(), colWidth, height));
+    form.Show();
+    form.setTimer(1, true);
+    form.FocusList();
+}
+
+void Grid::pickListValue()
+{
+    editorState.close();
+    const int32_t index = ui.listForm.ListIndex();
+    QString text = Text();
+    if (index >= 0) {
+        const QString item = ui.listForm.List(index);
+        text = dropDownSettings.picksItemData() ? LookupItemData(selection.col(), item).toString() : item;
+    }
+    setText(text);
+    hideList();
+    ui.picGrid.SetFocus();
+    repaintEditedCell(true);
+    raiseAfterEdit();
+}
+
+void Grid::onListKeyDown(int16_t keyCode, int16_t)
+{
+    if (keyCode == 13)
+        return pickListValue();
+    if (keyCode != 27)
+        return;
+    editorState.close();
+    hideList();
+    ui.picGrid.SetFocus();
+}
+
+void Grid::onListMouseRelease(int16_t button, int16_t, float, float)
+{
+    if (button == 1)
+        pickListValue();
+}
+
+void Grid::onListFocusLost()
+{
+    hideList();
+    ui.picGrid.SetFocus();
+    repaintEditedCell(true);
+}
+
+// Closes the list once its focus has come and gone elsewhere: quietly when another
+// window took it, with the grid's repaint when it went back to the grid.
+void Grid::closeListIfFocusLeft()
+{
+    auto& form = ui.listForm;
+    if (!form.focusHasLeft())
+        return;
+    if (!form.GridWindowActive()) {
+        form.Hide();
+        form.setTimer(0, false);
+        return;
+    }
+    form.RaiseGridWindow();
+    form.Hide();
+    form.setTimer(0, false);
+    onListFocusLost();
+}
+
+}  // namespace TabulaControl::detail

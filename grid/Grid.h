@@ -1,0 +1,373 @@
+#pragma once
+
+#include <TabulaControl/Tabula.h>
+
+#include "state/GridModel.h"
+#include "state/EditorState.h"
+#include "state/DropDownSettings.h"
+#include "state/LookupLists.h"
+#include "state/PointerState.h"
+#include "state/ResizeZones.h"
+#include "state/Selection.h"
+#include "widgets/Controls.h"
+#include "pixels/Surface.h"
+#include "state/AppearanceSettings.h"
+#include "render/Marks.h"
+#include "grid/OnDemand.h"
+#include "state/Viewport.h"
+
+#include <QVariant>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace TabulaControl::detail {
+
+using platform::MouseArgs;
+using platform::Rect;
+using navigation::CellIndex;
+
+// Marks an omitted optional argument of the painters.
+inline constexpr int32_t Omitted = INT32_MIN;
+
+// One grid: its state, its child controls and the procedures that keep them
+// in step. The public Tabula members call these under the error trap; the
+// procedures themselves let failures propagate to that trap.
+class Grid {
+public:
+    Grid(QWidget& control, TabulaEvents& events);
+
+    GridModel model;
+    platform::Controls ui;
+    platform::Surface& surface;
+    render::Marks marks;
+    navigation::ResizeZones resizeZones;
+    navigation::Selection selection;
+    navigation::PointerState pointer;
+    editing::EditorState editorState;
+    lookups::DropDownSettings dropDownSettings;
+    render::Viewport viewport;
+    render::Appearance appearance;
+    TabulaEvents& events;
+    QWidget& control;
+
+    // Lifecycle
+    void initialize();
+    void applyDefaultProperties();
+    void fitToControl();
+    void shutDown();
+    void readProperties(const PropertyBag& bag);
+    void writeProperties(PropertyBag& bag) const;
+    void notifyPropertyChanged(const char* name);
+
+    // Rows, columns and cell access
+    void setRows(int32_t n);
+    void setCols(int32_t n);
+    void setRow(int32_t n);
+    void setCol(int32_t n);
+    QString Text() const;
+    void setText(const QString& value);
+    QString TextMatrix(int32_t row, int32_t col) const;
+    void setTextMatrix(int32_t row, int32_t col, const QString& value);
+    QString CellTag(int32_t row, int32_t col) const;
+    void setCellTag(int32_t row, int32_t col, const QString& value);
+    void setAutoRedraw(bool value);
+    void setRowHeight(int32_t row, int32_t value);
+    void setRowBookmark(int32_t row, const QVariant& value);
+    void setColWidth(int32_t col, int32_t value);
+    int32_t ColAlign(int32_t col);
+    void setColAlign(int32_t col, int32_t value);
+    void setColMask(int32_t col, int32_t value);
+    bool RowEmpty(int32_t row) const;
+    void AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor);
+    // Whether AddItem can store every field of rowData.
+    bool itemFits(const QString& rowData) const;
+    void RemoveItem(int32_t row);
+    void Clear();
+
+    // Editing entry points
+    QString Validate(const QString& text, int32_t col) const;
+
+    // Geometry
+    bool cellCoordinates(int32_t row, int32_t col, int32_t& x, int32_t& y);
+
+    // Painting
+    void Refresh();
+    void redrawAllCells(bool full);
+    void drawRow(int32_t row, int32_t y, bool header);
+    void drawColumn(int32_t col, int32_t x, bool header = false);
+    void drawGrid(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted, int32_t col2 = Omitted);
+    void drawGridBorder(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted,
+                        int32_t col2 = Omitted);
+    void drawBottomRows(int32_t fromRow, int32_t lines);
+    void drawRightColumns(int32_t fromCol, int32_t pixels);
+    void drawBottomRight();
+    void redrawCells(Rect cells);
+    void drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
+    // Paints one cell where it stands now; a cell outside the grid is drawn
+    // nowhere.
+    void redrawCell(int32_t row, int32_t col);
+    void applyBorderStyle();
+    void showScrollBars();
+    // Whether both scroll bars are shown, as the painters see it.
+    bool barsShown() const;
+    render::Canvas canvas() { return {surface, marks}; }
+    // Moves the pixels of area by (dx, dy) with the marks on them.
+    void scrollPixels(int32_t dx, int32_t dy, Rect area);
+    // Whether the cells are on the surface as the last pass over them drew
+    // them from the current inputs, with top and left the first row and
+    // column shown, the header row included when asked: then a one-step
+    // scroll need not draw the cells it carries whole.
+    bool cellsCurrent(int32_t top, int32_t left, bool headerRow) const;
+    // Runs body, which draws cells only where they belong: a pass over the
+    // cells, or a scroll step's strip and pass. With keepCarried, the cells
+    // whose pixels the memo holds in place are left as they are.
+    void inPass(bool keepCarried, const std::function<void()>& body);
+
+    // Marks over the cells, kept in `marks`: the current cell's focus
+    // rectangle, and the selection block, inverted, with its anchor cell in
+    // normal colours. Each is an exclusive-or: showing or hiding one flips
+    // it where the geometry places it now, so hiding a mark that is not
+    // shown shows it. Only these procedures flip marks; the painters take
+    // away the marks on what they cover.
+    void showFocus();
+    void hideFocus();
+    // Runs moveCurrentCell between hiding and showing the focus rectangle.
+    void moveFocus(const std::function<void()>& moveCurrentCell);
+    void showSelectionMarks();
+    void hideSelectionMarks();
+    // Runs change, which reshapes the selection, between hiding and showing
+    // the selection block.
+    void changeSelection(const std::function<void()>& change);
+    // Runs body with the block of a line selection taken off, then puts it
+    // back over whatever body painted.
+    void withLineSelectionLifted(const std::function<void()>& body);
+    // Widens the selection to the current row or column in the modes that
+    // select whole lines.
+    void fitSelectionToMode();
+    // The marks over a repaint of every cell.
+    void showMarksAfterPaint();
+    // The marks after one scroll step repainted the cells.
+    void flipSelectionAfterScrollStep();
+    // Moves the current cell to the anchor after a press on a header.
+    void showMarksAtAnchor();
+
+    // Headers
+    void setFormatString(const QString& value);
+    void updateHeader();
+    void AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader, bool colHeader,
+                   const QVariant& formatString);
+
+    // Appearance (setters that need more than a store)
+    void setColHeader(bool value);
+    void setRowHeader(bool value);
+    void setShowGrid(bool value);
+    void setGridSolid(bool value);
+    void setGridLineColor(OleColor value);
+    void setBorderStyle(int32_t value);
+    void setMousePointer(int16_t value);
+    void setUseBackColorAlt(bool value);
+    void setBackColor(OleColor value);
+    void setBackColorAlt(OleColor value);
+    void setBackColorFixed(OleColor value);
+    void setForeColor(OleColor value);
+    void setForeColorFixed(OleColor value);
+    void setFixedStyle(int32_t value);
+    void setFont(FontRef value);
+    void setFontEdit(FontRef value);
+    void setFontFixed(FontRef value);
+    void setBackColorBkg(OleColor value);
+
+    // Scrolling
+    void setTopRow(int32_t value);
+    void setLeftCol(int32_t value);
+    void applyVerticalScroll();
+    void applyHorizontalScroll();
+    void onVerticalScroll();
+    void onHorizontalScroll();
+    void onScrollBarFocus();
+
+    // Mouse, selection and resizing
+    int32_t rowAt(float x, float y);
+    int32_t columnAt(float x, float y);
+    void MouseDown(int16_t button, int16_t shift, float x, float y);
+    void MouseUp(int16_t button, int16_t shift, float x, float y);
+    void MouseMove(int16_t button, int16_t shift, float x, float y);
+    void DblClick();
+    void placeResizeZones();
+    void onSurfaceMousePress(const MouseArgs& e);
+    void onSurfaceMouseRelease(const MouseArgs& e);
+    void onSurfaceMouseMove(const MouseArgs& e);
+    void onSurfaceClick();
+    void onSurfaceDoubleClick();
+
+    // Keyboard
+    void KeyDown(int16_t keyCode, int16_t shift);
+    void onSurfaceKeyDown(int16_t keyCode, int16_t shift);
+    void onSurfaceCharacter(int16_t keyAscii);
+    void onSurfaceKeyUp(int16_t keyCode, int16_t shift);
+
+    // The cell editor's entry points
+    void startEdit(int16_t keyAscii);
+    void hideEditor();
+    // Commits and closes an open editor before a full repaint.
+    void endEdit();
+
+    // Lookup lists and the drop-down list
+    void AddLookup(int32_t col, const QString& value, const QVariant& itemData);
+    QVariant LookupItemData(int32_t col, const QString& value) const;
+    void RemoveLookupValue(int32_t col, const QString& value);
+    void RemoveLookup(int32_t col);
+    void ClearAllLookups();
+    bool ColHasLookup(int32_t col) const;
+    void fillList(int32_t col);
+    // Hides the drop-down list when it is open.
+    void hideList();
+    void onDropDownButtonClick();
+    void onListKeyDown(int16_t keyCode, int16_t shift);
+    void onListMouseRelease(int16_t button, int16_t shift, float x, float y);
+    void onListFocusLost();
+    void closeListIfFocusLeft();
+
+    // Column buttons
+    void AddButton(int32_t col);
+    void RemoveButton(int32_t col);
+    bool ColHasButton(int32_t col) const;
+    void onCellButtonClick();
+
+    // The cell editor
+    void onEditorKeyDown(int16_t keyCode, int16_t shift);
+    // Raises BeforeEdit and, unless it is cancelled, stores the validated
+    // editor text in the current cell.
+    void storeEditorText();
+    // Raises AfterEdit with the current cell's stored text. An edit whose
+    // cell the host moved out of the grid has no text to report.
+    void raiseAfterEdit();
+    void onEditorCharacter(int16_t& keyAscii);
+    void onEditorFocusLost();
+    void setColEditWidth(int32_t col, int32_t value);
+
+    // Drop-down button and column button of the current cell
+    void showCellButtons();
+
+    // Whether changes repaint the grid at once (AutoRedraw).
+    bool autoRedraw() const { return autoRedraw_; }
+
+    // Tells the host that a saved property changed.
+    std::function<void(const QString&)> onPropertyChanged;
+
+    // Painting on demand. While repaints are deferred, a full repaint
+    // settles at once everything the host can observe and leaves the pixels
+    // owed to the surface, which makes them when it is next read or drawn
+    // on. Scopes nest.
+    void deferRepaints();
+    void endDeferredRepaints();
+    // Makes owed pixels now; a failure goes to onPaintFailure.
+    void flushPaint();
+    std::function<void(const std::exception_ptr&)> onPaintFailure;
+
+private:
+    void flipFocusMark();
+    void placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col);
+    void flipSelectionBlock();
+    void flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t col2);
+    void flipSelectionMarks();
+    void paintAll();
+    void layoutAll();
+    void runLayout();
+    // Whether the layout key is the one the last layout left.
+    bool layoutKeyCurrent();
+    // Whether a layout now would settle nothing new; cache checks lay out
+    // anyway and compare.
+    bool layoutSettled();
+    void measureRow(int32_t row);
+    void redrawIfAuto();
+    void closeEditor();
+    void repaintEditedCell(bool highlight);
+    void commitAndRepaint();
+    void openEditor(int16_t keyAscii);
+    void addRowBeforeEditing();
+    void openList(int16_t keyAscii);
+    void pickListValue();
+    int32_t listHeight() const;
+    void selectListItem(const QString& text, int32_t length);
+    void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
+    CellInputs cellInputs() const;
+    void notePass(bool full);
+    void passOverCells(bool full);
+    void notePaintOutsidePass();
+    bool keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
+
+    lookups::LookupLists lookupLists_;
+    bool autoRedraw_ = true;
+    int deferDepth_ = 0;
+    std::optional<RepaintInputs> owedRepaint_;
+    std::optional<RowWalk> measuredRow_;
+    std::optional<PaintedCells> painted_;
+    bool keepCarriedCells_ = false;
+    int passDepth_ = 0;
+    std::optional<bool> barsShownOverride_;
+    // What the last layout left, empty when unknown; see layoutSettled().
+    std::vector<int64_t> settledLayout_;
+    // The key of the layout now, kept between calls for its storage.
+    std::vector<int64_t> layoutKey_;
+    int hostCalls_ = 0;
+    friend class InputsRestored;
+    friend class HostCall;
+    friend class RepaintsDeferred;
+    friend class RedrawDeferred;
+};
+
+// Turns AutoRedraw off for a scope, so that a run of changes is painted once
+// by the caller afterwards. The host's setting comes back however the scope ends.
+class RedrawDeferred {
+public:
+    explicit RedrawDeferred(Grid& grid) : grid_(grid), autoRedraw_(grid.autoRedraw_) { grid.autoRedraw_ = false; }
+    ~RedrawDeferred() { grid_.autoRedraw_ = autoRedraw_; }
+    RedrawDeferred(const RedrawDeferred&) = delete;
+    RedrawDeferred& operator=(const RedrawDeferred&) = delete;
+
+private:
+    Grid& grid_;
+    bool autoRedraw_;
+};
+
+// Marks a member of the host's interface as running on the grid.
+class HostCall {
+public:
+    explicit HostCall(Grid& grid) : grid_(grid) { ++grid_.hostCalls_; }
+    ~HostCall() { --grid_.hostCalls_; }
+    HostCall(const HostCall&) = delete;
+    HostCall& operator=(const HostCall&) = delete;
+
+private:
+    Grid& grid_;
+};
+
+// A host call that ends in a full repaint. Only an outermost one defers
+// repaints: one made from an event inside another member must leave
+// finished pixels to the code that goes on drawing after it.
+class RepaintsDeferred {
+public:
+    explicit RepaintsDeferred(Grid& grid) : grid_(grid), defers_(grid.hostCalls_ == 0), call_(grid)
+    {
+        if (defers_)
+            grid_.deferRepaints();
+    }
+    ~RepaintsDeferred()
+    {
+        if (defers_)
+            grid_.endDeferredRepaints();
+    }
+    RepaintsDeferred(const RepaintsDeferred&) = delete;
+    RepaintsDeferred& operator=(const RepaintsDeferred&) = delete;
+
+private:
+    Grid& grid_;
+    bool defers_;
+    HostCall call_;
+};
+
+}  // namespace TabulaControl::detail

@@ -1,0 +1,278 @@
+#include "state/Errors.h"
+#include "grid/Grid.h"
+#include "state/Check.h"
+#include "grid/GridPainter.h"
+
+#include <QAbstractSlider>
+
+#include <tuple>
+
+namespace TabulaControl::detail {
+
+namespace {
+
+// The painters run with the surface discarding what they draw.
+class Discarding {
+public:
+    explicit Discarding(platform::Surface& surface) : surface_(surface) { surface_.setDiscarding(true); }
+    ~Discarding() { surface_.setDiscarding(false); }
+    Discarding(const Discarding&) = delete;
+    Discarding& operator=(const Discarding&) = delete;
+
+private:
+    platform::Surface& surface_;
+};
+
+RepaintInputs inputsOf(const Grid& g)
+{
+    const render::Appearance& look = g.appearance;
+    return {*look.font(), *look.headerFont(), SharedBackColor, SharedForeColor, g.selection.block(), g.barsShown()};
+}
+
+}  // namespace
+
+// Puts back, while owed pixels are made, the inputs their repaint saw, and
+// afterwards the state as the repaint left it: the resize zones follow the
+// window as it was then.
+class InputsRestored {
+public:
+    InputsRestored(Grid& g, const RepaintInputs& then)
+        : g_(g), now_(inputsOf(g)), zones_(g.resizeZones), fonts_(g.appearance.cellFonts())
+    {
+        g_.appearance.setCellFonts({std::make_shared<StdFont>(then.font), std::make_shared<StdFont>(then.fontFixed)});
+        apply(then);
+        g_.barsShownOverride_ = then.barsShown;
+    }
+    ~InputsRestored()
+    {
+        g_.appearance.setCellFonts(fonts_);
+        apply(now_);
+        g_.resizeZones.restoreZones(zones_);
+        g_.barsShownOverride_.reset();
+    }
+    InputsRestored(const InputsRestored&) = delete;
+    InputsRestored& operator=(const InputsRestored&) = delete;
+
+private:
+    void apply(const RepaintInputs& in)
+    {
+        SharedBackColor = in.backColor;
+        SharedForeColor = in.foreColor;
+        g_.selection.setBlock(in.block);
+    }
+
+    Grid& g_;
+    RepaintInputs now_;
+    navigation::ResizeZones zones_;
+    render::Appearance::CellFonts fonts_;
+};
+
+namespace {
+
+// Raises what painting cell (row, col) would raise for a cell outside the
+// store.
+void checkCell(const GridModel& model, int32_t row, int32_t col)
+{
+    model.cells().Style(to16(row), to16(col));
+    model.columns().mask(col);
+}
+
+#ifdef TABULA_CACHE_CHECKS
+// The fields a full repaint settles, to check that the layout settled them
+// exactly as painting does.
+auto settledFields(const Grid& g)
+{
+    const render::Viewport& view = g.viewport;
+    return std::tuple(view.drawnBottom(), view.drawnRight(), view.vScrollNeeded(), view.hScrollNeeded(),
+                      view.pageRows(), view.pageCols(), g.selection.block(), g.selection.rowsSelected(),
+                      g.selection.columnsSelected());
+}
+#endif
+
+void addBar(std::vector<int64_t>& v, const platform::ScrollBar& bar)
+{
+    bar.appendPlacement(v);
+    const auto* slider = qobject_cast<const QAbstractSlider*>(bar.widget());
+    v.push_back(slider ? slider->pageStep() : -1);
+}
+
+// The rows a layout reads: the sizes of those that can show from the first
+// row shown, and their number only up to one past them, unless a selection
+// of whole columns spans every row. So rows added or dropped below the view
+// lay nothing out again.
+void addRows(const Grid& g, std::vector<int64_t>& v)
+{
+    const GridModel& model = g.model;
+    const int64_t shownEnd = model.rows().appendShownSizes(v, g.viewport.topRow(), g.ui.window.ScaleHeight());
+    const bool spansRows = g.selection.mode() == SelectionByCol || g.selection.columnsSelected();
+    for (const int64_t count : {int64_t{model.rows().count()}, int64_t{model.rows().lastSizedIndex()}, int64_t{model.cells().Rows()}})
+        v.push_back(spansRows ? count : std::min(count, shownEnd + 1));
+}
+
+// The sizes and places a layout reads and leaves outside the components:
+// the surface, the control and the child controls, the store's columns and
+// the rows.
+void addPlaces(const Grid& g, std::vector<int64_t>& v)
+{
+    v.insert(v.end(), {g.model.cells().Cols(), g.surface.width(), g.surface.height(), g.ui.window.ScaleWidth(),
+                       g.ui.window.ScaleHeight(), g.barsShown(), g.ui.txtEdit.MaxLength()});
+    addRows(g, v);
+    addBar(v, g.ui.scrVertical);
+    addBar(v, g.ui.scrHorizontal);
+    g.ui.txtEdit.appendPlacement(v);
+}
+
+// Fills v with the key of what a layout reads and what it leaves. Each
+// component enters by its revision, which every change to it moves, so an
+// input a layout starts to read needs no entry here as long as a component
+// of the grid holds it; the model enters by its columns' revisions and the
+// rows as addRows says. When the key is the same before a layout as after
+// the last one, that layout would settle nothing new, and only the pixels
+// are owed.
+void fillLayoutKey(const Grid& g, std::vector<int64_t>& v)
+{
+    const auto revision = [](uint64_t r) { return static_cast<int64_t>(r); };
+    v.clear();
+    v.insert(v.end(), {revision(g.model.columnsRevision()), revision(g.model.columns().revision()),
+                       revision(g.viewport.revision()), revision(g.appearance.revision()),
+                       revision(g.resizeZones.revision()), revision(g.selection.revision()),
+                       revision(g.pointer.revision()), revision(g.editorState.revision())});
+    addPlaces(g, v);
+}
+
+#ifdef TABULA_CACHE_CHECKS
+// What a layout settles, by value, for the checks that a layout the key
+// skips would have changed nothing.
+std::vector<int64_t> settledState(const Grid& g)
+{
+    std::vector<int64_t> v;
+    addPlaces(g, v);
+    g.viewport.appendState(v);
+    g.appearance.appendState(v);
+    g.resizeZones.appendState(v);
+    g.selection.appendState(v);
+    g.pointer.appendState(v);
+    g.editorState.appendState(v);
+    return v;
+}
+#endif
+
+}  // namespace
+
+void Grid::deferRepaints()
+{
+    ++deferDepth_;
+    // Changes that do not repaint, and the edit events a repaint raises,
+    // must meet the pixels as they were.
+    if (!autoRedraw_ || editorState.isOpen())
+        flushPaint();
+}
+
+void Grid::endDeferredRepaints() { --deferDepth_; }
+
+// The observable half of a full repaint, run with the surface discarding
+// what the painters draw; the pixels are owed until they are read.
+void Grid::layoutAll()
+{
+    RepaintInputs inputs = inputsOf(*this);
+    if (!layoutSettled()) {
+        runLayout();
+        fillLayoutKey(*this, settledLayout_);
+    }
+    owedRepaint_ = std::move(inputs);
+    surface.setPendingRender([this] { flushPaint(); });
+    ui.picGrid.Refresh();
+}
+
+bool Grid::layoutKeyCurrent()
+{
+    if (settledLayout_.empty())
+        return false;
+    fillLayoutKey(*this, layoutKey_);
+    return layoutKey_ == settledLayout_;
+}
+
+bool Grid::layoutSettled()
+{
+    if (!layoutKeyCurrent())
+        return false;
+#ifdef TABULA_CACHE_CHECKS
+    const std::vector<int64_t> settled = settledState(*this);
+    runLayout();
+    TABULA_CHECK(settledState(*this) == settled);
+    fillLayoutKey(*this, settledLayout_);
+#endif
+    return true;
+}
+
+void Grid::runLayout()
+{
+    settledLayout_.clear();
+    owedRepaint_.reset();
+    surface.setPendingRender({});
+    try {
+        Discarding discarding(surface);
+        measuredRow_.reset();
+        viewport.takeLineWidth(appearance.showsGridLines());
+        redrawAllCells(true);
+        showScrollBars();
+        fitSelectionToMode();
+    } catch (...) {
+        measuredRow_.reset();
+        paintAll();
+        throw;
+    }
+    measuredRow_.reset();
+}
+
+void Grid::flushPaint()
+{
+    if (!owedRepaint_)
+        return;
+    const RepaintInputs inputs = *owedRepaint_;
+    owedRepaint_.reset();
+    surface.setPendingRender({});
+    // Painting settles what the layout did, so a layout that was current
+    // stays current, though the inputs put back and forth moved revisions.
+    const bool settled = layoutKeyCurrent();
+#ifdef TABULA_CACHE_CHECKS
+    const auto fields = settledFields(*this);
+#endif
+    try {
+        const InputsRestored restored(*this, inputs);
+        paintAll();
+#ifdef TABULA_CACHE_CHECKS
+        TABULA_CHECK(settledFields(*this) == fields);
+#endif
+    } catch (...) {
+        // Owed pixels are made outside the member that owed them: no caller to throw to.
+        if (onPaintFailure)
+            onPaintFailure(std::current_exception());
+        else
+            logContained("painting owed pixels", std::current_exception());
+        return;
+    }
+    if (settled)
+        fillLayoutKey(*this, settledLayout_);
+}
+
+// Every row of one layout walks the same columns; the first walk checks
+// the columns, later rows only their own place in the store.
+void Grid::measureRow(int32_t row)
+{
+    if (measuredRow_) {
+        if (measuredRow_->drawsCells)
+            checkCell(model, row, 0);
+        viewport.setColumnsReach(measuredRow_->reach);
+        return;
+    }
+    RowWalk walk;
+    render::walkRow(*this, [&](int32_t col, int32_t) {
+        checkCell(model, row, col);
+        walk.drawsCells = true;
+    });
+    walk.reach = viewport.columnsReach();
+    measuredRow_ = walk;
+}
+
+}  // namespace TabulaControl::detail
