@@ -99,7 +99,6 @@ void Grid::repaintEditedCell(bool highlight)
     drawGridBorder();
     if (highlight)
         showFocus();
-    ui.picGrid.Refresh();
 }
 
 void Grid::commitAndRepaint()

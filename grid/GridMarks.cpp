@@ -49,8 +49,6 @@ void Grid::flipFocusMark()
     if (!beyond)
         marks.toggleFocusRect(render::MakeRect(x, y, width, height));
     placeEditor(x, y, width, height, col);
-    if (!surface.discarding())
-        ui.picGrid.Refresh();
 }
 
 // Inside the cell's left and top edges, with the column's edit width.
@@ -80,8 +78,6 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     if (render::cornerSquareNeeded(*this))
         render::paintCornerSquare(canvas(), size);
-    if (!surface.discarding())
-        ui.picGrid.Refresh();
 }
 
 void Grid::flipSelectionBlock()

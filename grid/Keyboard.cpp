@@ -178,7 +178,6 @@ void Grid::KeyDown(int16_t keyCode, int16_t)
             hideEditorBox(*this);
         closeDropDown(*this);
     }
-    ui.picGrid.Refresh();
     if (selection.current() != old)
         events.RowColChange(old.row, old.col);
 }

@@ -253,7 +253,6 @@ void extendSelectionByDrag(Grid& g, float x, float y)
     if ((pointed.row == block.row2 && pointed.col == block.col2) || pointed.row < 1 || pointed.col < 1)
         return;
     g.changeSelection([&] { g.selection.setCorner(pointed); });
-    g.ui.picGrid.Refresh();
 }
 
 }  // namespace navigation

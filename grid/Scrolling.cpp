@@ -46,7 +46,6 @@ void moveOneStep(Grid& g, Rect area, int32_t dx, int32_t dy, bool carried, bool 
         g.redrawAllCells(full);
     });
     g.flipSelectionAfterScrollStep();
-    g.ui.picGrid.Refresh();
 }
 
 // A step puts every cell it moves whole on the place where that cell is
