@@ -103,7 +103,8 @@ TEST_F(AppearanceSurface, BackgroundColourShowsAroundTheSurfaceOnlyWithoutBorder
 }
 
 // Changes reach the screen in the turn of the event loop after them: with
-// a scroll bar they bring up, and alone.
+// a scroll bar they bring up, alone, and from input, which only changes the
+// surface and leaves showing it to the surface's change notice.
 TEST_F(AppearanceSurface, ChangesReachTheScreenInOneTurnOfTheEventLoop)
 {
     const QRect cells(QPoint(0, 0), surface()->size() - QSize(20, 20));
@@ -121,6 +122,14 @@ TEST_F(AppearanceSurface, ChangesReachTheScreenInOneTurnOfTheEventLoop)
     grid().setTextMatrix(2, 1, QStringLiteral("changed"));
     QApplication::processEvents();
     EXPECT_TRUE(screenShowsPicture());
+    key(Qt::Key_Down);
+    QApplication::processEvents();
+    EXPECT_TRUE(screenShowsPicture()) << "after a key";
+    press(centre(2, 1));
+    dragTo(centre(4, 1));
+    QApplication::processEvents();
+    EXPECT_TRUE(screenShowsPicture()) << "after a drag";
+    release(centre(4, 1));
 }
 
 TEST_F(AppearanceSurface, MousePointerIsTheControlsOwnCursor)
