@@ -9,8 +9,6 @@ namespace TabulaControl::detail::render {
 
 namespace {
 
-constexpr int32_t EditorLeftInset = 3;
-constexpr int32_t EditorTopInset = 2;
 constexpr int32_t GridLineReach = 2;
 
 // One axis of the selection block: start pixel of the smaller index and
@@ -49,16 +47,15 @@ void Grid::flipFocusMark()
     if (!beyond)
         marks.toggleFocusRect(render::MakeRect(x, y, width, height));
     placeEditor(x, y, width, height, col);
-    if (!surface.discarding())
-        ui.picGrid.Refresh();
+    ui.picGrid.Refresh();
 }
 
 // Inside the cell's left and top edges, with the column's edit width.
 void Grid::placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col)
 {
-    const int32_t editorWidth = width < render::EditorLeftInset ? 0 : width - render::EditorLeftInset;
-    ui.txtEdit.Move(advance(x, render::EditorLeftInset), advance(y, render::EditorTopInset), editorWidth, height);
-    ui.txtEdit.setMaxLength(model.columns().editWidth(col));
+    const layout::EditorBox box = layout::editorBox(x, y, width, height, model.columns().editWidth(col));
+    ui.txtEdit.Move(box.left, box.top, box.width, box.height);
+    ui.txtEdit.setMaxLength(box.maxLength);
 }
 
 // The square between the scroll bars is painted again over every flip.
@@ -80,8 +77,7 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     if (render::cornerSquareNeeded(*this))
         render::paintCornerSquare(canvas(), size);
-    if (!surface.discarding())
-        ui.picGrid.Refresh();
+    ui.picGrid.Refresh();
 }
 
 void Grid::flipSelectionBlock()
