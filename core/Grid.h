@@ -278,7 +278,6 @@ private:
     void paintAll();
     void layoutAll();
     void runLayout();
-    layout::Layout computeLayoutNow() const;
     // Sets the state and the child controls as the layout says.
     void applyLayout(const layout::Layout& laid);
 #ifdef TABULA_CACHE_CHECKS

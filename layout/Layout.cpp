@@ -58,6 +58,7 @@ private:
 void Run::walkRow(int32_t row)
 {
     view_.takeLineWidth(look_.showsGridLines());
+    // Drawing a row reads its height first.
     static_cast<void>(model_.rows().size(row));
     if (!walked_)
         return walkFirstRow(row);
@@ -160,8 +161,10 @@ void Run::placeEditor()
     cellCoordinates(model_, look_, view_, around_.surface, row, col, x, y);
     const int32_t width = model_.cols().size(col);
     const int32_t height = model_.rows().size(row);
-    out_.editor = editorBox(x, y, width, height, model_.columns().editWidth(col));
+    out_.editor = editorBox(x, y, width, height);
     out_.editorPlaced = true;
+    out_.editorMaxLength = std::max<int32_t>(model_.columns().editWidth(col), 0);
+    out_.editorLimited = true;
 }
 
 void Run::placeZones()
@@ -192,25 +195,42 @@ std::vector<int64_t> Layout::observable() const
     zones.appendState(v);
     selection.appendState(v);
     v.insert(v.end(), {verticalPage, horizontalPage, verticalBar, horizontalBar, editor.left, editor.top,
-                       editor.width, editor.height, editor.maxLength});
+                       editor.width, editor.height, editorMaxLength});
     return v;
+}
+
+LayoutAttempt attemptLayout(const GridModel& model, const render::Viewport& viewport, const render::Appearance& look,
+                            const navigation::Selection& selection, const navigation::ResizeZones& zones,
+                            const Surroundings& around)
+{
+    LayoutAttempt attempt{{viewport, zones, selection, around.verticalPage, around.horizontalPage, around.verticalBar,
+                           around.horizontalBar, around.editor, around.editorMaxLength},
+                          nullptr};
+    Layout& out = attempt.layout;
+    try {
+        Run run(model, look, around, out);
+        out.viewport.takeLineWidth(look.showsGridLines());
+        run.passOverCells();
+        if (model.rows().count() > 0)
+            run.showMarks();
+        run.placeZones();
+        out.verticalBar = out.viewport.vScrollNeeded();
+        out.horizontalBar = out.viewport.hScrollNeeded();
+        run.fitSelection();
+    } catch (...) {
+        attempt.failure = std::current_exception();
+    }
+    return attempt;
 }
 
 Layout computeLayout(const GridModel& model, const render::Viewport& viewport, const render::Appearance& look,
                      const navigation::Selection& selection, const navigation::ResizeZones& zones,
                      const Surroundings& around)
 {
-    Layout out{viewport, zones, selection, around.verticalPage, around.horizontalPage, false, false, around.editor};
-    Run run(model, look, around, out);
-    out.viewport.takeLineWidth(look.showsGridLines());
-    run.passOverCells();
-    if (model.rows().count() > 0)
-        run.showMarks();
-    run.placeZones();
-    out.verticalBar = out.viewport.vScrollNeeded();
-    out.horizontalBar = out.viewport.hScrollNeeded();
-    run.fitSelection();
-    return out;
+    LayoutAttempt attempt = attemptLayout(model, viewport, look, selection, zones, around);
+    if (attempt.failure)
+        std::rethrow_exception(attempt.failure);
+    return std::move(attempt.layout);
 }
 
 }  // namespace TabulaControl::detail::layout

@@ -58,12 +58,11 @@ bool cellCoordinates(const GridModel& model, const render::Appearance& look, ren
     return rowBeyond || colBeyond;
 }
 
-EditorBox editorBox(int32_t x, int32_t y, int32_t width, int32_t height, int32_t editWidth)
+EditorBox editorBox(int32_t x, int32_t y, int32_t width, int32_t height)
 {
-    // The widget takes no negative size or length.
+    // The widget takes no negative size.
     const int32_t boxWidth = width < EditorLeftInset ? 0 : width - EditorLeftInset;
-    return {advance(x, EditorLeftInset), advance(y, EditorTopInset), boxWidth, std::max(height, 0),
-            std::max(editWidth, 0)};
+    return {advance(x, EditorLeftInset), advance(y, EditorTopInset), boxWidth, std::max(height, 0)};
 }
 
 }  // namespace TabulaControl::detail::layout

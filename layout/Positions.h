@@ -32,16 +32,13 @@ bool cellCoordinates(const GridModel& model, const render::Appearance& look, ren
                      SurfaceSize surface, int32_t row, int32_t col, int32_t& x, int32_t& y);
 
 // Where the hidden editor box goes over a cell at (x, y) of the given size:
-// inside its left and top edges, limited to the column's edit width, in
-// the sizes the widget holds.
+// inside its left and top edges, in the sizes the widget holds.
 struct EditorBox {
     int32_t left = 0;
     int32_t top = 0;
     int32_t width = 0;
     int32_t height = 0;
-    int32_t maxLength = 0;
-    friend bool operator==(const EditorBox&, const EditorBox&) = default;
 };
-EditorBox editorBox(int32_t x, int32_t y, int32_t width, int32_t height, int32_t editWidth);
+EditorBox editorBox(int32_t x, int32_t y, int32_t width, int32_t height);
 
 }  // namespace TabulaControl::detail::layout

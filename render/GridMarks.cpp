@@ -53,9 +53,9 @@ void Grid::flipFocusMark()
 // Inside the cell's left and top edges, with the column's edit width.
 void Grid::placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col)
 {
-    const layout::EditorBox box = layout::editorBox(x, y, width, height, model.columns().editWidth(col));
+    const layout::EditorBox box = layout::editorBox(x, y, width, height);
     ui.txtEdit.Move(box.left, box.top, box.width, box.height);
-    ui.txtEdit.setMaxLength(box.maxLength);
+    ui.txtEdit.setMaxLength(model.columns().editWidth(col));
 }
 
 // The square between the scroll bars is painted again over every flip.

@@ -89,7 +89,10 @@ layout::Surroundings surroundingsOf(const Grid& g)
             g.ui.window.ScaleWidth(),
             pageStepOf(g.ui.scrVertical),
             pageStepOf(g.ui.scrHorizontal),
-            {edit.Left(), edit.Top(), edit.Width(), edit.Height(), edit.MaxLength()}};
+            g.ui.scrVertical.Visible(),
+            g.ui.scrHorizontal.Visible(),
+            {edit.Left(), edit.Top(), edit.Width(), edit.Height()},
+            edit.MaxLength()};
 }
 
 // The rows a layout reads: the sizes of those that can show from the first
@@ -206,21 +209,17 @@ void Grid::runLayout()
     settledLayout_.clear();
     owedRepaint_.reset();
     surface.setPendingRender({});
-    std::optional<layout::Layout> laid;
-    try {
-        laid = computeLayoutNow();
-    } catch (...) {
-        // A failing repaint leaves the cells drawn before the failure, and
-        // the state as far as painting them settled it.
-        paintAll();
-        throw;
+    const layout::LayoutAttempt attempt =
+        layout::attemptLayout(model, viewport, appearance, selection, resizeZones, surroundingsOf(*this));
+    applyLayout(attempt.layout);
+    if (!attempt.failure) {
+        barsShownOverride_.reset();
+        return;
     }
-    applyLayout(*laid);
-}
-
-layout::Layout Grid::computeLayoutNow() const
-{
-    return layout::computeLayout(model, viewport, appearance, selection, resizeZones, surroundingsOf(*this));
+    // A repaint that fails part-way leaves what it settled up to the failure
+    // and the cells drawn before it.
+    paintAll();
+    std::rethrow_exception(attempt.failure);
 }
 
 // In the order the painters set them: the viewport and page steps while the
@@ -231,12 +230,11 @@ void Grid::applyLayout(const layout::Layout& laid)
     viewport = laid.viewport;
     ui.scrHorizontal.setLargeChange(saturate16(laid.horizontalPage));
     ui.scrVertical.setLargeChange(saturate16(laid.verticalPage));
-    if (laid.editorPlaced) {
+    if (laid.editorPlaced)
         ui.txtEdit.Move(laid.editor.left, laid.editor.top, laid.editor.width, laid.editor.height);
-        ui.txtEdit.setMaxLength(laid.editor.maxLength);
-    }
+    if (laid.editorLimited)
+        ui.txtEdit.setMaxLength(laid.editorMaxLength);
     resizeZones.restoreZones(laid.zones);
-    barsShownOverride_.reset();
     ui.scrVertical.setVisible(laid.verticalBar);
     ui.scrHorizontal.setVisible(laid.horizontalBar);
     selection = laid.selection;
@@ -246,7 +244,7 @@ void Grid::applyLayout(const layout::Layout& laid)
 std::optional<layout::Layout> Grid::layoutOrNothing() const
 {
     try {
-        return computeLayoutNow();
+        return layout::computeLayout(model, viewport, appearance, selection, resizeZones, surroundingsOf(*this));
     } catch (...) {
         return std::nullopt;
     }
@@ -255,9 +253,8 @@ std::optional<layout::Layout> Grid::layoutOrNothing() const
 layout::Layout Grid::observedLayout() const
 {
     const layout::Surroundings around = surroundingsOf(*this);
-    return {viewport,           resizeZones,         selection,
-            around.verticalPage, around.horizontalPage, ui.scrVertical.Visible(),
-            ui.scrHorizontal.Visible(), around.editor};
+    return {viewport,          resizeZones,         selection, around.verticalPage, around.horizontalPage,
+            around.verticalBar, around.horizontalBar, around.editor, around.editorMaxLength};
 }
 #endif
 
