@@ -4,6 +4,7 @@
 
 #include "state/GridModel.h"
 #include "state/EditorState.h"
+#include "layout/Layout.h"
 #include "state/DropDownSettings.h"
 #include "state/LookupLists.h"
 #include "state/PointerState.h"
@@ -277,12 +278,19 @@ private:
     void paintAll();
     void layoutAll();
     void runLayout();
+    // Sets the state and the child controls as the layout says.
+    void applyLayout(const layout::Layout& laid);
+#ifdef TABULA_CACHE_CHECKS
+    // The layout now, or nothing when computing it fails.
+    std::optional<layout::Layout> layoutOrNothing() const;
+    // What the state and the child controls hold of a layout.
+    layout::Layout observedLayout() const;
+#endif
     // Whether the layout key is the one the last layout left.
     bool layoutKeyCurrent();
     // Whether a layout now would settle nothing new; cache checks lay out
     // anyway and compare.
     bool layoutSettled();
-    void measureRow(int32_t row);
     void redrawIfAuto();
     void closeEditor();
     void repaintEditedCell(bool highlight);
@@ -304,7 +312,6 @@ private:
     bool autoRedraw_ = true;
     int deferDepth_ = 0;
     std::optional<RepaintInputs> owedRepaint_;
-    std::optional<RowWalk> measuredRow_;
     std::optional<PaintedCells> painted_;
     bool keepCarriedCells_ = false;
     int passDepth_ = 0;

@@ -9,8 +9,6 @@ namespace TabulaControl::detail::render {
 
 namespace {
 
-constexpr int32_t EditorLeftInset = 3;
-constexpr int32_t EditorTopInset = 2;
 constexpr int32_t GridLineReach = 2;
 
 // One axis of the selection block: start pixel of the smaller index and
@@ -54,8 +52,8 @@ void Grid::flipFocusMark()
 // Inside the cell's left and top edges, with the column's edit width.
 void Grid::placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col)
 {
-    const int32_t editorWidth = width < render::EditorLeftInset ? 0 : width - render::EditorLeftInset;
-    ui.txtEdit.Move(advance(x, render::EditorLeftInset), advance(y, render::EditorTopInset), editorWidth, height);
+    const layout::EditorBox box = layout::editorBox(x, y, width, height);
+    ui.txtEdit.Move(box.left, box.top, box.width, box.height);
     ui.txtEdit.setMaxLength(model.columns().editWidth(col));
 }
 

@@ -144,14 +144,22 @@ void Grid::Refresh()
         paintAll();
 }
 
+// Cache checks compare what the painters settle with what the layout
+// computes from the same state.
 void Grid::paintAll()
 {
     surface.clear();
     marks.cleared();
+#ifdef TABULA_CACHE_CHECKS
+    const std::optional<layout::Layout> expected = layoutOrNothing();
+#endif
     viewport.takeLineWidth(appearance.showsGridLines());
     redrawAllCells(true);
     showScrollBars();
     fitSelectionToMode();
+#ifdef TABULA_CACHE_CHECKS
+    TABULA_CHECK(expected && observedLayout().observable() == expected->observable());
+#endif
     ui.picGrid.Refresh();
 }
 
@@ -211,7 +219,7 @@ void Grid::inPass(bool keepCarried, const std::function<void()>& body)
 // draw it anyway and check that the memo matched it and the marks agree.
 bool Grid::keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height)
 {
-    if (!keepCarriedCells_ || surface.discarding())
+    if (!keepCarriedCells_)
         return false;
     const render::CellCover cover = render::cellCover(model, appearance, row, col, x, y, width, height);
     const std::optional<size_t> kept = surface.movedCell(cover.bounds);
@@ -270,15 +278,14 @@ void Grid::passOverCells(bool full)
         showMarksAfterPaint();
     }
     placeResizeZones();
-    if (!surface.discarding())
-        notePass(full);
+    notePass(full);
 }
 
 // A cell drawn anywhere but in a pass may not be where its cell belongs
 // (a current cell scrolled out of view is drawn over the first row shown).
 void Grid::notePaintOutsidePass()
 {
-    if (passDepth_ == 0 && !surface.discarding())
+    if (passDepth_ == 0)
         painted_.reset();
 }
 
@@ -286,10 +293,6 @@ void Grid::drawRow(int32_t row, int32_t y, bool)
 {
     viewport.takeLineWidth(appearance.showsGridLines());
     const int32_t height = model.rows().size(row);
-    if (surface.discarding()) {
-        measureRow(row);
-        return;
-    }
     render::walkRow(*this, [&](int32_t col, int32_t x) { drawCell(row, col, x, y, model.cols().size(col), height); });
 }
 
@@ -319,9 +322,6 @@ void Grid::drawColumn(int32_t col, int32_t x, bool header)
 
 void Grid::drawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
 {
-    // Lines and outline change nothing but pixels.
-    if (surface.discarding())
-        return;
     row1 = argOr(row1, viewport.topRow());
     col1 = argOr(col1, viewport.leftCol());
     row2 = argOr(row2, model.rows().count());

@@ -11,18 +11,6 @@ namespace TabulaControl::detail {
 
 namespace {
 
-// The painters run with the surface discarding what they draw.
-class Discarding {
-public:
-    explicit Discarding(platform::Surface& surface) : surface_(surface) { surface_.setDiscarding(true); }
-    ~Discarding() { surface_.setDiscarding(false); }
-    Discarding(const Discarding&) = delete;
-    Discarding& operator=(const Discarding&) = delete;
-
-private:
-    platform::Surface& surface_;
-};
-
 RepaintInputs inputsOf(const Grid& g)
 {
     const render::Appearance& look = g.appearance;
@@ -69,14 +57,6 @@ private:
 
 namespace {
 
-// Raises what painting cell (row, col) would raise for a cell outside the
-// store.
-void checkCell(const GridModel& model, int32_t row, int32_t col)
-{
-    model.cells().Style(to16(row), to16(col));
-    model.columns().mask(col);
-}
-
 #ifdef TABULA_CACHE_CHECKS
 // The fields a full repaint settles, to check that the layout settled them
 // exactly as painting does.
@@ -89,11 +69,30 @@ auto settledFields(const Grid& g)
 }
 #endif
 
+int32_t pageStepOf(const platform::ScrollBar& bar)
+{
+    const auto* slider = qobject_cast<const QAbstractSlider*>(bar.widget());
+    return slider ? slider->pageStep() : -1;
+}
+
 void addBar(std::vector<int64_t>& v, const platform::ScrollBar& bar)
 {
     bar.appendPlacement(v);
-    const auto* slider = qobject_cast<const QAbstractSlider*>(bar.widget());
-    v.push_back(slider ? slider->pageStep() : -1);
+    v.push_back(pageStepOf(bar));
+}
+
+// The sizes a layout reads and what the child controls it sets hold now.
+layout::Surroundings surroundingsOf(const Grid& g)
+{
+    const platform::Editor& edit = g.ui.txtEdit;
+    return {{g.ui.picGrid.ScaleWidth(), g.ui.picGrid.ScaleHeight()},
+            g.ui.window.ScaleWidth(),
+            pageStepOf(g.ui.scrVertical),
+            pageStepOf(g.ui.scrHorizontal),
+            g.ui.scrVertical.Visible(),
+            g.ui.scrHorizontal.Visible(),
+            {edit.Left(), edit.Top(), edit.Width(), edit.Height()},
+            edit.MaxLength()};
 }
 
 // The rows a layout reads: the sizes of those that can show from the first
@@ -170,8 +169,8 @@ void Grid::deferRepaints()
 
 void Grid::endDeferredRepaints() { --deferDepth_; }
 
-// The observable half of a full repaint, run with the surface discarding
-// what the painters draw; the pixels are owed until they are read.
+// The observable half of a full repaint, computed without painting; the
+// pixels are owed until they are read.
 void Grid::layoutAll()
 {
     RepaintInputs inputs = inputsOf(*this);
@@ -210,20 +209,54 @@ void Grid::runLayout()
     settledLayout_.clear();
     owedRepaint_.reset();
     surface.setPendingRender({});
-    try {
-        Discarding discarding(surface);
-        measuredRow_.reset();
-        viewport.takeLineWidth(appearance.showsGridLines());
-        redrawAllCells(true);
-        showScrollBars();
-        fitSelectionToMode();
-    } catch (...) {
-        measuredRow_.reset();
-        paintAll();
-        throw;
+    const layout::LayoutAttempt attempt =
+        layout::attemptLayout(model, viewport, appearance, selection, resizeZones, surroundingsOf(*this));
+    applyLayout(attempt.layout);
+    if (!attempt.failure) {
+        barsShownOverride_.reset();
+        return;
     }
-    measuredRow_.reset();
+    // A repaint that fails part-way leaves what it settled up to the failure
+    // and the cells drawn before it.
+    paintAll();
+    std::rethrow_exception(attempt.failure);
 }
+
+// In the order the painters set them: the viewport and page steps while the
+// rows are walked, the editor box with the marks, the zones, the bars, and
+// last the selection fitted to its mode.
+void Grid::applyLayout(const layout::Layout& laid)
+{
+    viewport = laid.viewport;
+    ui.scrHorizontal.setLargeChange(saturate16(laid.horizontalPage));
+    ui.scrVertical.setLargeChange(saturate16(laid.verticalPage));
+    if (laid.editorPlaced)
+        ui.txtEdit.Move(laid.editor.left, laid.editor.top, laid.editor.width, laid.editor.height);
+    if (laid.editorLimited)
+        ui.txtEdit.setMaxLength(laid.editorMaxLength);
+    resizeZones.restoreZones(laid.zones);
+    ui.scrVertical.setVisible(laid.verticalBar);
+    ui.scrHorizontal.setVisible(laid.horizontalBar);
+    selection = laid.selection;
+}
+
+#ifdef TABULA_CACHE_CHECKS
+std::optional<layout::Layout> Grid::layoutOrNothing() const
+{
+    try {
+        return layout::computeLayout(model, viewport, appearance, selection, resizeZones, surroundingsOf(*this));
+    } catch (...) {
+        return std::nullopt;
+    }
+}
+
+layout::Layout Grid::observedLayout() const
+{
+    const layout::Surroundings around = surroundingsOf(*this);
+    return {viewport,          resizeZones,         selection, around.verticalPage, around.horizontalPage,
+            around.verticalBar, around.horizontalBar, around.editor, around.editorMaxLength};
+}
+#endif
 
 void Grid::flushPaint()
 {
@@ -254,25 +287,6 @@ void Grid::flushPaint()
     }
     if (settled)
         fillLayoutKey(*this, settledLayout_);
-}
-
-// Every row of one layout walks the same columns; the first walk checks
-// the columns, later rows only their own place in the store.
-void Grid::measureRow(int32_t row)
-{
-    if (measuredRow_) {
-        if (measuredRow_->drawsCells)
-            checkCell(model, row, 0);
-        viewport.setColumnsReach(measuredRow_->reach);
-        return;
-    }
-    RowWalk walk;
-    render::walkRow(*this, [&](int32_t col, int32_t) {
-        checkCell(model, row, col);
-        walk.drawsCells = true;
-    });
-    walk.reach = viewport.columnsReach();
-    measuredRow_ = walk;
 }
 
 }  // namespace TabulaControl::detail

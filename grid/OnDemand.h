@@ -46,11 +46,4 @@ struct PaintedCells {
     bool headerRowCurrent = false;
 };
 
-// What painting one row across the columns leaves in the state; the same
-// for every row of one repaint.
-struct RowWalk {
-    render::Viewport::ColumnsReach reach;
-    bool drawsCells = false;
-};
-
 }  // namespace TabulaControl::detail

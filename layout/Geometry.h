@@ -1,6 +1,7 @@
 #pragma once
 
 #include "state/GridModel.h"
+#include "layout/Positions.h"
 #include "state/Rect.h"
 #include "state/AppearanceSettings.h"
 #include "state/Viewport.h"
@@ -9,28 +10,13 @@
 
 namespace TabulaControl::detail::render {
 
-// The drawing surface's inner size in whole pixels.
-struct SurfaceSize {
-    int32_t width = 0;
-    int32_t height = 0;
-};
-
-// pos + size + line, failing with the overflow error beyond 32 bits.
-int32_t advance(int32_t pos, int32_t size, int32_t line = 0);
-
-// Top pixel of the first scrollable row and left pixel of the first
-// scrollable column, with grid lines line pixels wide.
-int32_t firstScrollableTop(const GridModel& model, const Appearance& look, int32_t line);
-int32_t firstScrollableLeft(const GridModel& model, const Appearance& look, int32_t line);
-
-// Top-left pixel of cell (row, col). Returns true when the walk towards the
-// cell met a start at or past the surface's last pixel; x and y then hold
-// the start at which it stopped. Rows above the viewport's first row and
-// columns left of its first column are not walked: they report the start of
-// the scrollable area. Takes the grid line width again after the header
-// offsets are taken.
-bool cellCoordinates(const GridModel& model, const Appearance& look, Viewport& view, SurfaceSize surface, int32_t row,
-                     int32_t col, int32_t& x, int32_t& y);
+// The arithmetic of positions lives with the layout, which computes without
+// painting; the painters reach it under these names.
+using layout::advance;
+using layout::cellCoordinates;
+using layout::firstScrollableLeft;
+using layout::firstScrollableTop;
+using layout::SurfaceSize;
 
 // {left, top, left + width, top + height}, right and bottom exclusive.
 platform::Rect MakeRect(int32_t left, int32_t top, int32_t width, int32_t height);

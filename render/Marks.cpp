@@ -117,7 +117,7 @@ void Marks::toggleInversion(Rect rect)
 
 void Marks::covered(Rect area)
 {
-    if (surface_.discarding() || (inverted_.isEmpty() && dotted_.isEmpty()))
+    if ((inverted_.isEmpty() && dotted_.isEmpty()))
         return;
     const QRect marked = inverted_.boundingRect().united(dotted_.boundingRect());
     if (area.Right <= marked.left() || area.Left > marked.right() || area.Bottom <= marked.top() ||
@@ -129,7 +129,7 @@ void Marks::covered(Rect area)
 void Marks::coveredByLine(int32_t x1, int32_t y1, int32_t x2, int32_t y2, bool dotted)
 {
     assert(x1 == x2 || y1 == y2);
-    if (surface_.discarding() || (inverted_.isEmpty() && dotted_.isEmpty()))
+    if ((inverted_.isEmpty() && dotted_.isEmpty()))
         return;
     if (!dotted) {
         if (x1 == x2 && y1 == y2)
@@ -148,7 +148,7 @@ void Marks::coveredByLine(int32_t x1, int32_t y1, int32_t x2, int32_t y2, bool d
 
 void Marks::cleared()
 {
-    if (surface_.discarding() || (inverted_.isEmpty() && dotted_.isEmpty()))
+    if ((inverted_.isEmpty() && dotted_.isEmpty()))
         return;
     inverted_ = QRegion();
     dotted_ = QRegion();
@@ -157,7 +157,7 @@ void Marks::cleared()
 
 void Marks::scrolled(int32_t dx, int32_t dy, Rect scroll, Rect clip)
 {
-    if (surface_.discarding() || (inverted_.isEmpty() && dotted_.isEmpty()))
+    if ((inverted_.isEmpty() && dotted_.isEmpty()))
         return;
     const Box image{0, 0, surface_.width(), surface_.height()};
     const Box shiftedSource{int64_t{scroll.Left} + dx, int64_t{scroll.Top} + dy, int64_t{scroll.Right} + dx,
@@ -193,8 +193,6 @@ void Marks::resized(int oldWidth, int oldHeight)
 
 bool Marks::drawsNow()
 {
-    if (surface_.discarding())
-        return false;
     if (surface_.renderPending())
         static_cast<void>(surface_.image());
     return true;
