@@ -3,7 +3,6 @@
 #include <TabulaControl/Tabula.h>
 
 #include "navigation/Selection.h"
-#include "render/Viewport.h"
 
 #include <cstdint>
 #include <optional>
