@@ -3,7 +3,6 @@
 #include <TabulaControl/Tabula.h>
 
 #include "state/Selection.h"
-#include "state/Viewport.h"
 
 #include <cstdint>
 #include <optional>
