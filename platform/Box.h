@@ -2,6 +2,8 @@
 
 #include "platform/Rect.h"
 
+#include <QRect>
+
 #include <algorithm>
 #include <cstdint>
 #include <utility>
@@ -27,6 +29,12 @@ inline Rect toRect(const Box& b)
 {
     return {static_cast<int32_t>(b.left), static_cast<int32_t>(b.top), static_cast<int32_t>(b.right),
             static_cast<int32_t>(b.bottom)};
+}
+
+inline QRect toQRect(const Box& b)
+{
+    return QRect(static_cast<int>(b.left), static_cast<int>(b.top), static_cast<int>(b.width()),
+                 static_cast<int>(b.height()));
 }
 
 inline Box intersect(const Box& a, const Box& b)
