@@ -5,6 +5,7 @@
 #include <QRect>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <utility>
 
@@ -52,6 +53,16 @@ inline bool contains(const Box& outer, const Box& inner)
 inline Box translated(const Box& b, int64_t dx, int64_t dy)
 {
     return {b.left + dx, b.top + dy, b.right + dx, b.bottom + dy};
+}
+
+// The parts of box outside inner, which lies within it: the bands above and
+// below inner, and the parts left and right of it between them.
+inline std::array<Box, 4> partsAround(const Box& box, const Box& inner)
+{
+    return {{{box.left, box.top, box.right, inner.top},
+             {box.left, inner.bottom, box.right, box.bottom},
+             {box.left, inner.top, inner.left, inner.bottom},
+             {inner.right, inner.top, box.right, inner.bottom}}};
 }
 
 // The pixels a line visits along one axis, from `from` towards `to` with

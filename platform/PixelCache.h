@@ -9,6 +9,7 @@
 #include "platform/SolidAreas.h"
 
 #include <QRegion>
+#include <QScopeGuard>
 
 #include <array>
 #include <cstdint>
@@ -91,27 +92,6 @@ public:
     std::optional<size_t> movedCell(const Box& box) const;
 
 private:
-    // Ends the cell drawCell began, remembering it only when complete.
-    class CellScope {
-    public:
-        explicit CellScope(PixelCache& cache) : cache_(cache) {}
-        ~CellScope()
-        {
-            if (!completed_)
-                cache_.endCell(false);
-        }
-        CellScope(const CellScope&) = delete;
-        CellScope& operator=(const CellScope&) = delete;
-        void complete()
-        {
-            completed_ = true;
-            cache_.endCell(true);
-        }
-
-    private:
-        PixelCache& cache_;
-        bool completed_ = false;
-    };
     // The cell drawCell is drawing.
     struct CellPass {
         enum class Mode : uint8_t { Starting, Comparing, Drawing, Unkept } mode = Mode::Starting;
@@ -150,9 +130,6 @@ private:
     // wrote every pixel of it.
     bool insideCellFill(const Box& box) const;
 #ifdef TABULA_CACHE_CHECKS
-    // Draws a cell the memo kept and checks that its pixels were right.
-    template <class Paint>
-    void checkRememberedCell(Paint& paint);
     QImage cellPixels();
 #endif
 
@@ -176,7 +153,8 @@ private:
 };
 
 // Paint runs once to compare its calls with the cell remembered at its
-// place and, when the cell differs, again to draw.
+// place and, when the cell differs, again to draw. A cell is remembered
+// only when paint completes.
 template <class Paint>
 void PixelCache::drawCell(Paint& paint)
 {
@@ -184,7 +162,7 @@ void PixelCache::drawCell(Paint& paint)
         paint();
         return;
     }
-    CellScope scope(*this);
+    auto unfinished = qScopeGuard([this] { endCell(false); });
     try {
         paint();
     } catch (...) {
@@ -200,21 +178,16 @@ void PixelCache::drawCell(Paint& paint)
         paint();
     }
 #ifdef TABULA_CACHE_CHECKS
-    else if (cellSkipped())
-        checkRememberedCell(paint);
+    else if (cellSkipped()) {
+        // A cell the memo kept is drawn anyway: its pixels must not change.
+        const QImage kept = cellPixels();
+        redrawCell();
+        paint();
+        TABULA_CHECK(cellPixels() == kept);
+    }
 #endif
-    scope.complete();
+    unfinished.dismiss();
+    endCell(true);
 }
-
-#ifdef TABULA_CACHE_CHECKS
-template <class Paint>
-void PixelCache::checkRememberedCell(Paint& paint)
-{
-    const QImage kept = cellPixels();
-    redrawCell();
-    paint();
-    TABULA_CHECK(cellPixels() == kept);
-}
-#endif
 
 }  // namespace TabulaControl::platform

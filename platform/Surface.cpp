@@ -36,10 +36,8 @@ Box boundsOfDifference(const Box& whole, const Box& cut)
     if (inner.empty())
         return whole;
     Box result;
-    result = unite(result, {whole.left, whole.top, whole.right, inner.top});
-    result = unite(result, {whole.left, inner.bottom, whole.right, whole.bottom});
-    result = unite(result, {whole.left, inner.top, inner.left, inner.bottom});
-    result = unite(result, {inner.right, inner.top, whole.right, inner.bottom});
+    for (const Box& part : partsAround(whole, inner))
+        result = unite(result, part);
     return result;
 }
 

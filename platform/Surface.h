@@ -21,9 +21,10 @@ namespace TabulaControl::platform {
 enum class PenStyle { Solid = 0, Dot = 2 };
 
 // The grid's drawing surface: a persistent image with the drawing state of a
-// classic device context (pen colour and style, text colour, font).
-// Coordinates and sizes are surface pixels; the image has device pixels, as
-// many per surface pixel as the device pixel ratio says.
+// classic device context (pen colour and style, text colour, font). Each
+// drawing tells the pixel cache what it is about to write, then has the
+// raster write it. Coordinates and sizes are surface pixels; the image has
+// device pixels, as many per surface pixel as the device pixel ratio says.
 class Surface {
 public:
     explicit Surface(int width = 0, int height = 0, qreal devicePixelRatio = 1);
