@@ -74,6 +74,13 @@ public:
     void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
     void setPendingRender(std::function<void()> render) { pendingRender_ = std::move(render); }
     bool renderPending() const { return bool(pendingRender_); }
+    // The owed render is made by the first write; a drawing that reads state
+    // the render sets makes it first.
+    void makeOwedRender()
+    {
+        if (!discarding_)
+            settle();
+    }
     void setDiscarding(bool on) { discarding_ = on; }
     bool discarding() const { return discarding_; }
     void setMarks(std::vector<Mark> marks);

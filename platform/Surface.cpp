@@ -93,6 +93,8 @@ void Surface::fillRemembered(Rect r, OleColor colour)
 
 void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 {
+    // The owed render sets the pen too, so the pen is read once it is made.
+    pixels_.makeOwedRender();
     const QRgb pixel = translateColor(penColor_);
     const bool dotted = penStyle_ == PenStyle::Dot;
     Write write{.box = {std::min(x1, x2), std::min(y1, y2), int64_t{std::max(x1, x2)} + 1, int64_t{std::max(y1, y2)} + 1}};
@@ -135,10 +137,10 @@ void Surface::setFontStrikethrough(bool on) { changeFont([&] { font_.setStrikeOu
 void Surface::text(QAnyStringView s, Rect r, unsigned flags)
 {
     const Box box = toBox(r);
-    const TextStyle style = textStyle();
-    const size_t digest = pixels_.drawingCell() ? raster().textDigest(s, box, flags, style) : 0;
+    const size_t digest = pixels_.drawingCell() ? raster().textDigest(s, box, flags, textStyle()) : 0;
+    // The style is read again once the write is allowed: the owed render sets it too.
     if (pixels_.onWrite({Write::Call::Text, box, std::nullopt, digest}))
-        raster().text(textOf(s), box, flags, style);
+        raster().text(textOf(s), box, flags, textStyle());
 }
 
 // The text as a QString without allocating where it can: UTF-16 is viewed
