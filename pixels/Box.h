@@ -2,7 +2,10 @@
 
 #include "state/Rect.h"
 
+#include <QRect>
+
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <utility>
 
@@ -29,6 +32,12 @@ inline Rect toRect(const Box& b)
             static_cast<int32_t>(b.bottom)};
 }
 
+inline QRect toQRect(const Box& b)
+{
+    return QRect(static_cast<int>(b.left), static_cast<int>(b.top), static_cast<int>(b.width()),
+                 static_cast<int>(b.height()));
+}
+
 inline Box intersect(const Box& a, const Box& b)
 {
     return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
@@ -44,6 +53,16 @@ inline bool contains(const Box& outer, const Box& inner)
 inline Box translated(const Box& b, int64_t dx, int64_t dy)
 {
     return {b.left + dx, b.top + dy, b.right + dx, b.bottom + dy};
+}
+
+// The parts of box outside inner, which lies within it: the bands above and
+// below inner, and the parts left and right of it between them.
+inline std::array<Box, 4> partsAround(const Box& box, const Box& inner)
+{
+    return {{{box.left, box.top, box.right, inner.top},
+             {box.left, inner.bottom, box.right, box.bottom},
+             {box.left, inner.top, inner.left, inner.bottom},
+             {inner.right, inner.top, box.right, inner.bottom}}};
 }
 
 // The pixels a line visits along one axis, from `from` towards `to` with

@@ -11,15 +11,6 @@ constexpr size_t MostAreasKept = 8;
 
 int64_t sizeOf(const Box& b) { return b.empty() ? 0 : b.width() * b.height(); }
 
-// The parts of box outside inner, which lies within it.
-std::array<Box, 4> partsAround(const Box& box, const Box& inner)
-{
-    return {{{box.left, box.top, box.right, inner.top},
-             {box.left, inner.bottom, box.right, box.bottom},
-             {box.left, inner.top, inner.left, inner.bottom},
-             {inner.right, inner.top, box.right, inner.bottom}}};
-}
-
 // The two largest boxes within area that cut does not reach: the band on
 // either side of cut across the area.
 std::array<Box, 2> largestOutside(const Box& area, const Box& cut)

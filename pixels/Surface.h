@@ -1,13 +1,8 @@
 #pragma once
 
-#include "pixels/Box.h"
-#include "state/Check.h"
-#include "pixels/CellMemo.h"
-#include "pixels/DirtyTiles.h"
-#include "pixels/PendingFill.h"
+#include "pixels/PixelCache.h"
+#include "pixels/Raster.h"
 #include "state/Rect.h"
-#include "pixels/SolidAreas.h"
-#include "pixels/TextCache.h"
 
 #include <QAnyStringView>
 #include <QFont>
@@ -15,7 +10,6 @@
 #include <QRegion>
 #include <QString>
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -24,46 +18,13 @@
 
 namespace TabulaControl::platform {
 
-// Edge kinds and sides, with the classic bit values.
-enum EdgeKind : unsigned {
-    RaisedOuter = 1,
-    SunkenOuter = 2,
-    RaisedInner = 4,
-    SunkenInner = 8,
-};
-enum EdgeSide : unsigned {
-    SideLeft = 1,
-    SideTop = 2,
-    SideRight = 4,
-    SideBottom = 8,
-    SideAll = 15,
-    EdgeMono = 0x8000,
-};
-
-// Text placement flags, with the classic bit values. Text is always drawn on
-// a single line, clipped to its rectangle, with no prefix processing.
-enum TextFlag : unsigned {
-    TextLeft = 0,
-    TextCenter = 1,
-    TextRight = 2,
-    TextTop = 0,
-    TextVCenter = 4,
-    TextBottom = 8,
-    TextSingleLine = 0x20,
-    TextNoPrefix = 0x800,
-};
-
 enum class PenStyle { Solid = 0, Dot = 2 };
 
-// Translates a colour value to RGB. System colours come from one fixed table
-// (the classic light-grey scheme), so pictures are the same on every machine;
-// an index outside the table gives black.
-QRgb translateColor(OleColor colour);
-
 // The grid's drawing surface: a persistent image with the drawing state of a
-// classic device context (pen colour and style, text colour, font).
-// Coordinates and sizes are surface pixels; the image has device pixels, as
-// many per surface pixel as the device pixel ratio says.
+// classic device context (pen colour and style, text colour, font). Each
+// drawing tells the pixel cache what it is about to write, then has the
+// raster write it. Coordinates and sizes are surface pixels; the image has
+// device pixels, as many per surface pixel as the device pixel ratio says.
 class Surface {
 public:
     explicit Surface(int width = 0, int height = 0, qreal devicePixelRatio = 1);
@@ -71,11 +32,11 @@ public:
     // Resizes the image, keeping the pixels of the overlapping area; new
     // pixels get the surface's back colour.
     void resize(int width, int height);
-    int width() const { return width_; }
-    int height() const { return height_; }
+    int width() const { return pixels_.raster().width(); }
+    int height() const { return pixels_.raster().height(); }
     // A new ratio starts a new image in the back colour: the owner repaints.
     void setDevicePixelRatio(qreal ratio);
-    qreal devicePixelRatio() const { return ratio_; }
+    qreal devicePixelRatio() const { return pixels_.raster().ratio(); }
     // The pixels, after any pending render has been made; device pixels,
     // with the device pixel ratio left at 1 (see picture()).
     const QImage& image() const;
@@ -86,17 +47,12 @@ public:
     QRegion takeChangedRegion();
     // Called when the pixels change while no changed region is waiting to
     // be taken.
-    void setChangeHandler(std::function<void()> handler) { changeHandler_ = std::move(handler); }
+    void setChangeHandler(std::function<void()> handler) { pixels_.setChangeHandler(std::move(handler)); }
 
     // A render that is owed to the image: made before the image is read or
     // drawn on, and then forgotten. An empty function cancels it.
-    void setPendingRender(std::function<void()> render) { pendingRender_ = std::move(render); }
-    bool renderPending() const { return bool(pendingRender_); }
-    // While discarding, drawing leaves the pixels and any pending render
-    // alone; layout code runs the painters this way to learn what they
-    // measure.
-    void setDiscarding(bool on) { discarding_ = on; }
-    bool discarding() const { return discarding_; }
+    void setPendingRender(std::function<void()> render) { pixels_.setPendingRender(std::move(render)); }
+    bool renderPending() const { return pixels_.renderPending(); }
 
     OleColor backColor() const { return backColor_; }
     void setBackColor(OleColor colour) { backColor_ = colour; }
@@ -158,171 +114,29 @@ public:
     template <class Paint>
     void drawCell(Paint&& paint)
     {
-        if (!beginCell()) {
-            paint();
-            return;
-        }
-        CellScope scope(*this);
-        try {
-            paint();
-        } catch (...) {
-            // The calls made before the failure are drawn, as without the memo.
-            if (cellSkipped()) {
-                redrawCell();
-                paint();
-            }
-            throw;
-        }
-        if (cellSkipped() && !cellMatches()) {
-            redrawCell();
-            paint();
-        }
-#ifdef TABULA_CACHE_CHECKS
-        else if (cellSkipped())
-            checkRememberedCell(paint);
-#endif
-        scope.complete();
+        pixels_.drawCell(paint);
     }
 
     // The digest of the cell the memo holds with its first fill over box,
     // if the last scroll carried it there or it was drawn there since.
-    std::optional<size_t> movedCell(Rect box) const;
+    std::optional<size_t> movedCell(Rect box) const { return pixels_.movedCell(toBox(box)); }
 
     // Marks drawn over the pixels when they are read: applied in order, each an exclusive-or.
-    struct Mark {
-        enum class Kind { Inversion, FocusRect } kind;
-        Rect rect;
-        friend bool operator==(const Mark&, const Mark&) = default;
-    };
-    void setMarks(std::vector<Mark> marks);
-    const std::vector<Mark>& marks() const { return marks_; }
+    using Mark = platform::Mark;
+    void setMarks(std::vector<Mark> marks) { pixels_.setMarks(std::move(marks)); }
+    const std::vector<Mark>& marks() const { return pixels_.marks(); }
 
 private:
-    enum class CellCall : uint8_t { Fill, Edge, CheckBox, Text };
-    // Ends the cell drawCell began, remembering it only when complete.
-    class CellScope {
-    public:
-        explicit CellScope(Surface& surface) : surface_(surface) {}
-        ~CellScope()
-        {
-            if (!completed_)
-                surface_.endCell(false);
-        }
-        CellScope(const CellScope&) = delete;
-        CellScope& operator=(const CellScope&) = delete;
-        void complete()
-        {
-            completed_ = true;
-            surface_.endCell(true);
-        }
-
-    private:
-        Surface& surface_;
-        bool completed_ = false;
-    };
-#ifdef TABULA_CACHE_CHECKS
-    // Draws a cell the memo kept and checks that its pixels were right.
-    template <class Paint>
-    void checkRememberedCell(Paint& paint)
-    {
-        const QImage kept = cellPixels();
-        redrawCell();
-        paint();
-        TABULA_CHECK(cellPixels() == kept);
-    }
-    QImage cellPixels() const;
-#endif
-    bool beginCell();
-    void drawText(const QString& s, Rect r, unsigned flags);
-    QString textOf(QAnyStringView s);
-    void fillOver(const Box& box, QRgb pixel);
-    void fillUnlessHeld(const Box& box, QRgb pixel);
-    // Every drawing passes here with the box it may change, and with its
-    // colour when it fills the box opaquely.
-    void drawingOver(const Box& box, std::optional<QRgb> fillColour = std::nullopt) const;
-    void noteChange(bool firstChange) const;
-    // Writes every pixel a clear still owes.
-    void makeAllOwed() const;
-    Box surfaceBoxOf(const Box& deviceBox) const;
-    // Whether the cell's calls so far were left out to compare them.
-    bool cellSkipped() const;
-    bool cellMatches() const;
-    // Starts the cell again, drawing every call.
-    void redrawCell();
-    // Remembers the cell when it is complete and was drawn.
-    void endCell(bool complete);
-    // True when the call is to be left out: the cell is being compared.
-    bool skipCellCall(CellCall call, const Box& box, size_t hash);
-    // A call that is not a cell's: true when it is to be left out.
-    bool interruptsCell();
-    void stopKeepingCell();
-    void forgetUnlessCell(const Box& box);
-    // Makes what a clear still owes in box, unless the cell being drawn
-    // filled it already.
-    void makePending(const Box& box);
-    // Whether a fill, edge or check box over box is to be drawn; when it is,
-    // the pixels are ready and the memo forgets what the call covers.
-    bool startsShapeCall(CellCall call, const Box& box, size_t hash);
-    size_t textHash(QAnyStringView s, const Box& box, unsigned flags);
-    // Makes a pending render; true when drawing is to go ahead.
-    bool readyToDraw();
-    void settle() const;
-    void remakeImage();
-    struct FontKey {
-        QFont font;
-        QString key;
-        size_t hash = 0;
-    };
-    const FontKey& keyOfFont();
+    Raster& raster() { return pixels_.raster(); }
     template <class Change>
     void changeFont(Change change)
     {
         change();
-        lastFontKeyCurrent_ = false;
+        pixels_.fontChanged();
     }
-    bool drawCachedText(const QString& s, const QRectF& layout, Rect r, unsigned flags);
-    // Exclusive-or of every mark into the pixels: a second call takes them
-    // off again.
-    void flipMarks() const;
-    // Takes the marks off the pixels before they are drawn on or moved.
-    void liftMarks();
+    TextStyle textStyle() { return {font_, pixels_.fontKey(font_), translateColor(textColor_)}; }
+    QString textOf(QAnyStringView s);
 
-    int width_ = 0;
-    int height_ = 0;
-    qreal ratio_ = 1;
-    // The pixels, with the marks applied while marksShown_.
-    mutable QImage image_;
-    // What a clear has yet to write, made when the pixels are read or moved.
-    mutable PendingFill pending_;
-    std::vector<Mark> marks_;
-    mutable bool marksShown_ = false;
-    // The keys of the fonts last drawn with; a cell and its header
-    // usually differ.
-    std::array<FontKey, 4> fontKeys_;
-    size_t nextFontKey_ = 0;
-    size_t lastFontKey_ = 0;
-    // False once the font may differ from the one lastFontKey_ holds.
-    bool lastFontKeyCurrent_ = false;
-    mutable std::function<void()> pendingRender_;
-    // Pixels are made when they are read as well, so these change then too.
-    mutable DirtyTiles dirty_;
-    std::function<void()> changeHandler_;
-    // What fillRemembered filled, while it holds its colour.
-    mutable SolidAreas solidAreas_;
-    CellMemo memo_;
-    // The cell drawCell is drawing.
-    struct CellPass {
-        enum class Mode : uint8_t { Starting, Comparing, Drawing, Unkept } mode = Mode::Starting;
-        bool mayCompare = true;
-        bool differs = false;
-        // The first fill's box, and that box on the surface.
-        Box box;
-        Box bounds;
-        size_t digest = 0;
-        size_t remembered = 0;
-    };
-    std::optional<CellPass> cell_;
-    bool discarding_ = false;
     OleColor backColor_ = 0x8000000F;
     OleColor penColor_ = 0;
     OleColor textColor_ = 0;
@@ -330,6 +144,11 @@ private:
     QFont font_;
     // The buffer Latin-1 texts are widened into on their way to be drawn.
     QString latin1Text_;
+    // Reading the pixels makes them first (PixelCache::image): the owed
+    // render, the pixels a clear owes and the marks are written when they
+    // are read, so a const read changes the pixels and their caches. This
+    // is the one member that changes under a const read.
+    mutable PixelCache pixels_;
 };
 
 }  // namespace TabulaControl::platform

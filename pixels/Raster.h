@@ -1,0 +1,127 @@
+#pragma once
+
+#include "pixels/Box.h"
+#include "state/Rect.h"
+
+#include <QAnyStringView>
+#include <QFont>
+#include <QImage>
+
+#include <cstdint>
+
+namespace TabulaControl::platform {
+
+// Edge kinds and sides, with the classic bit values.
+enum EdgeKind : unsigned {
+    RaisedOuter = 1,
+    SunkenOuter = 2,
+    RaisedInner = 4,
+    SunkenInner = 8,
+};
+enum EdgeSide : unsigned {
+    SideLeft = 1,
+    SideTop = 2,
+    SideRight = 4,
+    SideBottom = 8,
+    SideAll = 15,
+    EdgeMono = 0x8000,
+};
+
+// Text placement flags, with the classic bit values. Text is always drawn on
+// a single line, clipped to its rectangle, with no prefix processing.
+enum TextFlag : unsigned {
+    TextLeft = 0,
+    TextCenter = 1,
+    TextRight = 2,
+    TextTop = 0,
+    TextVCenter = 4,
+    TextBottom = 8,
+    TextSingleLine = 0x20,
+    TextNoPrefix = 0x800,
+};
+
+// Translates a colour value to RGB. System colours come from one fixed table
+// (the classic light-grey scheme), so pictures are the same on every machine;
+// an index outside the table gives black.
+QRgb translateColor(OleColor colour);
+
+// A font with its key, which text masks are filed under.
+struct FontKey {
+    QFont font;
+    QString key;
+    size_t hash = 0;
+};
+
+// How a text is drawn besides its place.
+struct TextStyle {
+    const QFont& font;
+    const FontKey& key;
+    QRgb colour;
+};
+
+// The image and its rasterisers. Coordinates are surface pixels; the image
+// has device pixels, and at a device pixel ratio r the surface pixel x
+// covers the device pixels from round(x * r) up to round((x + 1) * r):
+// every edge lands on a whole device pixel, so nothing is blended, and at
+// ratio 1 the two are the same pixels. Every drawing is clipped to the image
+// and knows nothing of what is cached about it.
+class Raster {
+public:
+    Raster(int width, int height, qreal ratio, QRgb background);
+    // A new image in the background, keeping the pixels of the overlapping
+    // area when the ratio stays.
+    void resize(int width, int height, qreal ratio, QRgb background);
+
+    int width() const { return width_; }
+    int height() const { return height_; }
+    qreal ratio() const { return ratio_; }
+    Box bounds() const { return {0, 0, width_, height_}; }
+    QImage& image() { return image_; }
+    const QImage& image() const { return image_; }
+    // What fonts are resolved and measured against: the image, or while
+    // there is none, an image of the same resolution.
+    const QPaintDevice& device() const;
+    static const QImage& referenceDevice();
+
+    int64_t toDevice(int64_t v) const;
+    Box toDevice(const Box& b) const { return {toDevice(b.left), toDevice(b.top), toDevice(b.right), toDevice(b.bottom)}; }
+    // The surface pixels that cover a box of device pixels.
+    Box surfaceBoxOf(const Box& deviceBox) const;
+    // Whether a move by (dx, dy) is a whole number of device pixels.
+    bool movesWhole(int64_t dx, int64_t dy) const;
+
+    void fill(const Box& box, QRgb pixel);
+    bool holds(const Box& box, QRgb pixel);
+    void invert(const Box& box);
+    // Dotted, by exclusive-or: drawing it twice leaves the pixels as they were.
+    void focusRect(const Box& box);
+    // The end point itself is not drawn; a dotted line draws three pixels of six.
+    void line(int32_t x1, int32_t y1, int32_t x2, int32_t y2, QRgb pixel, bool dotted);
+    void edge(const Box& box, unsigned kinds, unsigned sides);
+    void checkBox(const Box& box, bool checked);
+    void text(const QString& s, const Box& box, unsigned flags, const TextStyle& style);
+    // What decides a text's pixels besides the place of its rectangle.
+    size_t textDigest(QAnyStringView s, const Box& box, unsigned flags, const TextStyle& style) const;
+    // Moves the pixels of destination from (x - dx, y - dy).
+    void move(const Box& destination, int64_t dx, int64_t dy);
+
+private:
+    int64_t toSurface(int64_t v) const;
+    QRgb* row(int64_t deviceY) { return reinterpret_cast<QRgb*>(image_.bits() + deviceY * image_.bytesPerLine()); }
+    Box deviceBounds() const { return {0, 0, image_.width(), image_.height()}; }
+    // The device pixels of box inside the image; none when it is empty.
+    Box deviceBoxOf(const Box& box) const;
+    void setPixel(int64_t x, int64_t y, QRgb pixel);
+    void invertPixel(int64_t x, int64_t y);
+    void invertEvenPixels(const Box& box);
+    void drawTick(const Box& interior);
+    void moveBlocks(const Box& destination, int64_t dx, int64_t dy);
+    bool drawCachedText(const QString& s, const QRectF& layout, const Box& box, unsigned flags, const TextStyle& style);
+
+    QImage image_;
+    qreal ratio_ = 1;
+    int width_ = 0;
+    int height_ = 0;
+};
+
+}  // namespace TabulaControl::platform
