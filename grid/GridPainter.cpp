@@ -85,28 +85,9 @@ void drawGridLines(Grid& g, int32_t row1, int32_t col1, int32_t row2, int32_t co
 
 void walkRow(Grid& g, const std::function<void(int32_t col, int32_t x)>& paintCell)
 {
-    const GridModel& model = g.model;
-    Viewport& view = g.viewport;
     const int32_t lastX = g.ui.picGrid.ScaleWidth() - 1;
-    int32_t x = 1;
-    if (g.appearance.showsRowHeader()) {
-        paintCell(0, 1);
-        x = advance(1, model.cols().size(0), view.lineWidth());
-    }
-    view.startColumnWalk();
-    for (int32_t c = firstWalked(view.leftCol()); c <= model.cols().count(); ++c) {
-        paintCell(c, x);
-        x = advance(x, model.cols().size(c), view.lineWidth());
-        if (x <= lastX)
-            continue;
-        if (c < model.cols().count()) {
-            view.columnsCutOff();
-            view.measurePageCols(c);
-            g.ui.scrHorizontal.setLargeChange(view.pageCols() > 0 ? saturate16(view.pageCols()) : int16_t{1});
-        }
-        break;
-    }
-    view.setDrawnRight(std::min(advance(x, -1), lastX));
+    if (const auto page = layout::walkColumns(g.model, g.appearance, g.viewport, lastX, paintCell))
+        g.ui.scrHorizontal.setLargeChange(*page);
 }
 
 bool cornerSquareNeeded(const Grid& g)
@@ -252,26 +233,11 @@ void Grid::redrawAllCells(bool full)
 
 void Grid::passOverCells(bool full)
 {
-    int32_t y = 1;
-    viewport.setDrawnBottom(0);
-    if (appearance.showsColumnHeader()) {
-        if (full)
-            drawRow(0, 1, true);
-        y = advance(model.rows().size(0), 1, viewport.lineWidth());
-        viewport.setDrawnBottom(advance(model.rows().size(0), 1));
-    }
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
-    for (int32_t r = firstWalked(viewport.topRow()); r <= model.rows().count(); ++r) {
-        drawRow(r, y, true);
-        y = advance(y, model.rows().size(r), viewport.lineWidth());
-        if (y <= size.height - 1 && r != model.rows().count())
-            continue;
-        if (viewport.measurePageRows(r))
-            ui.scrVertical.setLargeChange(saturate16(viewport.pageRows()));
-        viewport.setDrawnBottom(advance(y, -1));
-        break;
-    }
-    viewport.settleExtents(size.width - 1, size.height - 1);
+    const auto page = layout::walkRows(model, appearance, viewport, size, full,
+                                       [&](int32_t row, int32_t y) { drawRow(row, y, true); });
+    if (page)
+        ui.scrVertical.setLargeChange(saturate16(*page));
     render::paintBackgroundBands(appearance, viewport, canvas(), size);
     if (model.rows().count() > 0) {
         drawGrid();

@@ -43,7 +43,6 @@ private:
     void placeEditor();
     void walkRow(int32_t row);
     void walkFirstRow(int32_t row);
-    int32_t line() const { return view_.lineWidth(); }
 
     const GridModel& model_;
     const render::Appearance& look_;
@@ -70,55 +69,21 @@ void Run::walkRow(int32_t row)
 void Run::walkFirstRow(int32_t row)
 {
     RowWalk walk;
-    const auto visit = [&](int32_t col) {
+    const auto visit = [&](int32_t col, int32_t) {
         checkCell(model_, row, col);
         walk.drawsCells = true;
     };
-    const int32_t lastX = around_.surface.width - 1;
-    int32_t x = 1;
-    if (look_.showsRowHeader()) {
-        visit(0);
-        x = advance(1, model_.cols().size(0), line());
-    }
-    view_.startColumnWalk();
-    for (int32_t c = firstWalked(view_.leftCol()); c <= model_.cols().count(); ++c) {
-        visit(c);
-        x = advance(x, model_.cols().size(c), line());
-        if (x <= lastX)
-            continue;
-        if (c < model_.cols().count()) {
-            view_.columnsCutOff();
-            view_.measurePageCols(c);
-            out_.horizontalPage = view_.pageCols() > 0 ? saturate16(view_.pageCols()) : 1;
-        }
-        break;
-    }
-    view_.setDrawnRight(std::min(advance(x, -1), lastX));
+    if (const auto page = walkColumns(model_, look_, view_, around_.surface.width - 1, visit))
+        out_.horizontalPage = *page;
     walk.reach = view_.columnsReach();
     walked_ = walk;
 }
 
 void Run::passOverCells()
 {
-    const SurfaceSize size = around_.surface;
-    int32_t y = 1;
-    view_.setDrawnBottom(0);
-    if (look_.showsColumnHeader()) {
-        walkRow(0);
-        y = advance(model_.rows().size(0), 1, line());
-        view_.setDrawnBottom(advance(model_.rows().size(0), 1));
-    }
-    for (int32_t r = firstWalked(view_.topRow()); r <= model_.rows().count(); ++r) {
-        walkRow(r);
-        y = advance(y, model_.rows().size(r), line());
-        if (y <= size.height - 1 && r != model_.rows().count())
-            continue;
-        if (view_.measurePageRows(r))
-            out_.verticalPage = std::max<int32_t>(1, saturate16(view_.pageRows()));
-        view_.setDrawnBottom(advance(y, -1));
-        break;
-    }
-    view_.settleExtents(size.width - 1, size.height - 1);
+    const auto page = walkRows(model_, look_, view_, around_.surface, true, [&](int32_t row, int32_t) { walkRow(row); });
+    if (page)
+        out_.verticalPage = std::max<int32_t>(1, saturate16(*page));
 }
 
 // Flipping a mark draws nothing here, but it reads the sizes its place is

@@ -65,4 +65,57 @@ EditorBox editorBox(int32_t x, int32_t y, int32_t width, int32_t height)
     return {advance(x, EditorLeftInset), advance(y, EditorTopInset), boxWidth, std::max(height, 0)};
 }
 
+std::optional<int16_t> walkColumns(const GridModel& model, const render::Appearance& look, render::Viewport& view,
+                                   int32_t lastX, const std::function<void(int32_t col, int32_t x)>& visit)
+{
+    int32_t x = 1;
+    if (look.showsRowHeader()) {
+        visit(0, 1);
+        x = advance(1, model.cols().size(0), view.lineWidth());
+    }
+    std::optional<int16_t> page;
+    view.startColumnWalk();
+    for (int32_t c = firstWalked(view.leftCol()); c <= model.cols().count(); ++c) {
+        visit(c, x);
+        x = advance(x, model.cols().size(c), view.lineWidth());
+        if (x <= lastX)
+            continue;
+        if (c < model.cols().count()) {
+            view.columnsCutOff();
+            view.measurePageCols(c);
+            page = view.pageCols() > 0 ? saturate16(view.pageCols()) : int16_t{1};
+        }
+        break;
+    }
+    view.setDrawnRight(std::min(advance(x, -1), lastX));
+    return page;
+}
+
+std::optional<int32_t> walkRows(const GridModel& model, const render::Appearance& look, render::Viewport& view,
+                                SurfaceSize surface, bool withHeader,
+                                const std::function<void(int32_t row, int32_t y)>& visit)
+{
+    std::optional<int32_t> page;
+    int32_t y = 1;
+    view.setDrawnBottom(0);
+    if (look.showsColumnHeader()) {
+        if (withHeader)
+            visit(0, 1);
+        y = advance(model.rows().size(0), 1, view.lineWidth());
+        view.setDrawnBottom(advance(model.rows().size(0), 1));
+    }
+    for (int32_t r = firstWalked(view.topRow()); r <= model.rows().count(); ++r) {
+        visit(r, y);
+        y = advance(y, model.rows().size(r), view.lineWidth());
+        if (y <= surface.height - 1 && r != model.rows().count())
+            continue;
+        if (view.measurePageRows(r))
+            page = view.pageRows();
+        view.setDrawnBottom(advance(y, -1));
+        break;
+    }
+    view.settleExtents(surface.width - 1, surface.height - 1);
+    return page;
+}
+
 }  // namespace TabulaControl::detail::layout

@@ -5,6 +5,8 @@
 #include "state/Viewport.h"
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 
 namespace TabulaControl::detail::layout {
 
@@ -30,6 +32,21 @@ int32_t firstScrollableLeft(const GridModel& model, const render::Appearance& lo
 // offsets are taken.
 bool cellCoordinates(const GridModel& model, const render::Appearance& look, render::Viewport& view,
                      SurfaceSize surface, int32_t row, int32_t col, int32_t& x, int32_t& y);
+
+// The walk across the columns a row shows: visit(col, x) for the row header
+// and for each column from the first shown, until one ends past lastX.
+// Settles the view's column reach; returns the page of columns when the walk
+// stopped before the last one.
+std::optional<int16_t> walkColumns(const GridModel& model, const render::Appearance& look, render::Viewport& view,
+                                   int32_t lastX, const std::function<void(int32_t col, int32_t x)>& visit);
+
+// The walk down the rows of a pass: visit(row, y) for the header row when
+// withHeader, and for each row from the first shown until one ends past the
+// surface. Settles the view's drawn extents; returns the rows of a page when
+// the walk measured them.
+std::optional<int32_t> walkRows(const GridModel& model, const render::Appearance& look, render::Viewport& view,
+                                SurfaceSize surface, bool withHeader,
+                                const std::function<void(int32_t row, int32_t y)>& visit);
 
 // Where the hidden editor box goes over a cell at (x, y) of the given size:
 // inside its left and top edges, in the sizes the widget holds.
