@@ -87,12 +87,8 @@ layout::Surroundings surroundingsOf(const Grid& g)
     const platform::Editor& edit = g.ui.txtEdit;
     return {{g.ui.picGrid.ScaleWidth(), g.ui.picGrid.ScaleHeight()},
             g.ui.window.ScaleWidth(),
-            pageStepOf(g.ui.scrVertical),
-            pageStepOf(g.ui.scrHorizontal),
-            g.ui.scrVertical.Visible(),
-            g.ui.scrHorizontal.Visible(),
-            {edit.Left(), edit.Top(), edit.Width(), edit.Height()},
-            edit.MaxLength()};
+            {pageStepOf(g.ui.scrVertical), pageStepOf(g.ui.scrHorizontal), g.ui.scrVertical.Visible(),
+             g.ui.scrHorizontal.Visible(), {edit.Left(), edit.Top(), edit.Width(), edit.Height()}, edit.MaxLength()}};
 }
 
 // The rows a layout reads: the sizes of those that can show from the first
@@ -228,15 +224,16 @@ void Grid::runLayout()
 void Grid::applyLayout(const layout::Layout& laid)
 {
     viewport = laid.viewport;
-    ui.scrHorizontal.setLargeChange(saturate16(laid.horizontalPage));
-    ui.scrVertical.setLargeChange(saturate16(laid.verticalPage));
+    const layout::ControlPlaces& controls = laid.controls;
+    ui.scrHorizontal.setLargeChange(saturate16(controls.horizontalPage));
+    ui.scrVertical.setLargeChange(saturate16(controls.verticalPage));
     if (laid.editorPlaced)
-        ui.txtEdit.Move(laid.editor.left, laid.editor.top, laid.editor.width, laid.editor.height);
+        ui.txtEdit.Move(controls.editor.left, controls.editor.top, controls.editor.width, controls.editor.height);
     if (laid.editorLimited)
-        ui.txtEdit.setMaxLength(laid.editorMaxLength);
+        ui.txtEdit.setMaxLength(controls.editorMaxLength);
     resizeZones.restoreZones(laid.zones);
-    ui.scrVertical.setVisible(laid.verticalBar);
-    ui.scrHorizontal.setVisible(laid.horizontalBar);
+    ui.scrVertical.setVisible(controls.verticalBar);
+    ui.scrHorizontal.setVisible(controls.horizontalBar);
     selection = laid.selection;
 }
 
@@ -252,9 +249,7 @@ std::optional<layout::Layout> Grid::layoutOrNothing() const
 
 layout::Layout Grid::observedLayout() const
 {
-    const layout::Surroundings around = surroundingsOf(*this);
-    return {viewport,          resizeZones,         selection, around.verticalPage, around.horizontalPage,
-            around.verticalBar, around.horizontalBar, around.editor, around.editorMaxLength};
+    return {viewport, resizeZones, selection, surroundingsOf(*this).controls};
 }
 #endif
 

@@ -74,7 +74,7 @@ void Run::walkFirstRow(int32_t row)
         walk.drawsCells = true;
     };
     if (const auto page = walkColumns(model_, look_, view_, around_.surface.width - 1, visit))
-        out_.horizontalPage = *page;
+        out_.controls.horizontalPage = *page;
     walk.reach = view_.columnsReach();
     walked_ = walk;
 }
@@ -83,7 +83,7 @@ void Run::passOverCells()
 {
     const auto page = walkRows(model_, look_, view_, around_.surface, true, [&](int32_t row, int32_t) { walkRow(row); });
     if (page)
-        out_.verticalPage = std::max<int32_t>(1, saturate16(*page));
+        out_.controls.verticalPage = std::max<int32_t>(1, saturate16(*page));
 }
 
 // Flipping a mark draws nothing here, but it reads the sizes its place is
@@ -126,9 +126,9 @@ void Run::placeEditor()
     cellCoordinates(model_, look_, view_, around_.surface, row, col, x, y);
     const int32_t width = model_.cols().size(col);
     const int32_t height = model_.rows().size(row);
-    out_.editor = editorBox(x, y, width, height);
+    out_.controls.editor = editorBox(x, y, width, height);
     out_.editorPlaced = true;
-    out_.editorMaxLength = std::max<int32_t>(model_.columns().editWidth(col), 0);
+    out_.controls.editorMaxLength = std::max<int32_t>(model_.columns().editWidth(col), 0);
     out_.editorLimited = true;
 }
 
@@ -159,8 +159,9 @@ std::vector<int64_t> Layout::observable() const
     viewport.appendState(v);
     zones.appendState(v);
     selection.appendState(v);
-    v.insert(v.end(), {verticalPage, horizontalPage, verticalBar, horizontalBar, editor.left, editor.top,
-                       editor.width, editor.height, editorMaxLength});
+    const ControlPlaces& c = controls;
+    v.insert(v.end(), {c.verticalPage, c.horizontalPage, c.verticalBar, c.horizontalBar, c.editor.left, c.editor.top,
+                       c.editor.width, c.editor.height, c.editorMaxLength});
     return v;
 }
 
@@ -168,9 +169,7 @@ LayoutAttempt attemptLayout(const GridModel& model, const render::Viewport& view
                             const navigation::Selection& selection, const navigation::ResizeZones& zones,
                             const Surroundings& around)
 {
-    LayoutAttempt attempt{{viewport, zones, selection, around.verticalPage, around.horizontalPage, around.verticalBar,
-                           around.horizontalBar, around.editor, around.editorMaxLength},
-                          nullptr};
+    LayoutAttempt attempt{{viewport, zones, selection, around.controls}, nullptr};
     Layout& out = attempt.layout;
     try {
         Run run(model, look, around, out);
@@ -179,8 +178,8 @@ LayoutAttempt attemptLayout(const GridModel& model, const render::Viewport& view
         if (model.rows().count() > 0)
             run.showMarks();
         run.placeZones();
-        out.verticalBar = out.viewport.vScrollNeeded();
-        out.horizontalBar = out.viewport.hScrollNeeded();
+        out.controls.verticalBar = out.viewport.vScrollNeeded();
+        out.controls.horizontalBar = out.viewport.hScrollNeeded();
         run.fitSelection();
     } catch (...) {
         attempt.failure = std::current_exception();

@@ -15,18 +15,24 @@
 
 namespace TabulaControl::detail::layout {
 
-// What a full repaint reads besides the grid's components: the sizes of the
-// surface and of the control's window, and what the child controls hold now,
-// which a repaint that does not set them leaves as they are.
-struct Surroundings {
-    SurfaceSize surface;
-    int32_t windowWidth = 0;
+// What the child controls a repaint sets hold: the scroll bars' page steps
+// and visibility, the hidden editor box and the editor's limit (never below 0).
+struct ControlPlaces {
     int32_t verticalPage = 1;
     int32_t horizontalPage = 1;
     bool verticalBar = false;
     bool horizontalBar = false;
     EditorBox editor;
     int32_t editorMaxLength = 0;
+};
+
+// What a full repaint reads besides the grid's components: the sizes of the
+// surface and of the control's window, and the child controls as they are
+// now, which a repaint that does not set them leaves as they are.
+struct Surroundings {
+    SurfaceSize surface;
+    int32_t windowWidth = 0;
+    ControlPlaces controls;
 };
 
 // Everything a full repaint settles that the host can observe: the
@@ -38,13 +44,7 @@ struct Layout {
     render::Viewport viewport;
     navigation::ResizeZones zones;
     navigation::Selection selection;
-    int32_t verticalPage = 1;
-    int32_t horizontalPage = 1;
-    bool verticalBar = false;
-    bool horizontalBar = false;
-    EditorBox editor;
-    // The editor's limit as the widget holds it (never below 0).
-    int32_t editorMaxLength = 0;
+    ControlPlaces controls;
     // Whether the repaint places the editor box over the current cell, and
     // then gives it the column's limit.
     bool editorPlaced = false;
