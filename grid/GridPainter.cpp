@@ -119,7 +119,9 @@ void Grid::Refresh()
         selection.setRow(1);
     if (selection.col() < 1 && model.cols().count() >= 1)
         selection.setCol(1);
-    if (deferDepth_ > 0)
+    // With AutoRedraw off, what the rest of this call changes is not painted
+    // again, so the pixels are made now, from the state as it is.
+    if (deferDepth_ > 0 && autoRedraw_)
         layoutAll();
     else
         paintAll();

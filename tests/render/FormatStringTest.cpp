@@ -190,4 +190,16 @@ TEST_F(AutoSetupMethod, NonNumericCountFailsAndLeavesAutoRedrawOff)
     EXPECT_EQ(grid().FormatString(), "");
 }
 
+// The caption that fails comes after the repaint and the column it adds;
+// with AutoRedraw left off, the picture stays that of the repaint.
+TEST_F(AutoSetupMethod, ACaptionTooWideFailsAfterTheRepaintWhosePictureStays)
+{
+    grid().AutoSetup(3, QVariant(), false, false, QString());
+    const QImage repainted = picture();
+    const auto error = errorOf([&] { grid().AutoSetup(3, QVariant(), false, false, QString(10000, QChar('H'))); });
+    EXPECT_EQ(error.Source, "TabulaControl.Tabula.AutoSetup");
+    EXPECT_EQ(grid().Cols(), 1);
+    EXPECT_EQ(picture(), repainted);
+}
+
 }  // namespace
