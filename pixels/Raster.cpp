@@ -173,15 +173,17 @@ Box Raster::deviceBoxOf(const Box& box) const
 void Raster::fill(const Box& box, QRgb pixel)
 {
     const Box visible = deviceBoxOf(box);
+    const Rows row = rows();
     for (int64_t y = visible.top; y < visible.bottom; ++y)
-        std::fill(row(y) + visible.left, row(y) + visible.right, pixel);
+        std::fill(row[y] + visible.left, row[y] + visible.right, pixel);
 }
 
 bool Raster::holds(const Box& box, QRgb pixel)
 {
     const Box visible = deviceBoxOf(box);
+    const Rows row = rows();
     for (int64_t y = visible.top; y < visible.bottom; ++y)
-        if (!std::all_of(row(y) + visible.left, row(y) + visible.right, [pixel](QRgb p) { return p == pixel; }))
+        if (!std::all_of(row[y] + visible.left, row[y] + visible.right, [pixel](QRgb p) { return p == pixel; }))
             return false;
     return true;
 }
@@ -189,33 +191,35 @@ bool Raster::holds(const Box& box, QRgb pixel)
 void Raster::invert(const Box& box)
 {
     const Box visible = deviceBoxOf(box);
+    const Rows row = rows();
     for (int64_t y = visible.top; y < visible.bottom; ++y)
-        for (QRgb* p = row(y) + visible.left; p != row(y) + visible.right; ++p)
+        for (QRgb *p = row[y] + visible.left, *end = row[y] + visible.right; p != end; ++p)
             *p ^= kXorMask;
 }
 
-void Raster::setPixel(int64_t x, int64_t y, QRgb pixel)
+void Raster::setPixel(const Rows& row, int64_t x, int64_t y, QRgb pixel)
 {
     if (ratio_ != 1)
         return fill({x, y, x + 1, y + 1}, pixel);
     if (x >= 0 && y >= 0 && x < width_ && y < height_)
-        row(y)[x] = pixel;
+        row[y][x] = pixel;
 }
 
-void Raster::invertPixel(int64_t x, int64_t y)
+void Raster::invertPixel(const Rows& row, int64_t x, int64_t y)
 {
     if (ratio_ != 1)
         return invert({x, y, x + 1, y + 1});
     if (x >= 0 && y >= 0 && x < width_ && y < height_)
-        row(y)[x] ^= kXorMask;
+        row[y][x] ^= kXorMask;
 }
 
 void Raster::invertEvenPixels(const Box& box)
 {
     const Box visible = intersect(box, bounds());
+    const Rows row = rows();
     for (int64_t y = visible.top; y < visible.bottom; ++y)
         for (int64_t x = visible.left + ((visible.left + y) & 1); x < visible.right; x += 2)
-            invertPixel(x, y);
+            invertPixel(row, x, y);
 }
 
 void Raster::focusRect(const Box& b)
@@ -260,6 +264,7 @@ void Raster::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2, QRgb pixel, bo
     const auto [first, last] = stepsInside(majorStart, majorDirection, steps, xMajor ? width_ : height_);
     if (first >= last)
         return;
+    const Rows row = rows();
     uint64_t quotient = static_cast<uint64_t>(first) * minorLength / stepCount;
     uint64_t remainder = static_cast<uint64_t>(first) * minorLength % stepCount;
     for (int64_t i = first; i < last; ++i) {
@@ -267,7 +272,7 @@ void Raster::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2, QRgb pixel, bo
         const int64_t minor = minorStart + minorDirection * minorOffset;
         const int64_t major = majorStart + majorDirection * i;
         if (minor >= 0 && minor < minorExtent && (!dotted || isDrawnDot(i)))
-            xMajor ? setPixel(major, minor, pixel) : setPixel(minor, major, pixel);
+            xMajor ? setPixel(row, major, minor, pixel) : setPixel(row, minor, major, pixel);
         remainder += minorLength;
         if (remainder >= stepCount) {
             remainder -= stepCount;
@@ -310,6 +315,7 @@ void Raster::drawTick(const Box& interior)
 {
     const int64_t offset = (interior.width() - kTickSize) / 2;
     const Box visible = intersect(interior, bounds());
+    const Rows pixels = rows();
     const int64_t left = interior.left + offset;
     const int64_t top = interior.top + offset;
     for (int row = 0; row < kTickSize; ++row) {
@@ -318,7 +324,7 @@ void Raster::drawTick(const Box& interior)
             const int64_t y = top + row;
             const bool inside = x >= visible.left && x < visible.right && y >= visible.top && y < visible.bottom;
             if (inside && kTickRows[row][column] == 'x')
-                setPixel(x, y, translateColor(0));
+                setPixel(pixels, x, y, translateColor(0));
         }
     }
 }
@@ -334,8 +340,9 @@ void Raster::move(const Box& destination, int64_t dx, int64_t dy)
     const Box to = toDevice(destination);
     const int64_t deviceDx = toDevice(dx), deviceDy = toDevice(dy);
     const size_t bytes = static_cast<size_t>(to.width()) * sizeof(QRgb);
+    const Rows row = rows();
     const auto copyRow = [&](int64_t y) {
-        std::memmove(row(y) + to.left, row(y - deviceDy) + to.left - deviceDx, bytes);
+        std::memmove(row[y] + to.left, row[y - deviceDy] + to.left - deviceDx, bytes);
     };
     if (deviceDy > 0) {
         for (int64_t y = to.bottom - 1; y >= to.top; --y)
@@ -358,9 +365,10 @@ void Raster::moveBlocks(const Box& destination, int64_t dx, int64_t dy)
         return std::min(toDevice(from) + device - toDevice(surface), toDevice(from + 1) - 1);
     };
     const Box target = deviceBoxOf(destination);
+    const Rows row = rows();
     for (int64_t y = target.top; y < target.bottom; ++y) {
         const auto* from = reinterpret_cast<const QRgb*>(before.constScanLine(static_cast<int>(sourceOf(y, dy))));
-        QRgb* to = row(y);
+        QRgb* to = row[y];
         for (int64_t x = target.left; x < target.right; ++x)
             to[x] = from[sourceOf(x, dx)];
     }

@@ -107,12 +107,19 @@ public:
 
 private:
     int64_t toSurface(int64_t v) const;
-    QRgb* row(int64_t deviceY) { return reinterpret_cast<QRgb*>(image_.bits() + deviceY * image_.bytesPerLine()); }
+    // The image's rows, writable. Taken once per drawing: taking them makes
+    // the image its own copy first, which costs a call each time.
+    struct Rows {
+        uchar* bits;
+        qsizetype stride;
+        QRgb* operator[](int64_t deviceY) const { return reinterpret_cast<QRgb*>(bits + deviceY * stride); }
+    };
+    Rows rows() { return {image_.bits(), image_.bytesPerLine()}; }
     Box deviceBounds() const { return {0, 0, image_.width(), image_.height()}; }
     // The device pixels of box inside the image; none when it is empty.
     Box deviceBoxOf(const Box& box) const;
-    void setPixel(int64_t x, int64_t y, QRgb pixel);
-    void invertPixel(int64_t x, int64_t y);
+    void setPixel(const Rows& rows, int64_t x, int64_t y, QRgb pixel);
+    void invertPixel(const Rows& rows, int64_t x, int64_t y);
     void invertEvenPixels(const Box& box);
     void drawTick(const Box& interior);
     void moveBlocks(const Box& destination, int64_t dx, int64_t dy);

@@ -307,6 +307,7 @@ bool Raster::drawCachedText(const QString& s, const QRectF& layout, const Box& b
     if (!mask->exact || origin.x < mask->overhang.x() || origin.y < mask->overhang.y())
         return false;
     const Box visible = intersect(device, deviceBounds());
+    const Rows row = rows();
     for (const TextMask::Run& run : mask->runs) {
         const int64_t y = origin.y + run.y;
         if (y < visible.top || y >= visible.bottom)
@@ -314,7 +315,7 @@ bool Raster::drawCachedText(const QString& s, const QRectF& layout, const Box& b
         const int64_t left = std::max(origin.x + run.left, visible.left);
         const int64_t right = std::min(origin.x + run.right, visible.right);
         if (left < right)
-            std::fill(row(y) + left, row(y) + right, style.colour);
+            std::fill(row[y] + left, row[y] + right, style.colour);
     }
     return true;
 }
