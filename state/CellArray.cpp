@@ -22,8 +22,6 @@ auto guarded(const char* accessor, F&& body, std::source_location where = std::s
     return trap("clsCellArray", accessor, where.line(), std::forward<F>(body));
 }
 
-bool isHeader(int16_t row, int16_t col) { return row == 0 || col == 0; }
-
 // Makes room for cell col in a row of cells 0..lastCol: capacity doubles but
 // never passes the row's width.
 template <class T>
@@ -70,16 +68,6 @@ uint32_t CellArray::intern(const CellFormat& format)
     return index;
 }
 
-uint32_t CellArray::defaultFormat(int16_t row, int16_t col, const QString& tag)
-{
-    if (tag.isEmpty())
-        return isHeader(row, col) ? HeaderFormat : PlainFormat;
-    CellFormat format;
-    format.FontBold = isHeader(row, col);
-    format.Tag = tag;
-    return intern(format);
-}
-
 const CellArray::Row& CellArray::rowAt(int16_t row, int16_t col) const
 {
     if (row < 0 || row > rowCount_ || col < 0 || col > colCount_)
@@ -106,22 +94,13 @@ CellArray::Attributes CellArray::ownAttributes(int16_t row, int16_t col) const
 
 const CellFormat& CellArray::format(int16_t row, int16_t col) const { return formats_[ownAttributes(row, col).format]; }
 
-uint8_t CellArray::style(int16_t row, int16_t col) const
+uint8_t CellArray::ownOrDefault(int16_t row, int16_t col, uint16_t Attributes::*own, uint8_t header,
+                                uint8_t data) const
 {
-    const uint16_t own = ownAttributes(row, col).style;
-    if (own != OwnNone)
-        return static_cast<uint8_t>(own);
-    return isHeaderCell(rows_[static_cast<size_t>(row)], static_cast<size_t>(col)) ? defaultStyles_.headerStyle
-                                                                                   : defaultStyles_.dataStyle;
-}
-
-uint8_t CellArray::alignVertical(int16_t row, int16_t col) const
-{
-    const uint16_t own = ownAttributes(row, col).alignVertical;
-    if (own != OwnNone)
-        return static_cast<uint8_t>(own);
-    return isHeaderCell(rows_[static_cast<size_t>(row)], static_cast<size_t>(col)) ? defaultStyles_.headerAlignVertical
-                                                                                   : 0;
+    const uint16_t value = ownAttributes(row, col).*own;
+    if (value != OwnNone)
+        return static_cast<uint8_t>(value);
+    return isHeaderCell(rows_[static_cast<size_t>(row)], static_cast<size_t>(col)) ? header : data;
 }
 
 template <class F>
@@ -183,13 +162,6 @@ void CellArray::setCols(int16_t n)
     });
 }
 
-void CellArray::InitializeCell(int16_t row, int16_t col)
-{
-    guarded("InitializeCell", [&] {
-        editAttributes(row, col, [&](Attributes& a) { a.format = defaultFormat(row, col, formats_[a.format].Tag); });
-    });
-}
-
 void CellArray::Remove(int16_t row)
 {
     guarded("Remove", [&] {
@@ -242,82 +214,22 @@ void CellArray::setText(int16_t row, int16_t col, QStringView value)
     });
 }
 
-QString CellArray::FontName(int16_t row, int16_t col) const
-{
-    return guarded("FontName", [&] { return format(row, col).FontName; });
-}
-void CellArray::setFontName(int16_t row, int16_t col, const QString& value)
-{
-    guarded("FontName", [&] { editFormat(row, col, [&](CellFormat& f) { f.FontName = value; }); });
-}
-
-int16_t CellArray::FontSize(int16_t row, int16_t col) const
-{
-    return guarded("FontSize", [&] { return format(row, col).FontSize; });
-}
-void CellArray::setFontSize(int16_t row, int16_t col, int16_t value)
-{
-    guarded("FontSize", [&] { editFormat(row, col, [&](CellFormat& f) { f.FontSize = value; }); });
-}
-
-bool CellArray::FontBold(int16_t row, int16_t col) const
-{
-    return guarded("FontBold", [&] { return format(row, col).FontBold; });
-}
-void CellArray::setFontBold(int16_t row, int16_t col, bool value)
-{
-    guarded("FontBold", [&] { editFormat(row, col, [&](CellFormat& f) { f.FontBold = value; }); });
-}
-
-bool CellArray::FontItalic(int16_t row, int16_t col) const
-{
-    return guarded("FontItalic", [&] { return format(row, col).FontItalic; });
-}
-void CellArray::setFontItalic(int16_t row, int16_t col, bool value)
-{
-    guarded("FontItalic", [&] { editFormat(row, col, [&](CellFormat& f) { f.FontItalic = value; }); });
-}
-
-bool CellArray::FontUnderline(int16_t row, int16_t col) const
-{
-    return guarded("FontUnderline", [&] { return format(row, col).FontUnderline; });
-}
-void CellArray::setFontUnderline(int16_t row, int16_t col, bool value)
-{
-    guarded("FontUnderline", [&] { editFormat(row, col, [&](CellFormat& f) { f.FontUnderline = value; }); });
-}
-
-bool CellArray::FontStrikethru(int16_t row, int16_t col) const
-{
-    return guarded("FontStrikethru", [&] { return format(row, col).FontStrikethru; });
-}
-void CellArray::setFontStrikethru(int16_t row, int16_t col, bool value)
-{
-    guarded("FontStrikethru", [&] { editFormat(row, col, [&](CellFormat& f) { f.FontStrikethru = value; }); });
-}
-
 uint8_t CellArray::TextAlignVertical(int16_t row, int16_t col) const
 {
-    return guarded("TextAlignVertical", [&] { return alignVertical(row, col); });
+    return guarded("TextAlignVertical", [&] {
+        return ownOrDefault(row, col, &Attributes::alignVertical, defaultStyles_.headerAlignVertical, 0);
+    });
 }
 void CellArray::setTextAlignVertical(int16_t row, int16_t col, uint8_t value)
 {
     guarded("TextAlignVertical", [&] { editAttributes(row, col, [&](Attributes& a) { a.alignVertical = value; }); });
 }
 
-int32_t CellArray::BackColor(int16_t row, int16_t col) const
-{
-    return guarded("BackColor", [&] { return format(row, col).BackColor; });
-}
 void CellArray::setBackColor(int16_t row, int16_t col, int32_t value)
 {
     guarded("BackColor", [&] { editFormat(row, col, [&](CellFormat& f) { f.BackColor = value; }); });
 }
 
-int32_t CellArray::ForeColor(int16_t row, int16_t col) const
-{
-    return guarded("ForeColor", [&] { return format(row, col).ForeColor; });
-}
 void CellArray::setForeColor(int16_t row, int16_t col, int32_t value)
 {
     guarded("ForeColor", [&] { editFormat(row, col, [&](CellFormat& f) { f.ForeColor = value; }); });
@@ -325,7 +237,9 @@ void CellArray::setForeColor(int16_t row, int16_t col, int32_t value)
 
 uint8_t CellArray::Style(int16_t row, int16_t col) const
 {
-    return guarded("Style", [&] { return style(row, col); });
+    return guarded("Style", [&] {
+        return ownOrDefault(row, col, &Attributes::style, defaultStyles_.headerStyle, defaultStyles_.dataStyle);
+    });
 }
 void CellArray::setStyle(int16_t row, int16_t col, uint8_t value)
 {

@@ -5,7 +5,6 @@
 #include <QString>
 
 #include <cstdint>
-#include <source_location>
 #include <unordered_map>
 #include <vector>
 
@@ -54,7 +53,6 @@ public:
     int16_t Cols() const { return colCount_; }
     void setCols(int16_t n);
 
-    void InitializeCell(int16_t row, int16_t col);
     // Shifts the rows below row up by one; the last row keeps its contents.
     void Remove(int16_t row);
 
@@ -62,23 +60,9 @@ public:
     // The text without a copy: valid until the cell's text changes.
     QAnyStringView textView(int16_t row, int16_t col) const;
     void setText(int16_t row, int16_t col, QStringView value);
-    QString FontName(int16_t row, int16_t col) const;
-    void setFontName(int16_t row, int16_t col, const QString& value);
-    int16_t FontSize(int16_t row, int16_t col) const;
-    void setFontSize(int16_t row, int16_t col, int16_t value);
-    bool FontBold(int16_t row, int16_t col) const;
-    void setFontBold(int16_t row, int16_t col, bool value);
-    bool FontItalic(int16_t row, int16_t col) const;
-    void setFontItalic(int16_t row, int16_t col, bool value);
-    bool FontUnderline(int16_t row, int16_t col) const;
-    void setFontUnderline(int16_t row, int16_t col, bool value);
-    bool FontStrikethru(int16_t row, int16_t col) const;
-    void setFontStrikethru(int16_t row, int16_t col, bool value);
     uint8_t TextAlignVertical(int16_t row, int16_t col) const;
     void setTextAlignVertical(int16_t row, int16_t col, uint8_t value);
-    int32_t BackColor(int16_t row, int16_t col) const;
     void setBackColor(int16_t row, int16_t col, int32_t value);
-    int32_t ForeColor(int16_t row, int16_t col) const;
     void setForeColor(int16_t row, int16_t col, int32_t value);
     uint8_t Style(int16_t row, int16_t col) const;
     void setStyle(int16_t row, int16_t col, uint8_t value);
@@ -119,15 +103,13 @@ private:
     static bool isHeaderCell(const Row& row, size_t col) { return col == 0 || col >= row.headerFrom; }
     static Attributes defaults(const Row& row, size_t col);
     Attributes ownAttributes(int16_t row, int16_t col) const;
-    uint8_t style(int16_t row, int16_t col) const;
-    uint8_t alignVertical(int16_t row, int16_t col) const;
+    uint8_t ownOrDefault(int16_t row, int16_t col, uint16_t Attributes::*own, uint8_t header, uint8_t data) const;
     const CellFormat& format(int16_t row, int16_t col) const;
     template <class F>
     void editAttributes(int16_t row, int16_t col, F&& change);
     template <class F>
     void editFormat(int16_t row, int16_t col, F&& change);
     uint32_t intern(const CellFormat& format);
-    uint32_t defaultFormat(int16_t row, int16_t col, const QString& tag);
 
     std::vector<Row> rows_;
     int16_t rowCount_ = 0;
