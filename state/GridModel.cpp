@@ -31,17 +31,9 @@ bool isBlankText(const QString& text)
 
 }  // namespace
 
-uint64_t GridModel::nextRevision()
-{
-    // Shared by every grid of the thread, so that no two states of one grid
-    // ever carry the same revision.
-    thread_local uint64_t last = 0;
-    return ++last;
-}
-
 void GridModel::setRowCount(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
 {
-    revision_ = nextRevision();
+    revision_.changed();
     // A grid without columns gets its first with its rows.
     if (cols_.count() == 0)
         columnsRevision_ = revision_;
@@ -51,7 +43,8 @@ void GridModel::setRowCount(int32_t n, std::optional<int32_t> backColor, std::op
 
 void GridModel::setColumnCount(int32_t n)
 {
-    columnsRevision_ = revision_ = nextRevision();
+    revision_.changed();
+    columnsRevision_ = revision_;
     initializeColumns(n);
     cols_.setCount(n);
 }
@@ -67,7 +60,8 @@ bool GridModel::rowEmpty(int32_t row) const
 
 void GridModel::release()
 {
-    columnsRevision_ = revision_ = nextRevision();
+    revision_.changed();
+    columnsRevision_ = revision_;
     cells_ = CellArray();
     rows_.clearSizes();
     cols_.clearSizes();

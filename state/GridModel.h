@@ -3,6 +3,7 @@
 #include "state/Axis.h"
 #include "state/CellArray.h"
 #include "state/ColumnSettings.h"
+#include "state/Revision.h"
 #include "state/VbArray.h"
 
 #include <QVariant>
@@ -28,10 +29,10 @@ public:
 
     // Changes with everything a cell is drawn from: every write, and every
     // access that could write, gives a value never given before.
-    uint64_t revision() const { return revision_; }
+    uint64_t revision() const { return revision_.value(); }
     // Changes with every write to the columns' count and widths; their
     // settings have a revision of their own.
-    uint64_t columnsRevision() const { return columnsRevision_; }
+    uint64_t columnsRevision() const { return columnsRevision_.value(); }
 
     // Whether (row, col) is a cell of the grid, header cells included.
     // Positions outside it (a host may store any value in the position
@@ -71,16 +72,15 @@ private:
     template <class Part>
     Part& changed(Part& part)
     {
-        revision_ = nextRevision();
+        revision_.changed();
         return part;
     }
     template <class Part>
     Part& changedColumns(Part& part)
     {
-        columnsRevision_ = nextRevision();
+        columnsRevision_.changed();
         return changed(part);
     }
-    static uint64_t nextRevision();
     void initializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
     void initializeColumns(int32_t n);
 
@@ -90,8 +90,8 @@ private:
     ColumnSettings columns_;
     VbArray<QVariant> bookmarks_;
     QString formatString_;
-    uint64_t revision_ = nextRevision();
-    uint64_t columnsRevision_ = nextRevision();
+    Revision revision_;
+    Revision columnsRevision_;
 };
 
 }  // namespace TabulaControl::detail
