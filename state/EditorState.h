@@ -44,8 +44,8 @@ public:
 
     // Changes with every change above.
     uint64_t revision() const { return revision_.value(); }
-    // Appends the values above, which the cache checks compare.
-    void appendState(std::vector<int64_t>& state) const;
+    // Appends the open and cancel flags, which the cache checks compare.
+    void appendState(std::vector<int64_t>& state) const { state.insert(state.end(), {open_, cancelled_}); }
 
 private:
     bool open_ = false;

@@ -27,7 +27,10 @@ public:
     // Changes with every change above.
     uint64_t revision() const { return revision_.value(); }
     // Appends the values above, which the cache checks compare.
-    void appendState(std::vector<int64_t>& state) const;
+    void appendState(std::vector<int64_t>& state) const
+    {
+        state.insert(state.end(), {buttonDown_, headerPressed_, row_, col_});
+    }
 
 private:
     bool buttonDown_ = false;
