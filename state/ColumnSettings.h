@@ -15,11 +15,6 @@ namespace TabulaControl::detail {
 // subscript error.
 class ColumnSettings {
 public:
-    // The last column that has settings; -1 when none has.
-    int32_t lastIndex() const { return static_cast<int32_t>(records_.size()) - 1; }
-    // The last column that has an edit permission; -1 when none has.
-    int32_t lastEditAllowedIndex() const { return editAllowedCount_ - 1; }
-
     int16_t alignment(int64_t col) const { return record(col).alignment; }
     void setAlignment(int64_t col, int16_t alignment) { record(col).alignment = alignment; }
     bool editAllowed(int64_t col) const { return permittedRecord(col).editAllowed; }

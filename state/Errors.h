@@ -43,7 +43,6 @@ T narrow(int64_t value)
 }
 inline int16_t to16(int64_t value) { return narrow<int16_t>(value); }
 inline int32_t to32(int64_t value) { return narrow<int32_t>(value); }
-inline uint8_t to8(int64_t value) { return narrow<uint8_t>(value); }
 inline int16_t saturate16(int64_t value)
 {
     return static_cast<int16_t>(std::clamp<int64_t>(value, INT16_MIN, INT16_MAX));

@@ -14,7 +14,6 @@ class VbArray {
 public:
     // -1 while the array has no elements.
     int32_t upper() const { return static_cast<int32_t>(items_.size()) - 1; }
-    bool empty() const { return items_.empty(); }
 
     // Gives the array the index range 0..upperBound, keeping the contents of
     // the indexes that remain.
