@@ -38,7 +38,9 @@ void CellText::storeOnHeap(QStringView text)
     large_ = Heap{latin1 ? HeapLatin1 : HeapUtf16, size, data};
 }
 
-CellText::CellText(const CellText& other) : small_{} { copyFrom(other); }
+// The encoding follows from the text alone, so a copy made from the text is
+// stored as the original is.
+CellText::CellText(const CellText& other) : CellText(QStringView(other.toString())) {}
 
 CellText::CellText(CellText&& other) noexcept : small_{} { take(other); }
 
@@ -59,23 +61,6 @@ CellText& CellText::operator=(CellText&& other) noexcept
 }
 
 CellText::~CellText() { release(); }
-
-size_t CellText::heapBytes() const
-{
-    return large_.encoding == HeapLatin1 ? large_.size : large_.size * sizeof(char16_t);
-}
-
-void CellText::copyFrom(const CellText& other)
-{
-    if (!other.onHeap()) {
-        small_ = other.small_;
-        return;
-    }
-    const size_t bytes = other.heapBytes();
-    void* data = ::operator new(bytes);
-    std::memcpy(data, other.large_.data, bytes);
-    large_ = Heap{other.large_.encoding, other.large_.size, data};
-}
 
 void CellText::take(CellText& other) noexcept
 {

@@ -64,9 +64,7 @@ private:
         out.size = static_cast<uint8_t>(text.size());
         return true;
     }
-    size_t heapBytes() const;
     void storeOnHeap(QStringView text);
-    void copyFrom(const CellText& other);
     void take(CellText& other) noexcept;
     void release() noexcept;
 
