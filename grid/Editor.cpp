@@ -166,7 +166,7 @@ void Grid::onEditorCharacter(int16_t& keyAscii)
         return;
     }
     case DateOnly: {
-        const QString text = DateMask().Mask(keyAscii, ui.txtEdit.Text());
+        const QString text = dateMasked(keyAscii, ui.txtEdit.Text());
         ui.txtEdit.setText(text);
         ui.txtEdit.setSelection(static_cast<int32_t>(text.size()), 0);
         return;
