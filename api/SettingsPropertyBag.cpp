@@ -53,17 +53,13 @@ QVariant SettingsPropertyBag::ReadProperty(const QString& name, const QVariant& 
     const QVariant stored = settings_.value(key(name));
     if (!stored.isValid())
         return defaultValue;
-    if (!isTextual(stored))
-        return stored;
-    if (isColour(defaultValue)) {
-        const QVariant colour = colourFromText(textOf(stored));
-        return colour.isValid() ? colour : stored;
-    }
-    if (isFont(defaultValue)) {
-        const QVariant font = fontFromText(textOf(stored));
-        return font.isValid() ? font : stored;
-    }
-    return stored;
+    // A colour or font kept as text that does not read back stays text.
+    QVariant read;
+    if (isTextual(stored) && isColour(defaultValue))
+        read = colourFromText(textOf(stored));
+    else if (isTextual(stored) && isFont(defaultValue))
+        read = fontFromText(textOf(stored));
+    return read.isValid() ? read : stored;
 }
 
 void SettingsPropertyBag::WriteProperty(const QString& name, const QVariant& value, const QVariant& defaultValue)
