@@ -48,19 +48,13 @@ void Tabula::setColEditWidth(int32_t Col, int16_t value)
 bool Tabula::SelectText() const { return grid_->editorState.selectsTextOnOpen(); }
 void Tabula::setSelectText(bool value)
 {
-    change("SelectText", [&] {
-        grid_->editorState.setSelectsTextOnOpen(value);
-        grid_->notifyPropertyChanged("SelectText");
-    });
+    changeProperty("SelectText", [&] { grid_->editorState.setSelectsTextOnOpen(value); });
 }
 
 bool Tabula::AutoNewRow() const { return grid_->editorState.addsRowOnEdit(); }
 void Tabula::setAutoNewRow(bool value)
 {
-    change("AutoNewRow", [&] {
-        grid_->editorState.setAddsRowOnEdit(value);
-        grid_->notifyPropertyChanged("AutoNewRow");
-    });
+    changeProperty("AutoNewRow", [&] { grid_->editorState.setAddsRowOnEdit(value); });
 }
 
 }  // namespace TabulaControl

@@ -45,4 +45,13 @@ void Tabula::repaintingChange(const char* member, F&& body, std::source_location
     emit settingsChanged();
 }
 
+template <class F>
+void Tabula::changeProperty(const char* member, F&& body, std::source_location where)
+{
+    change(member, [&] {
+        body();
+        grid_->notifyPropertyChanged(member);
+    }, where);
+}
+
 }  // namespace TabulaControl

@@ -52,19 +52,13 @@ bool Tabula::ColHasLookup(int32_t Col) const
 bool Tabula::UseItemData() const { return grid_->dropDownSettings.picksItemData(); }
 void Tabula::setUseItemData(bool value)
 {
-    change("UseItemData", [&] {
-        grid_->dropDownSettings.setPicksItemData(value);
-        grid_->notifyPropertyChanged("UseItemData");
-    });
+    changeProperty("UseItemData", [&] { grid_->dropDownSettings.setPicksItemData(value); });
 }
 
 int16_t Tabula::ListBoxRows() const { return grid_->dropDownSettings.minimumRows(); }
 void Tabula::setListBoxRows(int16_t value)
 {
-    change("ListBoxRows", [&] {
-        grid_->dropDownSettings.setMinimumRows(value);
-        grid_->notifyPropertyChanged("ListBoxRows");
-    });
+    changeProperty("ListBoxRows", [&] { grid_->dropDownSettings.setMinimumRows(value); });
 }
 
 }  // namespace TabulaControl

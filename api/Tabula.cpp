@@ -237,28 +237,19 @@ bool Tabula::BlockSelected() const { return grid_->selection.isBlock(); }
 SelectModes Tabula::SelectionMode() const { return static_cast<SelectModes>(grid_->selection.mode()); }
 void Tabula::setSelectionMode(SelectModes value)
 {
-    change("SelectionMode", [&] {
-        grid_->selection.setMode(detail::to16(value));
-        grid_->notifyPropertyChanged("SelectionMode");
-    });
+    changeProperty("SelectionMode", [&] { grid_->selection.setMode(detail::to16(value)); });
 }
 
 bool Tabula::AllowSelection() const { return grid_->selection.allowed(); }
 void Tabula::setAllowSelection(bool value)
 {
-    change("AllowSelection", [&] {
-        grid_->selection.setAllowed(value);
-        grid_->notifyPropertyChanged("AllowSelection");
-    });
+    changeProperty("AllowSelection", [&] { grid_->selection.setAllowed(value); });
 }
 
 bool Tabula::AllowUserResizing() const { return grid_->resizeZones.enabled(); }
 void Tabula::setAllowUserResizing(bool value)
 {
-    change("AllowUserResizing", [&] {
-        grid_->resizeZones.setEnabled(value);
-        grid_->notifyPropertyChanged("AllowUserResizing");
-    });
+    changeProperty("AllowUserResizing", [&] { grid_->resizeZones.setEnabled(value); });
 }
 
 }  // namespace TabulaControl

@@ -499,6 +499,9 @@ private:
     template <class F>
     void repaintingChange(const char* member, F&& body,
                           std::source_location where = std::source_location::current());
+    // The same for a setting the property page edits: propertyChanged names it.
+    template <class F>
+    void changeProperty(const char* member, F&& body, std::source_location where = std::source_location::current());
     QFont fontValue() const;
     QFont fontEditValue() const;
     QFont fontFixedValue() const;
