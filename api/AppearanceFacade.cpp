@@ -4,6 +4,8 @@
 
 namespace TabulaControl {
 
+void Tabula::Refresh() { repaintingCall("Refresh", [&] { grid_->Refresh(); }); }
+
 bool Tabula::ColHeader() const { return grid_->appearance.showsColumnHeader(); }
 void Tabula::setColHeader(bool value) { repaintingChange("ColHeader", [&] { grid_->setColHeader(value); }); }
 

@@ -54,21 +54,16 @@ void Tabula::wireGrid()
 {
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
-    reportSettingsMovedByInput();
+    // The user moves the current cell and adds or deletes rows without a setter.
+    connect(events_, &TabulaEvents::RowColChange, this, &Tabula::settingsChanged);
+    connect(events_, &TabulaEvents::AfterAddRow, this, &Tabula::settingsChanged);
+    connect(events_, &TabulaEvents::AfterDeleteRow, this, &Tabula::settingsChanged);
     grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
     wireChildren();
     wireEditor();
     detail::guardMetaCalls(*this);
     forwardEvents(*events_, *this);
     call("UserControl_Initialize", [&] { grid_->initialize(); });
-}
-
-// The user moves the current cell and adds or deletes rows without a setter.
-void Tabula::reportSettingsMovedByInput()
-{
-    connect(events_, &TabulaEvents::RowColChange, this, &Tabula::settingsChanged);
-    connect(events_, &TabulaEvents::AfterAddRow, this, &Tabula::settingsChanged);
-    connect(events_, &TabulaEvents::AfterDeleteRow, this, &Tabula::settingsChanged);
 }
 
 void Tabula::WriteProperties(PropertyBag& store) const
@@ -216,10 +211,6 @@ void Tabula::ShowAboutBox()
 {
     call("ShowAboutBox", [&] { platform::showAboutBox(this); });
 }
-
-}  // namespace TabulaControl
-
-namespace TabulaControl {
 
 int32_t Tabula::TopRow() const { return grid_->viewport.topRow(); }
 void Tabula::setTopRow(int32_t value) { call("TopRow", [&] { grid_->setTopRow(value); }); }

@@ -14,7 +14,6 @@
 #include <exception>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <source_location>
 #include <string>
 
@@ -510,7 +509,6 @@ private:
     // Connects the grid, its children and its editor, and starts it empty.
     void wireGrid();
     void wireChildren();
-    void reportSettingsMovedByInput();
     void wireEditor();
 
     TabulaEvents* events_;
