@@ -33,13 +33,6 @@ void reserveCell(std::vector<T>& cells, size_t col, int16_t lastCol)
     cells.reserve(std::min(std::max({col + 1, cells.capacity() * 2, FirstRowCapacity}), width));
 }
 
-template <class T>
-void truncate(std::vector<T>& cells, size_t width)
-{
-    if (cells.size() > width)
-        cells.erase(cells.begin() + static_cast<ptrdiff_t>(width), cells.end());
-}
-
 }  // namespace
 
 size_t CellArray::FormatHash::operator()(const CellFormat& f) const
@@ -155,8 +148,8 @@ void CellArray::setCols(int16_t n)
         }
         const size_t width = static_cast<size_t>(n) + 1;
         for (Row& row : rows_) {
-            truncate(row.texts, width);
-            truncate(row.attributes, width);
+            row.texts.resize(std::min(row.texts.size(), width));
+            row.attributes.resize(std::min(row.attributes.size(), width));
         }
         colCount_ = n;
     });
