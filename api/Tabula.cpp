@@ -12,6 +12,8 @@ namespace {
 // Each event of events() raises the grid's signal of the same event. A
 // direct signal-to-signal connection passes the arguments on by reference,
 // so a Cancel set by a handler of the grid's signal reaches the grid.
+// Connected by member pointer: a connection by QMetaMethod would pass the
+// meta-call guard, which would keep a handler's failure from the grid.
 void forwardEvents(const TabulaEvents& from, Tabula& to)
 {
     QObject::connect(&from, &TabulaEvents::Click, &to, &Tabula::Click);
