@@ -210,6 +210,23 @@ TEST(SurfaceText, FarRectanglesPlaceTextLikeNearOnes)
     EXPECT_NE(s.image(), blank().image());
 }
 
+// A text drawn a second time comes from its mask; it must not move, even
+// when it is wider than it measures (its line breaks show as spaces).
+TEST(SurfaceText, DrawnAgainTheSame)
+{
+    for (const unsigned flags : {TextCenter, TextRight}) {
+        Surface s = blank(120, 30);
+        s.setFontSize(12);
+        s.setFontBold(true);
+        const Rect box{36, 9, 96, 24};
+        s.text(QStringLiteral("line\nbreak\r"), box, flags);
+        const QImage first = s.image();
+        s.fill(box, kBack);
+        s.text(QStringLiteral("line\nbreak\r"), box, flags);
+        EXPECT_EQ(s.image(), first) << flags;
+    }
+}
+
 TEST(SurfaceExtremes, EveryPrimitiveSurvivesAnyCoordinates)
 {
     const std::vector<int32_t> values = {INT_MIN, INT_MIN + 1, -1000000000, -1, 0, 7, 1000000000, INT_MAX};
