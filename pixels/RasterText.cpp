@@ -330,6 +330,12 @@ bool Raster::drawCachedText(const QString& s, const QRectF& layout, const Box& b
     return true;
 }
 
+// Qt draws glyphs this many device pixels tall and taller from their
+// outlines rather than from its glyph cache.
+constexpr int kLargestCachedGlyph = 64;
+
+bool Raster::drawsOutlines(const TextStyle& style) const { return style.key.pixelSize * ratio_ >= kLargestCachedGlyph; }
+
 size_t Raster::textDigest(QAnyStringView s, const Box& box, unsigned flags, const TextStyle& style) const
 {
     const DeviceOrigin origin = deviceOriginOf(box, ratio_);
