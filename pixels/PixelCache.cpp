@@ -2,6 +2,8 @@
 
 #include "pixels/Digest.h"
 
+#include <QFontInfo>
+
 namespace TabulaControl::platform {
 
 PixelCache::PixelCache(int width, int height, qreal ratio, QRgb background) : raster_(width, height, ratio, background)
@@ -205,6 +207,7 @@ const FontKey& PixelCache::fontKey(const QFont& font)
     slot.font = font;
     slot.key = font.key();
     slot.hash = qHash(slot.key);
+    slot.pixelSize = QFontInfo(font).pixelSize();
     return slot;
 }
 

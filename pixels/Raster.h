@@ -50,6 +50,8 @@ struct FontKey {
     QFont font;
     QString key;
     size_t hash = 0;
+    // The height of its glyphs in surface pixels.
+    int pixelSize = 0;
 };
 
 // How a text is drawn besides its place.
@@ -102,6 +104,10 @@ public:
     void text(const QString& s, const Box& box, unsigned flags, const TextStyle& style);
     // What decides a text's pixels besides the place of its rectangle.
     size_t textDigest(QAnyStringView s, const Box& box, unsigned flags, const TextStyle& style) const;
+    // Whether Qt draws the style's glyphs from their outlines. Where an
+    // outline lands moves by a fraction of a pixel as the font engine is
+    // used for other drawing, so the same text need not draw the same pixels.
+    bool drawsOutlines(const TextStyle& style) const;
     // Moves the pixels of destination from (x - dx, y - dy).
     void move(const Box& destination, int64_t dx, int64_t dy);
 

@@ -53,6 +53,16 @@ bool isLayoutSafe(const Box& b)
     return safe(b.left) && safe(b.top) && safe(b.right) && safe(b.bottom);
 }
 
+// How drawTextLine lays every text out besides its alignment.
+constexpr int kLineFlags = Qt::TextSingleLine | Qt::TextDontClip;
+
+// The width of the text as drawTextLine lays it out: on one line, with its
+// line breaks drawn as spaces, which horizontalAdvance leaves out.
+double lineWidth(const QFontMetricsF& metrics, const QString& s)
+{
+    return metrics.boundingRect(QRectF(), kLineFlags, s).width();
+}
+
 struct Stretch {
     double low;
     double high;
@@ -87,7 +97,7 @@ std::optional<QRectF> layoutRect(const Box& r, const Box& visible, unsigned flag
                       static_cast<double>(r.height()));
     const QFontMetricsF metrics(font, &device);
     const double margin = metrics.height();
-    const auto across = nearbyStretch(r.left, r.right, horizontalAnchor(flags), metrics.horizontalAdvance(s),
+    const auto across = nearbyStretch(r.left, r.right, horizontalAnchor(flags), lineWidth(metrics, s),
                                       margin, visible.left, visible.right);
     const auto down = nearbyStretch(r.top, r.bottom, verticalAnchor(flags), metrics.height(), margin,
                                     visible.top, visible.bottom);
@@ -135,7 +145,7 @@ void drawTextLine(QPainter& painter, const QString& text, const QRectF& layout, 
 {
     painter.setFont(font);
     painter.setPen(QColor::fromRgb(pixel));
-    painter.drawText(layout, static_cast<int>(alignmentOf(flags)) | Qt::TextSingleLine | Qt::TextDontClip, text);
+    painter.drawText(layout, static_cast<int>(alignmentOf(flags)) | kLineFlags, text);
 }
 
 // Texts in rectangles larger than this, in device pixels, are not cached.
@@ -197,7 +207,7 @@ QPoint overhangOf(const QString& text, const QRectF& layout, unsigned flags, con
         return static_cast<int>(std::ceil(std::max(0.0, -lead) * ratio)) + 2;
     };
     const QFontMetricsF metrics(font, &device);
-    return {overhang(horizontalAnchor(flags), layout.width(), [&] { return metrics.horizontalAdvance(text); }),
+    return {overhang(horizontalAnchor(flags), layout.width(), [&] { return lineWidth(metrics, text); }),
             overhang(verticalAnchor(flags), layout.height(), [&] { return metrics.height(); })};
 }
 
@@ -319,6 +329,12 @@ bool Raster::drawCachedText(const QString& s, const QRectF& layout, const Box& b
     }
     return true;
 }
+
+// Qt draws glyphs this many device pixels tall and taller from their
+// outlines rather than from its glyph cache.
+constexpr int kLargestCachedGlyph = 64;
+
+bool Raster::drawsOutlines(const TextStyle& style) const { return style.key.pixelSize * ratio_ >= kLargestCachedGlyph; }
 
 size_t Raster::textDigest(QAnyStringView s, const Box& box, unsigned flags, const TextStyle& style) const
 {

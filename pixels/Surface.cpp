@@ -136,11 +136,17 @@ void Surface::setFontStrikethrough(bool on) { changeFont([&] { font_.setStrikeOu
 
 void Surface::text(QAnyStringView s, Rect r, unsigned flags)
 {
-    const Box box = toBox(r);
-    const size_t digest = pixels_.drawingCell() ? raster().textDigest(s, box, flags, textStyle()) : 0;
+    Write write{.call = Write::Call::Text, .box = toBox(r)};
+    if (pixels_.drawingCell()) {
+        const TextStyle style = textStyle();
+        write.digest = raster().textDigest(s, write.box, flags, style);
+        // A cell is remembered only when drawing it again gives its pixels.
+        if (raster().drawsOutlines(style))
+            write.call = Write::Call::Other;
+    }
     // The style is read again once the write is allowed: the owed render sets it too.
-    if (pixels_.onWrite({Write::Call::Text, box, std::nullopt, digest}))
-        raster().text(textOf(s), box, flags, textStyle());
+    if (pixels_.onWrite(write))
+        raster().text(textOf(s), write.box, flags, textStyle());
 }
 
 // The text as a QString without allocating where it can: UTF-16 is viewed

@@ -210,6 +210,20 @@ TEST(SurfaceText, FarRectanglesPlaceTextLikeNearOnes)
     EXPECT_NE(s.image(), blank().image());
 }
 
+// A text drawn again comes from its mask, even one wider than it measures.
+TEST(SurfaceText, DrawnAgainTheSame)
+{
+    Surface s = blank(120, 30);
+    s.setFontSize(12);
+    s.setFontBold(true);
+    const auto draw = [&] {
+        s.fill({36, 9, 96, 24}, kBack);
+        s.text(QStringLiteral("line\nbreak\r"), {36, 9, 96, 24}, TextCenter);
+        return s.image();
+    };
+    EXPECT_EQ(draw(), draw());
+}
+
 TEST(SurfaceExtremes, EveryPrimitiveSurvivesAnyCoordinates)
 {
     const std::vector<int32_t> values = {INT_MIN, INT_MIN + 1, -1000000000, -1, 0, 7, 1000000000, INT_MAX};
