@@ -19,6 +19,9 @@ using layout::firstScrollableTop;
 using layout::SurfaceSize;
 
 // {left, top, left + width, top + height}, right and bottom exclusive.
-platform::Rect MakeRect(int32_t left, int32_t top, int32_t width, int32_t height);
+inline platform::Rect MakeRect(int32_t left, int32_t top, int32_t width, int32_t height)
+{
+    return {left, top, advance(left, width), advance(top, height)};
+}
 
 }  // namespace TabulaControl::detail::render
