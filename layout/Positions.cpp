@@ -1,7 +1,5 @@
 #include "layout/Positions.h"
 
-#include "state/Errors.h"
-
 #include <algorithm>
 
 namespace TabulaControl::detail::layout {
@@ -28,11 +26,6 @@ bool walk(int32_t first, int32_t target, int32_t count, int32_t last, int32_t li
 }
 
 }  // namespace
-
-int32_t advance(int32_t pos, int32_t size, int32_t line)
-{
-    return to32(int64_t{pos} + size + line);
-}
 
 int32_t firstScrollableTop(const GridModel& model, const render::Appearance& look, int32_t line)
 {

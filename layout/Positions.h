@@ -2,6 +2,7 @@
 
 #include "state/GridModel.h"
 #include "state/AppearanceSettings.h"
+#include "state/Errors.h"
 #include "state/Viewport.h"
 
 #include <cstdint>
@@ -17,7 +18,7 @@ struct SurfaceSize {
 };
 
 // pos + size + line, failing with the overflow error beyond 32 bits.
-int32_t advance(int32_t pos, int32_t size, int32_t line = 0);
+inline int32_t advance(int32_t pos, int32_t size, int32_t line = 0) { return to32(int64_t{pos} + size + line); }
 
 // Top pixel of the first scrollable row and left pixel of the first
 // scrollable column, with grid lines line pixels wide.

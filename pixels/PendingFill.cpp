@@ -43,11 +43,12 @@ void PendingFill::takeRuns(const Box& box, PerRun perRun)
     if (!active_ || b.empty())
         return;
     const int64_t firstWord = b.left / WordBits, lastWord = (b.right - 1) / WordBits;
+    const size_t stride = wordsPerRow_;  // a local copy: the words written could alias the member
     for (int64_t w = firstWord; w <= lastWord; ++w) {
         const int64_t base = w * WordBits;
         const uint64_t mask = bitsBetween(std::max(b.left - base, int64_t{0}), std::min(b.right - base, WordBits));
-        for (int64_t y = b.top; y < b.bottom; ++y) {
-            const size_t at = static_cast<size_t>(y) * wordsPerRow_ + static_cast<size_t>(w);
+        const auto wordOfRow = [&](int64_t y) { return static_cast<size_t>(y) * stride + static_cast<size_t>(w); };
+        for (size_t at = wordOfRow(b.top), end = wordOfRow(b.bottom); at < end; at += stride) {
             uint64_t taken = bits_[at] & mask;
             if (taken == 0)
                 continue;
@@ -57,7 +58,7 @@ void PendingFill::takeRuns(const Box& box, PerRun perRun)
             while (taken != 0) {
                 const int start = std::countr_zero(taken);
                 const int length = std::countr_one(taken >> start);
-                perRun(y, base + start, base + start + length);
+                perRun(static_cast<int64_t>(at / stride), base + start, base + start + length);
                 taken = start + length >= WordBits ? 0 : taken & ~bitsBetween(start, start + length);
             }
         }

@@ -1,8 +1,6 @@
 #include "pixels/Raster.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -13,15 +11,6 @@ namespace {
 
 constexpr int kDotsPerMeter96Dpi = 3780;
 constexpr QRgb kXorMask = 0x00FFFFFF;
-constexpr OleColor kSystemColourBit = 0x80000000;
-
-constexpr std::array<QRgb, 31> kSystemColours = {
-    0xC0C0C0, 0x008080, 0x000080, 0x808080, 0xC0C0C0, 0xFFFFFF, 0x000000, 0x000000,
-    0x000000, 0xFFFFFF, 0xC0C0C0, 0xC0C0C0, 0x808080, 0x000080, 0xFFFFFF, 0xC0C0C0,
-    0x808080, 0x808080, 0x000000, 0xC0C0C0, 0xFFFFFF, 0x000000, 0xC0C0C0, 0x000000,
-    0xFFFFE1, 0xC0C0C0, 0x0000FF, 0x1084D0, 0xB5B5B5, 0x316AC5, 0xECE9D8,
-};
-
 constexpr OleColor systemColour(unsigned index) { return kSystemColourBit + index; }
 
 QImage makeImage(int width, int height)
@@ -97,15 +86,6 @@ constexpr std::array<const char*, kTickSize> kTickRows = {
 
 }  // namespace
 
-QRgb translateColor(OleColor colour)
-{
-    if (colour & kSystemColourBit) {
-        const OleColor index = colour - kSystemColourBit;
-        return index < kSystemColours.size() ? 0xFF000000 | kSystemColours[index] : qRgb(0, 0, 0);
-    }
-    return qRgb(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
-}
-
 Raster::Raster(int width, int height, qreal ratio, QRgb background) { resize(width, height, ratio, background); }
 
 void Raster::resize(int width, int height, qreal ratio, QRgb background)
@@ -117,6 +97,7 @@ void Raster::resize(int width, int height, qreal ratio, QRgb background)
     ratio_ = ratio;
     image_ = makeImage(static_cast<int>(toDevice(width_)), static_cast<int>(toDevice(height_)));
     image_.fill(background);
+    deviceBounds_ = {0, 0, image_.width(), image_.height()};
     const int keptWidth = keep ? std::min(image_.width(), old.width()) : 0;
     const int keptHeight = keptWidth > 0 ? std::min(image_.height(), old.height()) : 0;
     for (int y = 0; y < keptHeight; ++y)
@@ -132,11 +113,6 @@ const QImage& Raster::referenceDevice()
 }
 
 const QPaintDevice& Raster::device() const { return image_.isNull() ? referenceDevice() : image_; }
-
-int64_t Raster::toDevice(int64_t v) const
-{
-    return ratio_ == 1 ? v : static_cast<int64_t>(std::floor(static_cast<double>(v) * ratio_ + 0.5));
-}
 
 // The surface pixel that covers device pixel v.
 int64_t Raster::toSurface(int64_t v) const
@@ -213,10 +189,9 @@ void Raster::invertPixel(const Rows& row, int64_t x, int64_t y)
         row[y][x] ^= kXorMask;
 }
 
-void Raster::invertEvenPixels(const Box& box)
+void Raster::invertEvenPixels(const Rows& row, const Box& box)
 {
     const Box visible = intersect(box, bounds());
-    const Rows row = rows();
     for (int64_t y = visible.top; y < visible.bottom; ++y)
         for (int64_t x = visible.left + ((visible.left + y) & 1); x < visible.right; x += 2)
             invertPixel(row, x, y);
@@ -226,12 +201,13 @@ void Raster::focusRect(const Box& b)
 {
     if (b.empty())
         return;
-    invertEvenPixels({b.left, b.top, b.right, b.top + 1});
+    const Rows row = rows();
+    invertEvenPixels(row, {b.left, b.top, b.right, b.top + 1});
     if (b.height() > 1)
-        invertEvenPixels({b.left, b.bottom - 1, b.right, b.bottom});
-    invertEvenPixels({b.left, b.top + 1, b.left + 1, b.bottom - 1});
+        invertEvenPixels(row, {b.left, b.bottom - 1, b.right, b.bottom});
+    invertEvenPixels(row, {b.left, b.top + 1, b.left + 1, b.bottom - 1});
     if (b.width() > 1)
-        invertEvenPixels({b.right - 1, b.top + 1, b.right, b.bottom - 1});
+        invertEvenPixels(row, {b.right - 1, b.top + 1, b.right, b.bottom - 1});
 }
 
 // Walks the major axis one pixel per step; the minor offset at step i is

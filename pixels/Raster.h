@@ -7,6 +7,8 @@
 #include <QFont>
 #include <QImage>
 
+#include <array>
+#include <cmath>
 #include <cstdint>
 
 namespace TabulaControl::platform {
@@ -40,10 +42,25 @@ enum TextFlag : unsigned {
     TextNoPrefix = 0x800,
 };
 
+inline constexpr OleColor kSystemColourBit = 0x80000000;
+inline constexpr std::array<QRgb, 31> kSystemColours = {
+    0xC0C0C0, 0x008080, 0x000080, 0x808080, 0xC0C0C0, 0xFFFFFF, 0x000000, 0x000000,
+    0x000000, 0xFFFFFF, 0xC0C0C0, 0xC0C0C0, 0x808080, 0x000080, 0xFFFFFF, 0xC0C0C0,
+    0x808080, 0x808080, 0x000000, 0xC0C0C0, 0xFFFFFF, 0x000000, 0xC0C0C0, 0x000000,
+    0xFFFFE1, 0xC0C0C0, 0x0000FF, 0x1084D0, 0xB5B5B5, 0x316AC5, 0xECE9D8,
+};
+
 // Translates a colour value to RGB. System colours come from one fixed table
 // (the classic light-grey scheme), so pictures are the same on every machine;
 // an index outside the table gives black.
-QRgb translateColor(OleColor colour);
+inline QRgb translateColor(OleColor colour)
+{
+    if (colour & kSystemColourBit) {
+        const OleColor index = colour - kSystemColourBit;
+        return index < kSystemColours.size() ? 0xFF000000 | kSystemColours[index] : qRgb(0, 0, 0);
+    }
+    return qRgb(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
+}
 
 // A font with its key, which text masks are filed under.
 struct FontKey {
@@ -85,7 +102,7 @@ public:
     const QPaintDevice& device() const;
     static const QImage& referenceDevice();
 
-    int64_t toDevice(int64_t v) const;
+    int64_t toDevice(int64_t v) const { return ratio_ == 1 ? v : static_cast<int64_t>(std::floor(double(v) * ratio_ + 0.5)); }
     Box toDevice(const Box& b) const { return {toDevice(b.left), toDevice(b.top), toDevice(b.right), toDevice(b.bottom)}; }
     // The surface pixels that cover a box of device pixels.
     Box surfaceBoxOf(const Box& deviceBox) const;
@@ -121,17 +138,18 @@ private:
         QRgb* operator[](int64_t deviceY) const { return reinterpret_cast<QRgb*>(bits + deviceY * stride); }
     };
     Rows rows() { return {image_.bits(), image_.bytesPerLine()}; }
-    Box deviceBounds() const { return {0, 0, image_.width(), image_.height()}; }
+    Box deviceBounds() const { return deviceBounds_; }
     // The device pixels of box inside the image; none when it is empty.
     Box deviceBoxOf(const Box& box) const;
     void setPixel(const Rows& rows, int64_t x, int64_t y, QRgb pixel);
     void invertPixel(const Rows& rows, int64_t x, int64_t y);
-    void invertEvenPixels(const Box& box);
+    void invertEvenPixels(const Rows& rows, const Box& box);
     void drawTick(const Box& interior);
     void moveBlocks(const Box& destination, int64_t dx, int64_t dy);
     bool drawCachedText(const QString& s, const QRectF& layout, const Box& box, unsigned flags, const TextStyle& style);
 
     QImage image_;
+    Box deviceBounds_;
     qreal ratio_ = 1;
     int width_ = 0;
     int height_ = 0;

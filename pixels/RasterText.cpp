@@ -282,10 +282,11 @@ void Raster::text(const QString& s, const Box& bounds, unsigned flags, const Tex
     const Box visible = intersect(bounds, this->bounds());
     if (visible.empty() || s.isEmpty())
         return;
-    const auto layout = layoutRect(bounds, visible, flags, style.font, device(), s);
+    const QPaintDevice& device = this->device();
+    const auto layout = layoutRect(bounds, visible, flags, style.font, device, s);
     if (!layout)
         return;
-    const QString shown = visibleText(s, *layout, visible, flags, style.font, device());
+    const QString shown = visibleText(s, *layout, visible, flags, style.font, device);
     if (shown.size() == s.size() && drawCachedText(s, *layout, bounds, flags, style))
         return;
     QPainter painter(&image_);
@@ -318,6 +319,7 @@ bool Raster::drawCachedText(const QString& s, const QRectF& layout, const Box& b
         return false;
     const Box visible = intersect(device, deviceBounds());
     const Rows row = rows();
+    const QRgb colour = style.colour;  // a local copy: the pixels written could alias the style's
     for (const TextMask::Run& run : mask->runs) {
         const int64_t y = origin.y + run.y;
         if (y < visible.top || y >= visible.bottom)
@@ -325,7 +327,7 @@ bool Raster::drawCachedText(const QString& s, const QRectF& layout, const Box& b
         const int64_t left = std::max(origin.x + run.left, visible.left);
         const int64_t right = std::min(origin.x + run.right, visible.right);
         if (left < right)
-            std::fill(row[y] + left, row[y] + right, style.colour);
+            std::fill(row[y] + left, row[y] + right, colour);
     }
     return true;
 }
