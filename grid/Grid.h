@@ -184,8 +184,6 @@ public:
     // Scrolling
     void setTopRow(int32_t value);
     void setLeftCol(int32_t value);
-    void applyVerticalScroll();
-    void applyHorizontalScroll();
     void onVerticalScroll();
     void onHorizontalScroll();
     void onScrollBarFocus();
