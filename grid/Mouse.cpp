@@ -186,30 +186,13 @@ void pressCell(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
     moveCurrentCellTo(g, pressed);
 }
 
-void closeEditorBoxAfterPress(Grid& g)
-{
-    if (!g.ui.txtEdit.Visible())
-        return;
-    hideEditorBox(g);
-    if (g.editorState.isOpen())
-        g.raiseAfterEdit();
-}
-
 // A press on a check-mark cell toggles the current cell, which after a
 // Shift-extend is not the pressed one.
 void toggleCheckmarkAfterPress(Grid& g, CellIndex pressed)
 {
-    GridModel& model = g.model;
-    if (!isDataCell(pressed) || model.columns().mask(g.selection.col()) != checkmark)
+    if (!isDataCell(pressed) || g.model.columns().mask(g.selection.col()) != checkmark)
         return;
-    const bool editable = model.columns().editAllowed(g.selection.col());
-    if (editable) {
-        const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
-        model.cells().setText(row, col, toggledCheckmark(model.cells().Text(row, col)));
-    }
-    g.withLineSelectionLifted([&g] { redrawCurrentCell(g); });
-    if (editable)
-        g.raiseAfterEdit();
+    toggleCurrentCheckmark(g, true);
 }
 
 // One step of the bar toward a pointer before the start or at or past end
@@ -306,7 +289,8 @@ void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
         else if (isDataCell(pressed))
             pressCell(*this, pressed, button, shift);
     }
-    closeEditorBoxAfterPress(*this);
+    if (hideEditorBox(*this) && editorState.isOpen())
+        raiseAfterEdit();
     closeDropDown(*this);
     toggleCheckmarkAfterPress(*this, pressed);
     if (selection.current() != old)

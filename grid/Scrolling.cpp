@@ -117,8 +117,7 @@ void followScrollBar(Grid& g, bool rows)
         g.redrawAllCells(!rows);
     }
     g.placeResizeZones();
-    if (g.ui.txtEdit.Visible())
-        hideEditorBox(g);
+    hideEditorBox(g);
     closeDropDown(g);
     g.events.Scroll();
 }
