@@ -208,8 +208,8 @@ public:
 protected:
     bool eventFilter(QObject*, QEvent* event) override
     {
-        if (event->type() == QEvent::FocusIn && bar_.onFocus)
-            bar_.onFocus();
+        if (event->type() == QEvent::FocusIn)
+            notify(bar_.onFocus);
         return false;
     }
 
@@ -330,10 +330,7 @@ void Child::ZOrderBack()
 
 ScrollBar::ScrollBar(QWidget* widget) : Child(widget)
 {
-    QObject::connect(bar(), &QScrollBar::valueChanged, bar(), [this] {
-        if (onChange)
-            onChange();
-    });
+    QObject::connect(bar(), &QScrollBar::valueChanged, bar(), [this] { notify(onChange); });
     widget->installEventFilter(new FocusReturn(widget, *this));
 }
 
@@ -351,18 +348,15 @@ void ScrollBar::setMax(int16_t max)
         QSignalBlocker quiet(bar());
         bar()->setRange(1, std::max<int>(1, max));
     }
-    if (bar()->value() != before && onChange)
-        onChange();
+    if (bar()->value() != before)
+        notify(onChange);
 }
 
 void ScrollBar::setLargeChange(int16_t pageStep) { bar()->setPageStep(std::max<int>(1, pageStep)); }
 
 Button::Button(QWidget* button) : Child(button)
 {
-    QObject::connect(static_cast<QPushButton*>(button), &QPushButton::clicked, button, [this] {
-        if (onClick)
-            onClick();
-    });
+    QObject::connect(static_cast<QPushButton*>(button), &QPushButton::clicked, button, [this] { notify(onClick); });
 }
 
 

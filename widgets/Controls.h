@@ -88,8 +88,6 @@ public:
     // Limits what the user types; text set or already longer is never cut.
     void setMaxLength(int32_t length);  // 0: no limit
     int32_t MaxLength() const;
-    int32_t SelStart() const;
-    int32_t SelLength() const;
     void setSelection(int32_t start, int32_t length);
     void setFont(const StdFont& font);
     void setColors(OleColor back, OleColor fore);
