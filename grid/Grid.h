@@ -133,12 +133,12 @@ public:
     // it where the geometry places it now, so hiding a mark that is not
     // shown shows it. Only these procedures flip marks; the painters take
     // away the marks on what they cover.
-    void showFocus();
-    void hideFocus();
+    void showFocus() { flipFocusMark(); }
+    void hideFocus() { flipFocusMark(); }
     // Runs moveCurrentCell between hiding and showing the focus rectangle.
     void moveFocus(const std::function<void()>& moveCurrentCell);
-    void showSelectionMarks();
-    void hideSelectionMarks();
+    void showSelectionMarks() { flipSelectionMarks(); }
+    void hideSelectionMarks() { flipSelectionMarks(); }
     // Runs change, which reshapes the selection, between hiding and showing
     // the selection block.
     void changeSelection(const std::function<void()>& change);

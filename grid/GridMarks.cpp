@@ -92,10 +92,6 @@ void Grid::flipSelectionMarks()
     flipSelectionBlock(block.row1, block.col1, block.row1, block.col1);
 }
 
-void Grid::showFocus() { flipFocusMark(); }
-
-void Grid::hideFocus() { flipFocusMark(); }
-
 // A scroll inside moveCurrentCell repaints the focus rectangle, which the
 // show after it then takes off again.
 void Grid::moveFocus(const std::function<void()>& moveCurrentCell)
@@ -104,10 +100,6 @@ void Grid::moveFocus(const std::function<void()>& moveCurrentCell)
     moveCurrentCell();
     showFocus();
 }
-
-void Grid::showSelectionMarks() { flipSelectionMarks(); }
-
-void Grid::hideSelectionMarks() { flipSelectionMarks(); }
 
 void Grid::changeSelection(const std::function<void()>& change)
 {
