@@ -101,11 +101,13 @@ void Grid::repaintEditedCell(bool highlight)
         showFocus();
 }
 
-void Grid::commitAndRepaint()
+void Grid::commitAndReport(int16_t keyCode)
 {
     storeEditorText();
     closeEditor();
     repaintEditedCell(true);
+    ui.picGrid.postKey(keyCode);
+    raiseAfterEdit();
 }
 
 void Grid::endEdit()
@@ -135,18 +137,13 @@ void Grid::onEditorKeyDown(int16_t keyCode, int16_t)
         return;
     switch (keyCode) {
     case VkEnter:
-        commitAndRepaint();
-        raiseAfterEdit();
+    case VkUp:
+    case VkDown:
+        commitAndReport(keyCode);
         return;
     case VkEscape:
         closeEditor();
         repaintEditedCell(true);
-        return;
-    case VkUp:
-    case VkDown:
-        commitAndRepaint();
-        ui.picGrid.postKey(keyCode);
-        raiseAfterEdit();
         return;
     default:
         return;
@@ -178,10 +175,8 @@ void Grid::onEditorCharacter(int16_t& keyAscii)
 
 void Grid::onEditorFocusLost()
 {
-    if (!editorState.isOpen())
-        return;
-    commitAndRepaint();
-    raiseAfterEdit();
+    if (editorState.isOpen())
+        commitAndReport(0);
 }
 
 void Grid::setColEditWidth(int32_t col, int32_t value)

@@ -292,7 +292,9 @@ private:
     void redrawIfAuto();
     void closeEditor();
     void repaintEditedCell(bool highlight);
-    void commitAndRepaint();
+    // Stores the edit, closes the editor, repaints the cell with its focus
+    // rectangle, queues an Up or Down key for the surface, then raises AfterEdit.
+    void commitAndReport(int16_t keyCode);
     void openEditor(int16_t keyAscii);
     void addRowBeforeEditing();
     void openList(int16_t keyAscii);

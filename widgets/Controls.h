@@ -123,8 +123,8 @@ public:
     int32_t ScaleHeight() const { return surface_.height(); }
     // Shows on screen what was drawn on the image.
     void Refresh();
-    // Queues a key press and release for the surface, handled after the
-    // current notification returns.
+    // Queues a press and release of Up (38) or Down (40) for the surface,
+    // handled after the current notification returns; other codes queue nothing.
     void postKey(int16_t keyCode);
     // Reports the last mouse move once more, after the current notification
     // returns, as if the pointer had been set to where it already is (which
