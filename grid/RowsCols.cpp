@@ -60,12 +60,7 @@ void Grid::setCol(int32_t n)
 
 QString Grid::Text() const { return model.cells().Text(to16(selection.row()), to16(selection.col())); }
 
-void Grid::setText(const QString& value)
-{
-    const QString stored = Validate(value, selection.col());
-    model.cells().setText(to16(selection.row()), to16(selection.col()), stored);
-    redrawIfAuto();
-}
+void Grid::setText(const QString& value) { setTextMatrix(selection.row(), selection.col(), value); }
 
 QString Grid::TextMatrix(int32_t row, int32_t col) const { return model.cells().Text(to16(row), to16(col)); }
 
