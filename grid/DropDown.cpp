@@ -107,15 +107,13 @@ void Grid::closeListIfFocusLeft()
     auto& form = ui.listForm;
     if (!form.focusHasLeft())
         return;
-    if (!form.GridWindowActive()) {
-        form.Hide();
-        form.setTimer(0, false);
-        return;
-    }
-    form.RaiseGridWindow();
+    const bool backToGrid = form.GridWindowActive();
+    if (backToGrid)
+        form.RaiseGridWindow();
     form.Hide();
     form.setTimer(0, false);
-    onListFocusLost();
+    if (backToGrid)
+        onListFocusLost();
 }
 
 }  // namespace TabulaControl::detail
