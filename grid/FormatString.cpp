@@ -68,32 +68,27 @@ public:
                 token_.append(ch);
                 continue;
             }
-            completeToken();
+            completeToken(false);
             token_.clear();
             if (ch == QLatin1Char(';'))
                 rowPart_ = true;
         }
-        completeFinalToken();
+        completeToken(true);
     }
 
 private:
-    void completeToken()
+    // An empty token clears its column, unless it is the last; a last column
+    // caption clears the columns after it.
+    void completeToken(bool last)
     {
-        if (token_.isEmpty())
+        if (token_.isEmpty() && !last)
             return clearColumn();
-        if (rowPart_)
-            return rowCaption();
-        columnCaption();
-    }
-
-    void completeFinalToken()
-    {
         if (token_.isEmpty())
             return;
         if (rowPart_)
             return rowCaption();
         columnCaption();
-        for (int32_t c = col_ + 1; c <= model_.cols().count(); ++c)
+        for (int32_t c = col_ + 1; last && c <= model_.cols().count(); ++c)
             resetColumn(c);
     }
 
