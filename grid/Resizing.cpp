@@ -8,21 +8,18 @@ using namespace navigation;
 
 namespace {
 
-// Past the limit the bar stays where it was.
-void followColumnSizer(Grid& g, float x, int16_t surfaceWidth)
+// The sizer bar of a column (row) follows the pointer up to the scroll bar
+// or the surface's edge; past the limit it stays where it was.
+void followSizer(Grid& g, bool column, float pos, int16_t surfaceExtent)
 {
-    const auto& bar = g.ui.scrVertical;
-    const int32_t limit = bar.Visible() ? bar.Left() - 1 : surfaceWidth;
-    if (double{x} <= limit)
-        g.ui.picSizer.setLeft(roundTo32(x));
-}
-
-void followRowSizer(Grid& g, float y, int16_t surfaceHeight)
-{
-    const auto& bar = g.ui.scrHorizontal;
-    const int32_t limit = bar.Visible() ? bar.Top() - 1 : surfaceHeight;
-    if (double{y} <= limit)
-        g.ui.picSizer.setTop(roundTo32(y));
+    const auto& bar = column ? g.ui.scrVertical : g.ui.scrHorizontal;
+    const int32_t limit = bar.Visible() ? (column ? bar.Left() : bar.Top()) - 1 : surfaceExtent;
+    if (double{pos} > limit)
+        return;
+    if (column)
+        g.ui.picSizer.setLeft(roundTo32(pos));
+    else
+        g.ui.picSizer.setTop(roundTo32(pos));
 }
 
 // Only the header row has sizing zones; the leftmost border within reach
@@ -105,9 +102,9 @@ void Grid::MouseMove(int16_t, int16_t, float x, float y)
     pointer.setRow(to16(rowAt(x, y)));
     pointer.setCol(to16(columnAt(x, y)));
     if (resizeZones.columnDragging())
-        return followColumnSizer(*this, x, surfaceWidth);
+        return followSizer(*this, true, x, surfaceWidth);
     if (resizeZones.rowDragging())
-        return followRowSizer(*this, y, surfaceHeight);
+        return followSizer(*this, false, y, surfaceHeight);
     if (pointer.buttonDown() && selection.selectsFreely()) {
         if (!selection.linesSelected())
             extendSelectionByDrag(*this, x, y);
