@@ -53,6 +53,15 @@ public:
     void ZOrderBack();
     QWidget* widget() const { return widget_; }
 
+protected:
+    // Runs act on the widget unless something deleted it.
+    template <class F>
+    void ifAlive(F act) const
+    {
+        if (widget_)
+            act(*widget_);
+    }
+
 private:
     QPointer<QWidget> widget_;
 };
