@@ -13,7 +13,6 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QTimer>
 
 #include <algorithm>
 #include <iterator>
