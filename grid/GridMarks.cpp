@@ -34,7 +34,8 @@ namespace TabulaControl::detail {
 using render::advance;
 
 // Every flip of a focus rectangle also places the hidden editor box over
-// that cell, which is where opening the editor finds it.
+// that cell, which is where opening the editor finds it: inside the cell's
+// left and top edges, with the column's edit width.
 void Grid::flipFocusMark()
 {
     const int32_t row = selection.row(), col = selection.col();
@@ -46,12 +47,6 @@ void Grid::flipFocusMark()
     const int32_t height = model.rows().size(row);
     if (!beyond)
         marks.toggleFocusRect(render::MakeRect(x, y, width, height));
-    placeEditor(x, y, width, height, col);
-}
-
-// Inside the cell's left and top edges, with the column's edit width.
-void Grid::placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col)
-{
     const layout::EditorBox box = layout::editorBox(x, y, width, height);
     ui.txtEdit.Move(box.left, box.top, box.width, box.height);
     ui.txtEdit.setMaxLength(model.columns().editWidth(col));
