@@ -269,7 +269,6 @@ public:
 
 private:
     void flipFocusMark();
-    void placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col);
     void flipSelectionBlock();
     void flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t col2);
     void flipSelectionMarks();
@@ -290,18 +289,12 @@ private:
     // anyway and compare.
     bool layoutSettled();
     void redrawIfAuto();
-    void closeEditor();
     void repaintEditedCell(bool highlight);
     // Stores the edit, closes the editor, repaints the cell with its focus
     // rectangle, queues an Up or Down key for the surface, then raises AfterEdit.
     void commitAndReport(int16_t keyCode);
-    void openEditor(int16_t keyAscii);
-    void addRowBeforeEditing();
     void openList(int16_t keyAscii);
     void pickListValue();
-    int32_t listHeight() const;
-    void selectListItem(const QString& text, int32_t length);
-    void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
     CellInputs cellInputs() const;
     void notePass(bool full);
     void passOverCells(bool full);

@@ -11,6 +11,8 @@ inline constexpr int16_t PointerDefault = 0;
 inline constexpr int16_t PointerSizeNS = 7;
 inline constexpr int16_t PointerSizeWE = 9;
 
+inline constexpr int16_t VkEnter = 13;
+inline constexpr int16_t VkEscape = 27;
 inline constexpr int16_t VkPageUp = 33;
 inline constexpr int16_t VkPageDown = 34;
 inline constexpr int16_t VkEnd = 35;

@@ -13,21 +13,16 @@ void Grid::showCellButtons()
     cellCoordinates(cell.row, cell.col, x, y);
     const bool inView = cell.col > 0 && cell.row > 0 && !viewport.isScrolledOff(cell.row, cell.col) &&
                         model.hasCell(cell.row, cell.col);
-    placeCellButton(ui.cmdLookup, inView && ColHasLookup(cell.col), x, y);
-    placeCellButton(ui.cmdButton, inView && ColHasButton(cell.col), x, y);
-}
-
-void Grid::placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y)
-{
-    if (!shown) {
-        button.setVisible(false);
-        return;
-    }
-    const int32_t width = model.cols().size(selection.col());
-    const int32_t height = model.rows().size(selection.row());
     const int32_t w = ui.cmdLookup.Width();
-    button.Move(to32(int64_t{x} + width - w + 1), to32(int64_t{y} + 3), w, height - 2);
-    button.setVisible(true);
+    const auto place = [&](platform::Child& button, bool shown) {
+        if (shown) {
+            const int32_t right = to32(int64_t{x} + model.cols().size(cell.col) - w + 1);
+            button.Move(right, to32(int64_t{y} + 3), w, model.rows().size(cell.row) - 2);
+        }
+        button.setVisible(shown);
+    };
+    place(ui.cmdLookup, inView && ColHasLookup(cell.col));
+    place(ui.cmdButton, inView && ColHasButton(cell.col));
 }
 
 }  // namespace TabulaControl::detail
