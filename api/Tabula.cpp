@@ -141,11 +141,11 @@ void Tabula::setTextMatrix(int32_t Row, int32_t Col, const QString& value)
 
 QString Tabula::CellTag(int32_t Row, int32_t Col) const
 {
-    return call("CellTag", [&] { return grid_->CellTag(Row, Col); });
+    return call("CellTag", [&] { return grid_->model.cells().Tag(detail::to16(Row), detail::to16(Col)); });
 }
 void Tabula::setCellTag(int32_t Row, int32_t Col, const QString& value)
 {
-    call("CellTag", [&] { grid_->setCellTag(Row, Col, value); });
+    call("CellTag", [&] { grid_->model.cells().setTag(detail::to16(Row), detail::to16(Col), value); });
 }
 
 bool Tabula::AutoRedraw() const { return grid_->autoRedraw(); }
@@ -166,7 +166,7 @@ QVariant Tabula::RowBookmark(int32_t Row) const
 }
 void Tabula::setRowBookmark(int32_t Row, const QVariant& value)
 {
-    call("RowBookmark", [&] { grid_->setRowBookmark(Row, value); });
+    call("RowBookmark", [&] { grid_->model.setBookmark(Row, value); });
 }
 
 int32_t Tabula::ColWidth(int32_t Col) const

@@ -72,11 +72,8 @@ public:
     void setText(const QString& value);
     QString TextMatrix(int32_t row, int32_t col) const;
     void setTextMatrix(int32_t row, int32_t col, const QString& value);
-    QString CellTag(int32_t row, int32_t col) const;
-    void setCellTag(int32_t row, int32_t col, const QString& value);
     void setAutoRedraw(bool value);
     void setRowHeight(int32_t row, int32_t value);
-    void setRowBookmark(int32_t row, const QVariant& value);
     void setColWidth(int32_t col, int32_t value);
     int32_t ColAlign(int32_t col);
     void setColAlign(int32_t col, int32_t value);
@@ -186,7 +183,6 @@ public:
     void setLeftCol(int32_t value);
     void onVerticalScroll();
     void onHorizontalScroll();
-    void onScrollBarFocus();
 
     // Mouse, selection and resizing
     int32_t rowAt(float x, float y);
@@ -199,7 +195,6 @@ public:
     void onSurfaceMousePress(const MouseArgs& e);
     void onSurfaceMouseRelease(const MouseArgs& e);
     void onSurfaceMouseMove(const MouseArgs& e);
-    void onSurfaceClick();
     void onSurfaceDoubleClick();
 
     // Keyboard

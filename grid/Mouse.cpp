@@ -329,8 +329,6 @@ void Grid::onSurfaceMouseRelease(const MouseArgs& e)
     events.MouseUp(e.Button, e.Shift, e.X, e.Y);
 }
 
-void Grid::onSurfaceClick() { events.Click(); }
-
 void Grid::onSurfaceDoubleClick()
 {
     events.DblClick();

@@ -71,13 +71,6 @@ void Grid::setTextMatrix(int32_t row, int32_t col, const QString& value)
     redrawIfAuto();
 }
 
-QString Grid::CellTag(int32_t row, int32_t col) const { return model.cells().Tag(to16(row), to16(col)); }
-
-void Grid::setCellTag(int32_t row, int32_t col, const QString& value)
-{
-    model.cells().setTag(to16(row), to16(col), value);
-}
-
 void Grid::setAutoRedraw(bool value)
 {
     autoRedraw_ = value;
@@ -89,8 +82,6 @@ void Grid::setRowHeight(int32_t row, int32_t value)
     model.setRowHeight(row, to16(value));
     Refresh();
 }
-
-void Grid::setRowBookmark(int32_t row, const QVariant& value) { model.setBookmark(row, value); }
 
 void Grid::setColWidth(int32_t col, int32_t value)
 {

@@ -141,6 +141,4 @@ void Grid::onVerticalScroll() { followScrollBar(*this, true); }
 
 void Grid::onHorizontalScroll() { followScrollBar(*this, false); }
 
-void Grid::onScrollBarFocus() { ui.picGrid.SetFocus(); }
-
 }  // namespace TabulaControl::detail
