@@ -147,13 +147,12 @@ void ListForm::setTimer(int32_t intervalMs, bool enabled)
         timer_->stop();
 }
 
-bool ListForm::ListHasFocus() const { return QApplication::focusWidget() == list_; }
-
 bool ListForm::focusHasLeft()
 {
-    if (ListHasFocus())
+    const bool listFocused = QApplication::focusWidget() == list_;
+    if (listFocused)
         focusArrived_ = true;
-    return focusTakenElsewhere_ || (focusArrived_ && !ListHasFocus());
+    return focusTakenElsewhere_ || (focusArrived_ && !listFocused);
 }
 
 bool ListForm::GridWindowActive() const { return QApplication::activeWindow() == control_->window(); }
