@@ -186,7 +186,7 @@ int16_t Tabula::MouseCol() const { return grid_->pointer.col(); }
 
 QVariant Tabula::RowEmpty(int32_t Row) const
 {
-    return call("RowEmpty", [&] { return QVariant(grid_->RowEmpty(Row)); });
+    return call("RowEmpty", [&] { return QVariant(grid_->model.rowEmpty(Row)); });
 }
 
 void Tabula::AddItem(const QString& RowData, const QVariant& BackColor, const QVariant& ForeColor)

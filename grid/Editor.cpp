@@ -1,5 +1,6 @@
 #include "grid/Navigation.h"
 #include "state/DateMask.h"
+#include "state/DateText.h"
 
 namespace TabulaControl::detail {
 
@@ -11,7 +12,7 @@ namespace {
 void addRowBeforeEditing(Grid& g)
 {
     const int32_t rows = g.model.rows().count();
-    if (g.selection.row() != rows || !g.RowEmpty(rows) || !g.editorState.addsRowOnEdit() || rows >= INT16_MAX)
+    if (g.selection.row() != rows || !g.model.rowEmpty(rows) || !g.editorState.addsRowOnEdit() || rows >= INT16_MAX)
         return;
     bool cancel = false;
     g.events.BeforeAddRow(cancel);
@@ -183,6 +184,14 @@ void Grid::setColEditWidth(int32_t col, int32_t value)
         return;
     model.columns().setEditWidth(col, to16(value));
     Refresh();
+}
+
+QString Grid::Validate(const QString& text, int32_t col) const
+{
+    if (model.columns().mask(col) != DateOnly)
+        return text;
+    const QDate date = parseDateText(text);
+    return date.isValid() ? date.toString(QStringLiteral("MM/dd/yyyy")) : QString();
 }
 
 }  // namespace TabulaControl::detail

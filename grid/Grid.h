@@ -78,7 +78,6 @@ public:
     int32_t ColAlign(int32_t col);
     void setColAlign(int32_t col, int32_t value);
     void setColMask(int32_t col, int32_t value);
-    bool RowEmpty(int32_t row) const;
     void AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor);
     // Whether AddItem can store every field of rowData.
     bool itemFits(const QString& rowData) const;
@@ -219,7 +218,6 @@ public:
     void fillList(int32_t col);
     // Hides the drop-down list when it is open.
     void hideList();
-    void onDropDownButtonClick();
     void onListKeyDown(int16_t keyCode, int16_t shift);
     void onListMouseRelease(int16_t button, int16_t shift, float x, float y);
     void onListFocusLost();

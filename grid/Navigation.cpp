@@ -12,8 +12,7 @@ bool hideEditorBox(Grid& g)
 
 void closeDropDown(Grid& g)
 {
-    if (g.ui.listForm.Visible())
-        g.ui.listForm.Hide();
+    g.hideList();
     g.ui.cmdLookup.setVisible(false);
     g.showCellButtons();
 }

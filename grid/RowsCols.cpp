@@ -120,8 +120,6 @@ void Grid::setColMask(int32_t col, int32_t value)
     Refresh();
 }
 
-bool Grid::RowEmpty(int32_t row) const { return model.rowEmpty(row); }
-
 void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor)
 {
     bool cancel = false;
