@@ -5,7 +5,9 @@
 
 #include <algorithm>
 
-namespace TabulaControl::detail::render {
+namespace TabulaControl::detail {
+
+using render::advance;
 
 namespace {
 
@@ -26,12 +28,6 @@ Span blockSpan(int32_t index1, int32_t pos1, int32_t index2, int32_t pos2, const
 }
 
 }  // namespace
-
-}  // namespace TabulaControl::detail::render
-
-namespace TabulaControl::detail {
-
-using render::advance;
 
 // Every flip of a focus rectangle also places the hidden editor box over
 // that cell, which is where opening the editor finds it: inside the cell's
@@ -62,9 +58,9 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     cellCoordinates(row1, col1, x1, y1);
     cellCoordinates(row2, col2, x2, y2);
-    const render::Span across = render::blockSpan(col1, x1, col2, x2, model.cols());
-    const render::Span down = render::blockSpan(row1, y1, row2, y2, model.rows());
-    const int32_t reach = appearance.showsGridLines() ? render::GridLineReach : 0;
+    const Span across = blockSpan(col1, x1, col2, x2, model.cols());
+    const Span down = blockSpan(row1, y1, row2, y2, model.rows());
+    const int32_t reach = appearance.showsGridLines() ? GridLineReach : 0;
     // A block lying wholly left of the scrolled columns has no visible cells.
     if (std::max(col1, col2) >= viewport.leftCol())
         marks.toggleInversion({across.start, down.start, advance(across.end, reach), advance(down.end, reach)});
