@@ -8,8 +8,6 @@ using namespace navigation;
 
 namespace {
 
-bool isArrow(int16_t keyCode) { return keyCode >= VkLeft && keyCode <= VkDown; }
-
 // Whether the current cell ends inside the area the scroll bars leave free
 // below (rows) or to the right.
 bool fitsForward(Grid& g, bool rows)
@@ -101,11 +99,6 @@ int32_t pagedRow(const Grid& g, int32_t currentRow, int16_t keyCode)
     return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(model.rows().count(), 1), model.rows().count()));
 }
 
-bool isPagingKey(int16_t keyCode)
-{
-    return keyCode == VkHome || keyCode == VkEnd || keyCode == VkPageUp || keyCode == VkPageDown;
-}
-
 // The new current row becomes the top row; the repaint shows its mark.
 void moveByPage(Grid& g, int16_t keyCode)
 {
@@ -122,7 +115,7 @@ void moveByPage(Grid& g, int16_t keyCode)
 void Grid::KeyDown(int16_t keyCode, int16_t)
 {
     const CellIndex old = selection.current();
-    if (isArrow(keyCode)) {
+    if (keyCode >= VkLeft && keyCode <= VkDown) {
         moveByArrow(*this, keyCode);
         hideEditorBox(*this);
         closeDropDown(*this);
@@ -150,7 +143,7 @@ void Grid::onSurfaceCharacter(int16_t keyAscii)
 void Grid::onSurfaceKeyUp(int16_t keyCode, int16_t shift)
 {
     const CellIndex old = selection.current();
-    if (isPagingKey(keyCode))
+    if (keyCode >= VkPageUp && keyCode <= VkHome)
         moveByPage(*this, keyCode);
     events.KeyUp(keyCode, shift);
     if (selection.current() != old)
