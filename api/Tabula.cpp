@@ -222,7 +222,7 @@ void Tabula::ShowAboutBox()
 namespace TabulaControl {
 
 int32_t Tabula::TopRow() const { return grid_->viewport.topRow(); }
-void Tabula::setTopRow(int32_t value) { call("TopRow", [&] { grid_->setTopRow(value); }); }
+void Tabula::setTopRow(int32_t value) { call("TopRow", [&] { grid_->viewport.setTopRow(value); }); }
 int32_t Tabula::Row1() const { return grid_->selection.block().row1; }
 void Tabula::setRow1(int32_t value) { call("Row1", [&] { grid_->selection.setRow1(value); }); }
 int32_t Tabula::Col1() const { return grid_->selection.block().col1; }

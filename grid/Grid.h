@@ -178,7 +178,6 @@ public:
     void setBackColorBkg(OleColor value);
 
     // Scrolling
-    void setTopRow(int32_t value);
     void setLeftCol(int32_t value);
     void onVerticalScroll();
     void onHorizontalScroll();

@@ -124,8 +124,6 @@ void followScrollBar(Grid& g, bool rows)
 
 }  // namespace
 
-void Grid::setTopRow(int32_t value) { viewport.setTopRow(value); }
-
 void Grid::setLeftCol(int32_t value)
 {
     const int32_t v = std::min<int32_t>(value, ui.scrHorizontal.Max());
