@@ -72,9 +72,7 @@ void Grid::pickListValue()
         text = dropDownSettings.picksItemData() ? LookupItemData(selection.col(), item).toString() : item;
     }
     setText(text);
-    hideList();
-    ui.picGrid.SetFocus();
-    repaintEditedCell(true);
+    onListFocusLost();
     raiseAfterEdit();
 }
 
