@@ -187,12 +187,6 @@ void Grid::RemoveItem(int32_t row)
     events.AfterDeleteRow(row);
 }
 
-void Grid::Clear()
-{
-    ui.scrVertical.setMax(0);
-    model.setRowCount(0);
-    selection.pullBackRows(model.rows().count());
-    redrawIfAuto();
-}
+void Grid::Clear() { setRows(0); }
 
 }  // namespace TabulaControl::detail
