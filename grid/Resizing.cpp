@@ -2,6 +2,8 @@
 
 #include "state/Errors.h"
 
+#include <algorithm>
+
 namespace TabulaControl::detail {
 
 using namespace navigation;
@@ -26,11 +28,8 @@ void followSizer(Grid& g, bool column, float pos, int16_t surfaceExtent)
 // wins.
 void updateSizingPointer(Grid& g, float x)
 {
-    if (!g.appearance.showsColumnHeader() || g.pointer.row() != 0) {
-        g.ui.window.setMousePointer(PointerDefault);
-        return;
-    }
-    g.ui.window.setMousePointer(g.resizeZones.findZoneAt(x) ? PointerSizeWE : PointerDefault);
+    const bool onBorder = g.appearance.showsColumnHeader() && g.pointer.row() == 0 && g.resizeZones.findZoneAt(x);
+    g.ui.window.setMousePointer(onBorder ? PointerSizeWE : PointerDefault);
 }
 
 // Shows the host's tooltip over the grid. A failure to copy it must not
@@ -79,10 +78,7 @@ void finishColumnDrag(Grid& g)
     const int64_t col = int64_t{g.viewport.leftCol()} + zones.foundZone() - (g.appearance.showsRowHeader() ? 2 : 1);
     if (!zones.foundZonePlaced() || !model.hasCell(0, col))
         return;
-    int32_t width = zones.draggedWidth(g.ui.picSizer.Left());
-    if (width < 0)
-        width = 0;
-    g.setColWidth(static_cast<int32_t>(col), width);
+    g.setColWidth(static_cast<int32_t>(col), std::max(0, zones.draggedWidth(g.ui.picSizer.Left())));
     g.showCellButtons();
 }
 
