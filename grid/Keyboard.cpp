@@ -87,16 +87,13 @@ void moveByArrow(Grid& g, int16_t keyCode)
 // negative page, which moves nothing.
 int32_t pagedRow(const Grid& g, int32_t currentRow, int16_t keyCode)
 {
-    const GridModel& model = g.model;
+    const int32_t count = g.model.rows().count();
     const int64_t page = std::max(g.viewport.pageRows(), 0);
-    int64_t row = model.rows().count();
-    switch (keyCode) {
-    case VkHome: row = 1; break;
-    case VkEnd: row = model.rows().count(); break;
-    case VkPageUp: row = currentRow - page; break;
-    default: row = currentRow + page; break;
-    }
-    return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(model.rows().count(), 1), model.rows().count()));
+    const int64_t row = keyCode == VkHome     ? 1
+                        : keyCode == VkEnd    ? count
+                        : keyCode == VkPageUp ? currentRow - page
+                                              : currentRow + page;
+    return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(count, 1), count));
 }
 
 // The new current row becomes the top row; the repaint shows its mark.

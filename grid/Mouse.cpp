@@ -199,15 +199,10 @@ void toggleCheckmarkAfterPress(Grid& g, CellIndex pressed)
 // of the visible area; returns whether the bar moved.
 bool stepToward(platform::ScrollBar& bar, float pos, int32_t end)
 {
-    if (pos < 0 && bar.Value() > 1) {
-        bar.setValue(bar.Value() - 1);
-        return true;
-    }
-    if (pos >= end && bar.Value() < bar.Max()) {
-        bar.setValue(bar.Value() + 1);
-        return true;
-    }
-    return false;
+    const int step = pos < 0 && bar.Value() > 1 ? -1 : pos >= end && bar.Value() < bar.Max() ? 1 : 0;
+    if (step != 0)
+        bar.setValue(bar.Value() + step);
+    return step != 0;
 }
 
 // The visible area is the surface less what the scroll bars cover.
