@@ -134,18 +134,11 @@ void Grid::onEditorKeyDown(int16_t keyCode, int16_t)
 {
     if (!editorState.isOpen())
         return;
-    switch (keyCode) {
-    case VkEnter:
-    case VkUp:
-    case VkDown:
+    if (keyCode == VkEnter || keyCode == VkUp || keyCode == VkDown) {
         commitAndReport(keyCode);
-        return;
-    case VkEscape:
+    } else if (keyCode == VkEscape) {
         closeEditor(*this);
         repaintEditedCell(true);
-        return;
-    default:
-        return;
     }
 }
 
