@@ -246,11 +246,10 @@ QList<int> wholeLines(int first, int last, bool whole)
 
 void installAccessibleFactory()
 {
-    static const bool installed = [] {
+    [[maybe_unused]] static const bool installed = [] {
         QAccessible::installFactory(createAccessible);
         return true;
     }();
-    (void)installed;
 }
 
 AccessibleGrid::AccessibleGrid(Tabula* grid) : QAccessibleWidget(grid, QAccessible::Table) {}
