@@ -218,25 +218,6 @@ bool autoScrollStep(Grid& g, float x, float y)
     return across || down;
 }
 
-}  // namespace
-
-namespace navigation {
-
-void extendSelectionByDrag(Grid& g, float x, float y)
-{
-    if (autoScrollStep(g, x, y))
-        g.ui.picGrid.repeatMouseMove();
-    const CellIndex pointed = {g.pointer.row(), g.pointer.col()};
-    const CellBlock& block = g.selection.block();
-    if ((pointed.row == block.row2 && pointed.col == block.col2) || pointed.row < 1 || pointed.col < 1)
-        return;
-    g.changeSelection([&] { g.selection.setCorner(pointed); });
-}
-
-}  // namespace navigation
-
-namespace {
-
 // The row (column) whose span, its lower (right) grid line included, holds
 // pos: 0 in the header band (also left of the first pixel when the header is
 // hidden), -1 when none does.
@@ -255,6 +236,21 @@ int32_t lineAt(double pos, bool headerShown, const Axis& axis, int32_t first, in
 }
 
 }  // namespace
+
+namespace navigation {
+
+void extendSelectionByDrag(Grid& g, float x, float y)
+{
+    if (autoScrollStep(g, x, y))
+        g.ui.picGrid.repeatMouseMove();
+    const CellIndex pointed = {g.pointer.row(), g.pointer.col()};
+    const CellBlock& block = g.selection.block();
+    if ((pointed.row == block.row2 && pointed.col == block.col2) || pointed.row < 1 || pointed.col < 1)
+        return;
+    g.changeSelection([&] { g.selection.setCorner(pointed); });
+}
+
+}  // namespace navigation
 
 int32_t Grid::rowAt(float, float y)
 {
