@@ -11,28 +11,21 @@
 // button masks.
 namespace TabulaControl::platform {
 
+// Bits 0, 1 and 2 set for the first, second and third flag that flags hold.
+template <class Flags, class Flag>
+int16_t maskOf(Flags flags, Flag first, Flag second, Flag third)
+{
+    return static_cast<int16_t>((flags & first ? 1 : 0) | (flags & second ? 2 : 0) | (flags & third ? 4 : 0));
+}
+
 inline int16_t shiftState(Qt::KeyboardModifiers modifiers)
 {
-    int16_t shift = 0;
-    if (modifiers & Qt::ShiftModifier)
-        shift |= 1;
-    if (modifiers & Qt::ControlModifier)
-        shift |= 2;
-    if (modifiers & Qt::AltModifier)
-        shift |= 4;
-    return shift;
+    return maskOf(modifiers, Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier);
 }
 
 inline int16_t buttonState(Qt::MouseButtons buttons)
 {
-    int16_t button = 0;
-    if (buttons & Qt::LeftButton)
-        button |= 1;
-    if (buttons & Qt::RightButton)
-        button |= 2;
-    if (buttons & Qt::MiddleButton)
-        button |= 4;
-    return button;
+    return maskOf(buttons, Qt::LeftButton, Qt::RightButton, Qt::MiddleButton);
 }
 
 // The classic virtual key code of a key.
