@@ -150,9 +150,9 @@ private:
             connect(events, signal, this, &AccessibilityNotifier::checkSelectionLater);
         connect(events, &TabulaEvents::AfterEdit, this, &AccessibilityNotifier::notifyValue);
         connect(events, &TabulaEvents::AfterAddRow, this,
-                [this](int32_t row) { notifyRows(QAccessibleTableModelChangeEvent::RowsInserted, row); });
+                [this](int32_t row) { notifyTable(QAccessibleTableModelChangeEvent::RowsInserted, row); });
         connect(events, &TabulaEvents::AfterDeleteRow, this,
-                [this](int32_t row) { notifyRows(QAccessibleTableModelChangeEvent::RowsRemoved, row); });
+                [this](int32_t row) { notifyTable(QAccessibleTableModelChangeEvent::RowsRemoved, row); });
     }
 
     // The child index of a data cell; -1 when assistive technology is off.
@@ -162,14 +162,19 @@ private:
         return table ? table->indexOfCell(row, col) : -1;
     }
 
+    // Tells of an event of the data cell with the given child index.
+    void notifyCell(QAccessible::Event type, int index)
+    {
+        QAccessibleEvent event(&grid_, type);
+        event.setChild(index);
+        QAccessible::updateAccessibility(&event);
+    }
+
     void notifyFocus()
     {
         const int index = indexOfCell(grid_.Row(), grid_.Col());
-        if (index < 0 || !hasFocusWithin(grid_))
-            return;
-        QAccessibleEvent event(&grid_, QAccessible::Focus);
-        event.setChild(index);
-        QAccessible::updateAccessibility(&event);
+        if (index >= 0 && hasFocusWithin(grid_))
+            notifyCell(QAccessible::Focus, index);
     }
 
     // The grid's events come before it acts on the input, so the selection
@@ -195,24 +200,21 @@ private:
         const int index = indexOfCell(row, col);
         if (index < 0)
             return;
-        QAccessibleTableModelChangeEvent change(&grid_, QAccessibleTableModelChangeEvent::DataChanged);
-        change.setFirstRow(row - 1);
-        change.setLastRow(row - 1);
-        change.setFirstColumn(col - 1);
-        change.setLastColumn(col - 1);
-        QAccessible::updateAccessibility(&change);
-        QAccessibleEvent named(&grid_, QAccessible::NameChanged);
-        named.setChild(index);
-        QAccessible::updateAccessibility(&named);
+        notifyTable(QAccessibleTableModelChangeEvent::DataChanged, row, col);
+        notifyCell(QAccessible::NameChanged, index);
     }
 
-    void notifyRows(QAccessibleTableModelChangeEvent::ModelChangeType type, int32_t row)
+    // Tells of a change to grid row row, or to its cell in column col when
+    // one is given (column 0 stands for none, -1 in the table).
+    void notifyTable(QAccessibleTableModelChangeEvent::ModelChangeType type, int32_t row, int32_t col = 0)
     {
         if (!QAccessible::isActive())
             return;
         QAccessibleTableModelChangeEvent change(&grid_, type);
         change.setFirstRow(row - 1);
         change.setLastRow(row - 1);
+        change.setFirstColumn(col - 1);
+        change.setLastColumn(col - 1);
         QAccessible::updateAccessibility(&change);
     }
 
@@ -244,16 +246,19 @@ QList<int> wholeLines(int first, int last, bool whole)
 
 void installAccessibleFactory()
 {
-    static const bool installed = [] {
+    [[maybe_unused]] static const bool installed = [] {
         QAccessible::installFactory(createAccessible);
         return true;
     }();
-    (void)installed;
 }
 
 AccessibleGrid::AccessibleGrid(Tabula* grid) : QAccessibleWidget(grid, QAccessible::Table) {}
 
-AccessibleGrid::~AccessibleGrid() { forgetCells(); }
+AccessibleGrid::~AccessibleGrid()
+{
+    for (QAccessible::Id id : std::as_const(cells_))
+        QAccessible::deleteAccessibleInterface(id);
+}
 
 Tabula* AccessibleGrid::grid() const { return static_cast<Tabula*>(widget()); }
 
@@ -394,13 +399,6 @@ void AccessibleGrid::modelChange(QAccessibleTableModelChangeEvent*)
             QAccessible::deleteAccessibleInterface(it.value());
         it = cells_.erase(it);
     }
-}
-
-void AccessibleGrid::forgetCells()
-{
-    for (QAccessible::Id id : std::as_const(cells_))
-        QAccessible::deleteAccessibleInterface(id);
-    cells_.clear();
 }
 
 }  // namespace TabulaControl::detail

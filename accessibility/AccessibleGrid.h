@@ -58,8 +58,6 @@ public:
     int indexOfCell(int32_t row, int32_t col) const;
 
 private:
-    void forgetCells();
-
     mutable QHash<qint64, QAccessible::Id> cells_;
 };
 

@@ -13,7 +13,7 @@ void Tabula::wireEditor()
     };
     editor.onLostFocus = [this] { notify("txtEdit_LostFocus", [&] { grid_->onEditorFocusLost(); }); };
     grid_->ui.cmdButton.onClick = [this] { notify("cmdButton_Click", [&] { grid_->onCellButtonClick(); }); };
-    grid_->ui.cmdLookup.onClick = [this] { notify("cmdLookup_Click", [&] { grid_->onDropDownButtonClick(); }); };
+    grid_->ui.cmdLookup.onClick = [this] { notify("cmdLookup_Click", [&] { grid_->startEdit(32); }); };
     auto& list = grid_->ui.listForm;
     list.onKeyDown = [this](int16_t keyCode, int16_t shift) {
         notify("ListBox_KeyDown", [&] { grid_->onListKeyDown(keyCode, shift); });

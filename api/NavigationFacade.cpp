@@ -15,7 +15,7 @@ void Tabula::wireChildren()
     input.mouseMove = [this](const MouseArgs& e) {
         notify("picGrid_MouseMove", [&] { grid_->onSurfaceMouseMove(e); });
     };
-    input.click = [this] { notify("picGrid_Click", [&] { grid_->onSurfaceClick(); }); };
+    input.click = [this] { notify("picGrid_Click", [&] { grid_->events.Click(); }); };
     input.dblClick = [this] { notify("picGrid_DblClick", [&] { grid_->onSurfaceDoubleClick(); }); };
     input.keyDown = [this](int16_t keyCode, int16_t shift) {
         notify("picGrid_KeyDown", [&] { grid_->onSurfaceKeyDown(keyCode, shift); });
@@ -28,8 +28,8 @@ void Tabula::wireChildren()
     };
     ui.scrVertical.onChange = [this] { notify("scrVertical_Change", [&] { grid_->onVerticalScroll(); }); };
     ui.scrHorizontal.onChange = [this] { notify("scrHorizontal_Change", [&] { grid_->onHorizontalScroll(); }); };
-    ui.scrVertical.onFocus = [this] { notify("scrVertical_GotFocus", [&] { grid_->onScrollBarFocus(); }); };
-    ui.scrHorizontal.onFocus = [this] { notify("scrHorizontal_GotFocus", [&] { grid_->onScrollBarFocus(); }); };
+    ui.scrVertical.onFocus = [this] { notify("scrVertical_GotFocus", [&] { grid_->ui.picGrid.SetFocus(); }); };
+    ui.scrHorizontal.onFocus = [this] { notify("scrHorizontal_GotFocus", [&] { grid_->ui.picGrid.SetFocus(); }); };
 }
 
 int32_t Tabula::LeftCol() const { return grid_->viewport.leftCol(); }

@@ -138,11 +138,11 @@ void Tabula::setTextMatrix(int32_t Row, int32_t Col, const QString& value)
 
 QString Tabula::CellTag(int32_t Row, int32_t Col) const
 {
-    return call("CellTag", [&] { return grid_->CellTag(Row, Col); });
+    return call("CellTag", [&] { return grid_->model.cells().Tag(detail::to16(Row), detail::to16(Col)); });
 }
 void Tabula::setCellTag(int32_t Row, int32_t Col, const QString& value)
 {
-    call("CellTag", [&] { grid_->setCellTag(Row, Col, value); });
+    call("CellTag", [&] { grid_->model.cells().setTag(detail::to16(Row), detail::to16(Col), value); });
 }
 
 bool Tabula::AutoRedraw() const { return grid_->autoRedraw(); }
@@ -163,7 +163,7 @@ QVariant Tabula::RowBookmark(int32_t Row) const
 }
 void Tabula::setRowBookmark(int32_t Row, const QVariant& value)
 {
-    call("RowBookmark", [&] { grid_->setRowBookmark(Row, value); });
+    call("RowBookmark", [&] { grid_->model.setBookmark(Row, value); });
 }
 
 int32_t Tabula::ColWidth(int32_t Col) const
@@ -183,7 +183,7 @@ int16_t Tabula::MouseCol() const { return grid_->pointer.col(); }
 
 QVariant Tabula::RowEmpty(int32_t Row) const
 {
-    return call("RowEmpty", [&] { return QVariant(grid_->RowEmpty(Row)); });
+    return call("RowEmpty", [&] { return QVariant(grid_->model.rowEmpty(Row)); });
 }
 
 void Tabula::AddItem(const QString& RowData, const QVariant& BackColor, const QVariant& ForeColor)
@@ -215,7 +215,7 @@ void Tabula::ShowAboutBox()
 }
 
 int32_t Tabula::TopRow() const { return grid_->viewport.topRow(); }
-void Tabula::setTopRow(int32_t value) { call("TopRow", [&] { grid_->setTopRow(value); }); }
+void Tabula::setTopRow(int32_t value) { call("TopRow", [&] { grid_->viewport.setTopRow(value); }); }
 int32_t Tabula::Row1() const { return grid_->selection.block().row1; }
 void Tabula::setRow1(int32_t value) { call("Row1", [&] { grid_->selection.setRow1(value); }); }
 int32_t Tabula::Col1() const { return grid_->selection.block().col1; }

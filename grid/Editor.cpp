@@ -1,14 +1,55 @@
-#include "grid/Grid.h"
+#include "grid/Navigation.h"
 #include "state/DateMask.h"
+#include "state/DateText.h"
 
 namespace TabulaControl::detail {
 
+using namespace navigation;
+
 namespace {
 
-constexpr int16_t VkEnter = 13;
-constexpr int16_t VkEscape = 27;
-constexpr int16_t VkUp = 38;
-constexpr int16_t VkDown = 40;
+// A grid that already has the most rows a count can hold gets no new one.
+void addRowBeforeEditing(Grid& g)
+{
+    const int32_t rows = g.model.rows().count();
+    if (g.selection.row() != rows || !g.model.rowEmpty(rows) || !g.editorState.addsRowOnEdit() || rows >= INT16_MAX)
+        return;
+    bool cancel = false;
+    g.events.BeforeAddRow(cancel);
+    if (cancel)
+        return;
+    g.setRows(to32(int64_t{g.model.rows().count()} + 1));
+    g.events.AfterAddRow(g.model.rows().count());
+}
+
+void openEditor(Grid& g, int16_t keyAscii)
+{
+    platform::Editor& edit = g.ui.txtEdit;
+    const QString text = g.model.cells().Text(to16(g.selection.row()), to16(g.selection.col()));
+    edit.setText(text);
+    edit.setSelection(static_cast<int32_t>(text.size()), 0);
+    edit.setFont(*g.appearance.editorFont());
+    edit.setColors(0xFFFFFF, 0);
+    edit.setVisible(true);
+    const int16_t maxLength = g.model.columns().editWidth(g.selection.col());
+    edit.setMaxLength(maxLength >= 0 ? maxLength : 0);
+    if (g.editorState.selectsTextOnOpen())
+        edit.setSelection(0, static_cast<int32_t>(text.size()));
+    edit.ZOrderFront();
+    edit.SetFocus();
+    if (keyAscii > 32)
+        edit.typeKey(keyAscii);
+}
+
+void closeEditor(Grid& g)
+{
+    const bool hadFocus = g.ui.txtEdit.HasFocus();
+    g.editorState.close();
+    g.ui.txtEdit.setVisible(false);
+    g.ui.txtEdit.ZOrderBack();
+    if (hadFocus)
+        g.ui.picGrid.SetFocus();
+}
 
 }  // namespace
 
@@ -23,46 +64,14 @@ void Grid::startEdit(int16_t keyAscii)
     if (cancel || !model.columns().editAllowed(selection.col()) || editorState.isOpen())
         return;
     hideFocus();
-    addRowBeforeEditing();
+    addRowBeforeEditing(*this);
     editorState.open();
     if (ColHasLookup(selection.col())) {
         editorState.close();
         openList(keyAscii);
         return;
     }
-    openEditor(keyAscii);
-}
-
-// A grid that already has the most rows a count can hold gets no new one.
-void Grid::addRowBeforeEditing()
-{
-    if (selection.row() != model.rows().count() || !RowEmpty(selection.row()) || !editorState.addsRowOnEdit() ||
-        model.rows().count() >= INT16_MAX)
-        return;
-    bool cancel = false;
-    events.BeforeAddRow(cancel);
-    if (cancel)
-        return;
-    setRows(to32(int64_t{model.rows().count()} + 1));
-    events.AfterAddRow(model.rows().count());
-}
-
-void Grid::openEditor(int16_t keyAscii)
-{
-    const QString text = model.cells().Text(to16(selection.row()), to16(selection.col()));
-    ui.txtEdit.setText(text);
-    ui.txtEdit.setSelection(static_cast<int32_t>(text.size()), 0);
-    ui.txtEdit.setFont(*appearance.editorFont());
-    ui.txtEdit.setColors(0xFFFFFF, 0);
-    ui.txtEdit.setVisible(true);
-    const int16_t maxLength = model.columns().editWidth(selection.col());
-    ui.txtEdit.setMaxLength(maxLength >= 0 ? maxLength : 0);
-    if (editorState.selectsTextOnOpen())
-        ui.txtEdit.setSelection(0, static_cast<int32_t>(text.size()));
-    ui.txtEdit.ZOrderFront();
-    ui.txtEdit.SetFocus();
-    if (keyAscii > 32)
-        ui.txtEdit.typeKey(keyAscii);
+    openEditor(*this, keyAscii);
 }
 
 void Grid::raiseAfterEdit()
@@ -83,16 +92,6 @@ void Grid::storeEditorText()
     model.cells().setText(to16(selection.row()), to16(col), Validate(ui.txtEdit.Text(), col));
 }
 
-void Grid::closeEditor()
-{
-    const bool hadFocus = ui.txtEdit.HasFocus();
-    editorState.close();
-    ui.txtEdit.setVisible(false);
-    ui.txtEdit.ZOrderBack();
-    if (hadFocus)
-        ui.picGrid.SetFocus();
-}
-
 void Grid::repaintEditedCell(bool highlight)
 {
     withLineSelectionLifted([this] { redrawCell(selection.row(), selection.col()); });
@@ -101,17 +100,19 @@ void Grid::repaintEditedCell(bool highlight)
         showFocus();
 }
 
-void Grid::commitAndRepaint()
+void Grid::commitAndReport(int16_t keyCode)
 {
     storeEditorText();
-    closeEditor();
+    closeEditor(*this);
     repaintEditedCell(true);
+    ui.picGrid.postKey(keyCode);
+    raiseAfterEdit();
 }
 
 void Grid::endEdit()
 {
     storeEditorText();
-    closeEditor();
+    closeEditor(*this);
     raiseAfterEdit();
 }
 
@@ -133,23 +134,11 @@ void Grid::onEditorKeyDown(int16_t keyCode, int16_t)
 {
     if (!editorState.isOpen())
         return;
-    switch (keyCode) {
-    case VkEnter:
-        commitAndRepaint();
-        raiseAfterEdit();
-        return;
-    case VkEscape:
-        closeEditor();
+    if (keyCode == VkEnter || keyCode == VkUp || keyCode == VkDown) {
+        commitAndReport(keyCode);
+    } else if (keyCode == VkEscape) {
+        closeEditor(*this);
         repaintEditedCell(true);
-        return;
-    case VkUp:
-    case VkDown:
-        commitAndRepaint();
-        ui.picGrid.postKey(keyCode);
-        raiseAfterEdit();
-        return;
-    default:
-        return;
     }
 }
 
@@ -178,10 +167,8 @@ void Grid::onEditorCharacter(int16_t& keyAscii)
 
 void Grid::onEditorFocusLost()
 {
-    if (!editorState.isOpen())
-        return;
-    commitAndRepaint();
-    raiseAfterEdit();
+    if (editorState.isOpen())
+        commitAndReport(0);
 }
 
 void Grid::setColEditWidth(int32_t col, int32_t value)
@@ -190,6 +177,14 @@ void Grid::setColEditWidth(int32_t col, int32_t value)
         return;
     model.columns().setEditWidth(col, to16(value));
     Refresh();
+}
+
+QString Grid::Validate(const QString& text, int32_t col) const
+{
+    if (model.columns().mask(col) != DateOnly)
+        return text;
+    const QDate date = parseDateText(text);
+    return date.isValid() ? date.toString(QStringLiteral("MM/dd/yyyy")) : QString();
 }
 
 }  // namespace TabulaControl::detail

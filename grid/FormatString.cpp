@@ -9,18 +9,11 @@ namespace {
 constexpr int16_t EmptyCaptionWidth = 64;
 constexpr double CaptionPadding = 5;
 
-bool isSeparator(QChar ch) { return ch == QLatin1Char('|') || ch == QLatin1Char(';'); }
-
 // The alignment a leading mark selects, or nothing when ch is no mark.
 std::optional<int16_t> alignmentMark(QChar ch)
 {
-    if (ch == QLatin1Char('<'))
-        return 0;
-    if (ch == QLatin1Char('^'))
-        return 1;
-    if (ch == QLatin1Char('>'))
-        return 2;
-    return std::nullopt;
+    const qsizetype alignment = QStringView(u"<^>").indexOf(ch);
+    return alignment < 0 ? std::nullopt : std::optional<int16_t>(static_cast<int16_t>(alignment));
 }
 
 QString withoutTrailingBlanks(const QString& text)
@@ -64,36 +57,31 @@ public:
     void run(const QString& format)
     {
         for (QChar ch : format) {
-            if (!isSeparator(ch)) {
+            if (ch != QLatin1Char('|') && ch != QLatin1Char(';')) {
                 token_.append(ch);
                 continue;
             }
-            completeToken();
+            completeToken(false);
             token_.clear();
             if (ch == QLatin1Char(';'))
                 rowPart_ = true;
         }
-        completeFinalToken();
+        completeToken(true);
     }
 
 private:
-    void completeToken()
+    // An empty token clears its column, unless it is the last; a last column
+    // caption clears the columns after it.
+    void completeToken(bool last)
     {
-        if (token_.isEmpty())
+        if (token_.isEmpty() && !last)
             return clearColumn();
-        if (rowPart_)
-            return rowCaption();
-        columnCaption();
-    }
-
-    void completeFinalToken()
-    {
         if (token_.isEmpty())
             return;
         if (rowPart_)
             return rowCaption();
         columnCaption();
-        for (int32_t c = col_ + 1; c <= model_.cols().count(); ++c)
+        for (int32_t c = col_ + 1; last && c <= model_.cols().count(); ++c)
             resetColumn(c);
     }
 

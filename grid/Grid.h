@@ -72,16 +72,12 @@ public:
     void setText(const QString& value);
     QString TextMatrix(int32_t row, int32_t col) const;
     void setTextMatrix(int32_t row, int32_t col, const QString& value);
-    QString CellTag(int32_t row, int32_t col) const;
-    void setCellTag(int32_t row, int32_t col, const QString& value);
     void setAutoRedraw(bool value);
     void setRowHeight(int32_t row, int32_t value);
-    void setRowBookmark(int32_t row, const QVariant& value);
     void setColWidth(int32_t col, int32_t value);
     int32_t ColAlign(int32_t col);
     void setColAlign(int32_t col, int32_t value);
     void setColMask(int32_t col, int32_t value);
-    bool RowEmpty(int32_t row) const;
     void AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor);
     // Whether AddItem can store every field of rowData.
     bool itemFits(const QString& rowData) const;
@@ -133,12 +129,12 @@ public:
     // it where the geometry places it now, so hiding a mark that is not
     // shown shows it. Only these procedures flip marks; the painters take
     // away the marks on what they cover.
-    void showFocus();
-    void hideFocus();
+    void showFocus() { flipFocusMark(); }
+    void hideFocus() { flipFocusMark(); }
     // Runs moveCurrentCell between hiding and showing the focus rectangle.
     void moveFocus(const std::function<void()>& moveCurrentCell);
-    void showSelectionMarks();
-    void hideSelectionMarks();
+    void showSelectionMarks() { flipSelectionMarks(); }
+    void hideSelectionMarks() { flipSelectionMarks(); }
     // Runs change, which reshapes the selection, between hiding and showing
     // the selection block.
     void changeSelection(const std::function<void()>& change);
@@ -182,13 +178,9 @@ public:
     void setBackColorBkg(OleColor value);
 
     // Scrolling
-    void setTopRow(int32_t value);
     void setLeftCol(int32_t value);
-    void applyVerticalScroll();
-    void applyHorizontalScroll();
     void onVerticalScroll();
     void onHorizontalScroll();
-    void onScrollBarFocus();
 
     // Mouse, selection and resizing
     int32_t rowAt(float x, float y);
@@ -201,7 +193,6 @@ public:
     void onSurfaceMousePress(const MouseArgs& e);
     void onSurfaceMouseRelease(const MouseArgs& e);
     void onSurfaceMouseMove(const MouseArgs& e);
-    void onSurfaceClick();
     void onSurfaceDoubleClick();
 
     // Keyboard
@@ -226,7 +217,6 @@ public:
     void fillList(int32_t col);
     // Hides the drop-down list when it is open.
     void hideList();
-    void onDropDownButtonClick();
     void onListKeyDown(int16_t keyCode, int16_t shift);
     void onListMouseRelease(int16_t button, int16_t shift, float x, float y);
     void onListFocusLost();
@@ -271,7 +261,6 @@ public:
 
 private:
     void flipFocusMark();
-    void placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col);
     void flipSelectionBlock();
     void flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t col2);
     void flipSelectionMarks();
@@ -292,16 +281,12 @@ private:
     // anyway and compare.
     bool layoutSettled();
     void redrawIfAuto();
-    void closeEditor();
     void repaintEditedCell(bool highlight);
-    void commitAndRepaint();
-    void openEditor(int16_t keyAscii);
-    void addRowBeforeEditing();
+    // Stores the edit, closes the editor, repaints the cell with its focus
+    // rectangle, queues an Up or Down key for the surface, then raises AfterEdit.
+    void commitAndReport(int16_t keyCode);
     void openList(int16_t keyAscii);
     void pickListValue();
-    int32_t listHeight() const;
-    void selectListItem(const QString& text, int32_t length);
-    void placeCellButton(platform::Child& button, bool shown, int32_t x, int32_t y);
     CellInputs cellInputs() const;
     void notePass(bool full);
     void passOverCells(bool full);

@@ -5,7 +5,9 @@
 
 #include <algorithm>
 
-namespace TabulaControl::detail::render {
+namespace TabulaControl::detail {
+
+using render::advance;
 
 namespace {
 
@@ -27,14 +29,9 @@ Span blockSpan(int32_t index1, int32_t pos1, int32_t index2, int32_t pos2, const
 
 }  // namespace
 
-}  // namespace TabulaControl::detail::render
-
-namespace TabulaControl::detail {
-
-using render::advance;
-
 // Every flip of a focus rectangle also places the hidden editor box over
-// that cell, which is where opening the editor finds it.
+// that cell, which is where opening the editor finds it: inside the cell's
+// left and top edges, with the column's edit width.
 void Grid::flipFocusMark()
 {
     const int32_t row = selection.row(), col = selection.col();
@@ -46,12 +43,6 @@ void Grid::flipFocusMark()
     const int32_t height = model.rows().size(row);
     if (!beyond)
         marks.toggleFocusRect(render::MakeRect(x, y, width, height));
-    placeEditor(x, y, width, height, col);
-}
-
-// Inside the cell's left and top edges, with the column's edit width.
-void Grid::placeEditor(int32_t x, int32_t y, int32_t width, int32_t height, int32_t col)
-{
     const layout::EditorBox box = layout::editorBox(x, y, width, height);
     ui.txtEdit.Move(box.left, box.top, box.width, box.height);
     ui.txtEdit.setMaxLength(model.columns().editWidth(col));
@@ -67,9 +58,9 @@ void Grid::flipSelectionBlock(int32_t row1, int32_t col1, int32_t row2, int32_t 
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     cellCoordinates(row1, col1, x1, y1);
     cellCoordinates(row2, col2, x2, y2);
-    const render::Span across = render::blockSpan(col1, x1, col2, x2, model.cols());
-    const render::Span down = render::blockSpan(row1, y1, row2, y2, model.rows());
-    const int32_t reach = appearance.showsGridLines() ? render::GridLineReach : 0;
+    const Span across = blockSpan(col1, x1, col2, x2, model.cols());
+    const Span down = blockSpan(row1, y1, row2, y2, model.rows());
+    const int32_t reach = appearance.showsGridLines() ? GridLineReach : 0;
     // A block lying wholly left of the scrolled columns has no visible cells.
     if (std::max(col1, col2) >= viewport.leftCol())
         marks.toggleInversion({across.start, down.start, advance(across.end, reach), advance(down.end, reach)});
@@ -92,10 +83,6 @@ void Grid::flipSelectionMarks()
     flipSelectionBlock(block.row1, block.col1, block.row1, block.col1);
 }
 
-void Grid::showFocus() { flipFocusMark(); }
-
-void Grid::hideFocus() { flipFocusMark(); }
-
 // A scroll inside moveCurrentCell repaints the focus rectangle, which the
 // show after it then takes off again.
 void Grid::moveFocus(const std::function<void()>& moveCurrentCell)
@@ -104,10 +91,6 @@ void Grid::moveFocus(const std::function<void()>& moveCurrentCell)
     moveCurrentCell();
     showFocus();
 }
-
-void Grid::showSelectionMarks() { flipSelectionMarks(); }
-
-void Grid::hideSelectionMarks() { flipSelectionMarks(); }
 
 void Grid::changeSelection(const std::function<void()>& change)
 {

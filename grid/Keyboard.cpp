@@ -8,117 +8,78 @@ using namespace navigation;
 
 namespace {
 
-bool isArrow(int16_t keyCode) { return keyCode >= VkLeft && keyCode <= VkDown; }
-
-void selectCurrentRow(Grid& g)
+// Whether the current cell ends inside the area the scroll bars leave free
+// below (rows) or to the right.
+bool fitsForward(Grid& g, bool rows)
 {
-    if (g.selection.selectsRows())
-        g.changeSelection([&g] { g.selection.selectCurrentRow(g.model.cols().count()); });
+    const CellIndex cell = g.selection.current();
+    int32_t x = 0, y = 0;
+    g.cellCoordinates(cell.row, cell.col, x, y);
+    const platform::ScrollBar& bar = rows ? g.ui.scrHorizontal : g.ui.scrVertical;
+    const int32_t covered = bar.Visible() ? (rows ? bar.Height() : bar.Width()) : 0;
+    const int64_t room = rows ? g.ui.picGrid.ScaleHeight() : g.ui.picGrid.ScaleWidth();
+    const int32_t size = rows ? g.model.rows().size(cell.row) : g.model.cols().size(cell.col);
+    return room - size - covered >= (rows ? y : x);
 }
 
-void selectCurrentColumn(Grid& g)
+void setCurrentLine(Selection& selection, bool rows, int32_t line)
 {
-    if (g.selection.selectsColumns())
-        g.changeSelection([&g] { g.selection.selectCurrentColumn(g.model.rows().count()); });
+    if (rows)
+        selection.setRow(line);
+    else
+        selection.setCol(line);
 }
 
 // Down and Right test the new cell's pixel extent against the area the
-// scroll bars leave free; Up and Left compare indexes with the first shown.
-// Whether the current cell ends inside the area the scroll bars leave free
-// below (fitsDown) or to the right (fitsRight).
-bool fitsDown(Grid& g)
+// scroll bars leave free and step the bar when it does not fit. Returns
+// whether the current cell moved.
+bool moveForward(Grid& g, bool rows)
 {
-    const CellIndex cell = g.selection.current();
-    int32_t x = 0, y = 0;
-    g.cellCoordinates(cell.row, cell.col, x, y);
-    const int32_t barHeight = g.ui.scrHorizontal.Visible() ? g.ui.scrHorizontal.Height() : 0;
-    return int64_t{g.ui.picGrid.ScaleHeight()} - g.model.rows().size(cell.row) - barHeight >= y;
-}
-
-bool fitsRight(Grid& g)
-{
-    const CellIndex cell = g.selection.current();
-    int32_t x = 0, y = 0;
-    g.cellCoordinates(cell.row, cell.col, x, y);
-    const int32_t barWidth = g.ui.scrVertical.Visible() ? g.ui.scrVertical.Width() : 0;
-    return int64_t{g.ui.picGrid.ScaleWidth()} - g.model.cols().size(cell.col) - barWidth >= x;
-}
-
-void stepForwardUnless(bool fits, platform::ScrollBar& bar)
-{
+    const int32_t line = rows ? g.selection.row() : g.selection.col();
+    if (line >= (rows ? g.model.rows().count() : g.model.cols().count()))
+        return false;
+    bool fits = true;
+    g.moveFocus([&] {
+        setCurrentLine(g.selection, rows, line + 1);
+        fits = fitsForward(g, rows);
+    });
+    platform::ScrollBar& bar = rows ? g.ui.scrVertical : g.ui.scrHorizontal;
     if (!fits && bar.Value() < bar.Max())
         bar.setValue(bar.Value() + 1);
+    return true;
 }
 
-void moveDown(Grid& g)
+// Up and Left compare indexes with the first shown. Scrolling back repaints
+// the new current cell's mark itself.
+bool moveBack(Grid& g, bool rows)
 {
-    Selection& selection = g.selection;
-    if (selection.row() >= g.model.rows().count())
-        return;
-    bool fits = true;
-    g.moveFocus([&] {
-        selection.setRow(selection.row() + 1);
-        fits = fitsDown(g);
-    });
-    stepForwardUnless(fits, g.ui.scrVertical);
-    selectCurrentRow(g);
-}
-
-void moveRight(Grid& g)
-{
-    Selection& selection = g.selection;
-    if (selection.col() >= g.model.cols().count())
-        return;
-    bool fits = true;
-    g.moveFocus([&] {
-        selection.setCol(selection.col() + 1);
-        fits = fitsRight(g);
-    });
-    stepForwardUnless(fits, g.ui.scrHorizontal);
-    // Unlike the other arrows, Right refits the selection in either line mode.
-    g.fitSelectionToMode();
-}
-
-// Scrolling back repaints the new current cell's mark itself.
-void stepBackOrShow(Grid& g, bool onScreen, platform::ScrollBar& bar)
-{
-    if (onScreen || bar.Value() < 2)
+    const int32_t line = rows ? g.selection.row() : g.selection.col();
+    if (line < 2)
+        return false;
+    g.hideFocus();
+    setCurrentLine(g.selection, rows, line - 1);
+    platform::ScrollBar& bar = rows ? g.ui.scrVertical : g.ui.scrHorizontal;
+    if (line - 1 >= (rows ? g.viewport.topRow() : g.viewport.leftCol()) || bar.Value() < 2)
         g.showFocus();
     else
         bar.setValue(bar.Value() - 1);
+    return true;
 }
 
-void moveUp(Grid& g)
-{
-    Selection& selection = g.selection;
-    if (selection.row() < 2)
-        return;
-    g.hideFocus();
-    selection.setRow(selection.row() - 1);
-    stepBackOrShow(g, selection.row() >= g.viewport.topRow(), g.ui.scrVertical);
-    selectCurrentRow(g);
-}
-
-void moveLeft(Grid& g)
-{
-    Selection& selection = g.selection;
-    if (selection.col() < 2)
-        return;
-    g.hideFocus();
-    selection.setCol(selection.col() - 1);
-    stepBackOrShow(g, selection.col() >= g.viewport.leftCol(), g.ui.scrHorizontal);
-    selectCurrentColumn(g);
-}
-
+// Up and Down select the current row again in the by-row mode, Left the
+// current column in the by-column mode; Right does either.
 void moveByArrow(Grid& g, int16_t keyCode)
 {
-    switch (keyCode) {
-    case VkDown: return moveDown(g);
-    case VkRight: return moveRight(g);
-    case VkUp: return moveUp(g);
-    case VkLeft: return moveLeft(g);
-    default: return;
-    }
+    const bool rows = keyCode == VkUp || keyCode == VkDown;
+    const bool forward = keyCode == VkDown || keyCode == VkRight;
+    if (!(forward ? moveForward(g, rows) : moveBack(g, rows)))
+        return;
+    if (keyCode == VkRight)
+        g.fitSelectionToMode();
+    else if (rows && g.selection.selectsRows())
+        g.changeSelection([&g] { g.selection.selectCurrentRow(g.model.cols().count()); });
+    else if (!rows && g.selection.selectsColumns())
+        g.changeSelection([&g] { g.selection.selectCurrentColumn(g.model.rows().count()); });
 }
 
 // The current row each paging key moves to, always a row of the grid (or
@@ -126,21 +87,13 @@ void moveByArrow(Grid& g, int16_t keyCode)
 // negative page, which moves nothing.
 int32_t pagedRow(const Grid& g, int32_t currentRow, int16_t keyCode)
 {
-    const GridModel& model = g.model;
+    const int32_t count = g.model.rows().count();
     const int64_t page = std::max(g.viewport.pageRows(), 0);
-    int64_t row = model.rows().count();
-    switch (keyCode) {
-    case VkHome: row = 1; break;
-    case VkEnd: row = model.rows().count(); break;
-    case VkPageUp: row = currentRow - page; break;
-    default: row = currentRow + page; break;
-    }
-    return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(model.rows().count(), 1), model.rows().count()));
-}
-
-bool isPagingKey(int16_t keyCode)
-{
-    return keyCode == VkHome || keyCode == VkEnd || keyCode == VkPageUp || keyCode == VkPageDown;
+    const int64_t row = keyCode == VkHome     ? 1
+                        : keyCode == VkEnd    ? count
+                        : keyCode == VkPageUp ? currentRow - page
+                                              : currentRow + page;
+    return static_cast<int32_t>(std::clamp<int64_t>(row, std::min(count, 1), count));
 }
 
 // The new current row becomes the top row; the repaint shows its mark.
@@ -154,28 +107,14 @@ void moveByPage(Grid& g, int16_t keyCode)
     g.fitSelectionToMode();
 }
 
-void toggleCheckmarkByKey(Grid& g)
-{
-    GridModel& model = g.model;
-    const bool editable = model.columns().editAllowed(g.selection.col());
-    if (editable) {
-        const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
-        model.cells().setText(row, col, toggledCheckmark(model.cells().Text(row, col)));
-    }
-    redrawCurrentCell(g);
-    if (editable)
-        g.raiseAfterEdit();
-}
-
 }  // namespace
 
 void Grid::KeyDown(int16_t keyCode, int16_t)
 {
     const CellIndex old = selection.current();
-    if (isArrow(keyCode)) {
+    if (keyCode >= VkLeft && keyCode <= VkDown) {
         moveByArrow(*this, keyCode);
-        if (ui.txtEdit.Visible())
-            hideEditorBox(*this);
+        hideEditorBox(*this);
         closeDropDown(*this);
     }
     if (selection.current() != old)
@@ -195,13 +134,13 @@ void Grid::onSurfaceCharacter(int16_t keyAscii)
     if (model.cols().count() > 0 && model.rows().count() > 0 && keyAscii != CharTab && !checkmarkColumn)
         startEdit(keyAscii);
     if (model.columns().mask(selection.col()) == checkmark)
-        toggleCheckmarkByKey(*this);
+        toggleCurrentCheckmark(*this, false);
 }
 
 void Grid::onSurfaceKeyUp(int16_t keyCode, int16_t shift)
 {
     const CellIndex old = selection.current();
-    if (isPagingKey(keyCode))
+    if (keyCode >= VkPageUp && keyCode <= VkHome)
         moveByPage(*this, keyCode);
     events.KeyUp(keyCode, shift);
     if (selection.current() != old)

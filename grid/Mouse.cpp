@@ -186,45 +186,23 @@ void pressCell(Grid& g, CellIndex pressed, int16_t button, int16_t shift)
     moveCurrentCellTo(g, pressed);
 }
 
-void closeEditorBoxAfterPress(Grid& g)
-{
-    if (!g.ui.txtEdit.Visible())
-        return;
-    hideEditorBox(g);
-    if (g.editorState.isOpen())
-        g.raiseAfterEdit();
-}
-
 // A press on a check-mark cell toggles the current cell, which after a
 // Shift-extend is not the pressed one.
 void toggleCheckmarkAfterPress(Grid& g, CellIndex pressed)
 {
-    GridModel& model = g.model;
-    if (!isDataCell(pressed) || model.columns().mask(g.selection.col()) != checkmark)
+    if (!isDataCell(pressed) || g.model.columns().mask(g.selection.col()) != checkmark)
         return;
-    const bool editable = model.columns().editAllowed(g.selection.col());
-    if (editable) {
-        const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
-        model.cells().setText(row, col, toggledCheckmark(model.cells().Text(row, col)));
-    }
-    g.withLineSelectionLifted([&g] { redrawCurrentCell(g); });
-    if (editable)
-        g.raiseAfterEdit();
+    toggleCurrentCheckmark(g, true);
 }
 
 // One step of the bar toward a pointer before the start or at or past end
 // of the visible area; returns whether the bar moved.
 bool stepToward(platform::ScrollBar& bar, float pos, int32_t end)
 {
-    if (pos < 0 && bar.Value() > 1) {
-        bar.setValue(bar.Value() - 1);
-        return true;
-    }
-    if (pos >= end && bar.Value() < bar.Max()) {
-        bar.setValue(bar.Value() + 1);
-        return true;
-    }
-    return false;
+    const int step = pos < 0 && bar.Value() > 1 ? -1 : pos >= end && bar.Value() < bar.Max() ? 1 : 0;
+    if (step != 0)
+        bar.setValue(bar.Value() + step);
+    return step != 0;
 }
 
 // The visible area is the surface less what the scroll bars cover.
@@ -239,25 +217,6 @@ bool autoScrollStep(Grid& g, float x, float y)
     const bool down = stepToward(v, y, visibleHeight);
     return across || down;
 }
-
-}  // namespace
-
-namespace navigation {
-
-void extendSelectionByDrag(Grid& g, float x, float y)
-{
-    if (autoScrollStep(g, x, y))
-        g.ui.picGrid.repeatMouseMove();
-    const CellIndex pointed = {g.pointer.row(), g.pointer.col()};
-    const CellBlock& block = g.selection.block();
-    if ((pointed.row == block.row2 && pointed.col == block.col2) || pointed.row < 1 || pointed.col < 1)
-        return;
-    g.changeSelection([&] { g.selection.setCorner(pointed); });
-}
-
-}  // namespace navigation
-
-namespace {
 
 // The row (column) whose span, its lower (right) grid line included, holds
 // pos: 0 in the header band (also left of the first pixel when the header is
@@ -277,6 +236,21 @@ int32_t lineAt(double pos, bool headerShown, const Axis& axis, int32_t first, in
 }
 
 }  // namespace
+
+namespace navigation {
+
+void extendSelectionByDrag(Grid& g, float x, float y)
+{
+    if (autoScrollStep(g, x, y))
+        g.ui.picGrid.repeatMouseMove();
+    const CellIndex pointed = {g.pointer.row(), g.pointer.col()};
+    const CellBlock& block = g.selection.block();
+    if ((pointed.row == block.row2 && pointed.col == block.col2) || pointed.row < 1 || pointed.col < 1)
+        return;
+    g.changeSelection([&] { g.selection.setCorner(pointed); });
+}
+
+}  // namespace navigation
 
 int32_t Grid::rowAt(float, float y)
 {
@@ -306,7 +280,8 @@ void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
         else if (isDataCell(pressed))
             pressCell(*this, pressed, button, shift);
     }
-    closeEditorBoxAfterPress(*this);
+    if (hideEditorBox(*this) && editorState.isOpen())
+        raiseAfterEdit();
     closeDropDown(*this);
     toggleCheckmarkAfterPress(*this, pressed);
     if (selection.current() != old)
@@ -344,8 +319,6 @@ void Grid::onSurfaceMouseRelease(const MouseArgs& e)
     MouseUp(e.Button, e.Shift, e.X, e.Y);
     events.MouseUp(e.Button, e.Shift, e.X, e.Y);
 }
-
-void Grid::onSurfaceClick() { events.Click(); }
 
 void Grid::onSurfaceDoubleClick()
 {

@@ -2,15 +2,17 @@
 
 namespace TabulaControl::detail::navigation {
 
-void hideEditorBox(Grid& g)
+bool hideEditorBox(Grid& g)
 {
+    if (!g.ui.txtEdit.Visible())
+        return false;
     g.withLineSelectionLifted([&g] { g.ui.txtEdit.setVisible(false); });
+    return true;
 }
 
 void closeDropDown(Grid& g)
 {
-    if (g.ui.listForm.Visible())
-        g.ui.listForm.Hide();
+    g.hideList();
     g.ui.cmdLookup.setVisible(false);
     g.showCellButtons();
 }
@@ -22,9 +24,21 @@ void redrawCurrentCell(Grid& g)
     g.showFocus();
 }
 
-QString toggledCheckmark(const QString& text)
+void toggleCurrentCheckmark(Grid& g, bool liftLineSelection)
 {
-    return text == QLatin1String("1") ? QStringLiteral("0") : QStringLiteral("1");
+    GridModel& model = g.model;
+    const bool editable = model.columns().editAllowed(g.selection.col());
+    if (editable) {
+        const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
+        const bool checked = model.cells().Text(row, col) == QLatin1String("1");
+        model.cells().setText(row, col, checked ? QStringLiteral("0") : QStringLiteral("1"));
+    }
+    if (liftLineSelection)
+        g.withLineSelectionLifted([&g] { redrawCurrentCell(g); });
+    else
+        redrawCurrentCell(g);
+    if (editable)
+        g.raiseAfterEdit();
 }
 
 }  // namespace TabulaControl::detail::navigation

@@ -11,6 +11,8 @@ inline constexpr int16_t PointerDefault = 0;
 inline constexpr int16_t PointerSizeNS = 7;
 inline constexpr int16_t PointerSizeWE = 9;
 
+inline constexpr int16_t VkEnter = 13;
+inline constexpr int16_t VkEscape = 27;
 inline constexpr int16_t VkPageUp = 33;
 inline constexpr int16_t VkPageDown = 34;
 inline constexpr int16_t VkEnd = 35;
@@ -22,8 +24,8 @@ inline constexpr int16_t VkDown = 40;
 inline constexpr int16_t CharTab = 9;
 inline constexpr int16_t CharSpace = 32;
 
-// Hides a visible editor box.
-void hideEditorBox(Grid& g);
+// Hides the editor box; returns whether it was visible.
+bool hideEditorBox(Grid& g);
 
 // Hides an open drop-down list and the drop-down button, then places the
 // buttons of the current cell again.
@@ -43,7 +45,9 @@ bool startSizerDrag(Grid& g, float x, float y);
 // Applies the width the sizer bar was dragged to.
 void finishColumnDrag(Grid& g);
 
-// "1" becomes "0", anything else "1".
-QString toggledCheckmark(const QString& text);
+// Toggles the current check-mark cell ("1" becomes "0", anything else "1")
+// when its column allows editing, repaints it, with a line selection lifted
+// off when asked, and reports the edit.
+void toggleCurrentCheckmark(Grid& g, bool liftLineSelection);
 
 }  // namespace TabulaControl::detail::navigation

@@ -2,38 +2,34 @@
 
 #include "state/Errors.h"
 
+#include <algorithm>
+
 namespace TabulaControl::detail {
 
 using namespace navigation;
 
 namespace {
 
-// Past the limit the bar stays where it was.
-void followColumnSizer(Grid& g, float x, int16_t surfaceWidth)
+// The sizer bar of a column (row) follows the pointer up to the scroll bar
+// or the surface's edge; past the limit it stays where it was.
+void followSizer(Grid& g, bool column, float pos, int16_t surfaceExtent)
 {
-    const auto& bar = g.ui.scrVertical;
-    const int32_t limit = bar.Visible() ? bar.Left() - 1 : surfaceWidth;
-    if (double{x} <= limit)
-        g.ui.picSizer.setLeft(roundTo32(x));
-}
-
-void followRowSizer(Grid& g, float y, int16_t surfaceHeight)
-{
-    const auto& bar = g.ui.scrHorizontal;
-    const int32_t limit = bar.Visible() ? bar.Top() - 1 : surfaceHeight;
-    if (double{y} <= limit)
-        g.ui.picSizer.setTop(roundTo32(y));
+    const auto& bar = column ? g.ui.scrVertical : g.ui.scrHorizontal;
+    const int32_t limit = bar.Visible() ? (column ? bar.Left() : bar.Top()) - 1 : surfaceExtent;
+    if (double{pos} > limit)
+        return;
+    if (column)
+        g.ui.picSizer.setLeft(roundTo32(pos));
+    else
+        g.ui.picSizer.setTop(roundTo32(pos));
 }
 
 // Only the header row has sizing zones; the leftmost border within reach
 // wins.
 void updateSizingPointer(Grid& g, float x)
 {
-    if (!g.appearance.showsColumnHeader() || g.pointer.row() != 0) {
-        g.ui.window.setMousePointer(PointerDefault);
-        return;
-    }
-    g.ui.window.setMousePointer(g.resizeZones.findZoneAt(x) ? PointerSizeWE : PointerDefault);
+    const bool onBorder = g.appearance.showsColumnHeader() && g.pointer.row() == 0 && g.resizeZones.findZoneAt(x);
+    g.ui.window.setMousePointer(onBorder ? PointerSizeWE : PointerDefault);
 }
 
 // Shows the host's tooltip over the grid. A failure to copy it must not
@@ -82,10 +78,7 @@ void finishColumnDrag(Grid& g)
     const int64_t col = int64_t{g.viewport.leftCol()} + zones.foundZone() - (g.appearance.showsRowHeader() ? 2 : 1);
     if (!zones.foundZonePlaced() || !model.hasCell(0, col))
         return;
-    int32_t width = zones.draggedWidth(g.ui.picSizer.Left());
-    if (width < 0)
-        width = 0;
-    g.setColWidth(static_cast<int32_t>(col), width);
+    g.setColWidth(static_cast<int32_t>(col), std::max(0, zones.draggedWidth(g.ui.picSizer.Left())));
     g.showCellButtons();
 }
 
@@ -105,9 +98,9 @@ void Grid::MouseMove(int16_t, int16_t, float x, float y)
     pointer.setRow(to16(rowAt(x, y)));
     pointer.setCol(to16(columnAt(x, y)));
     if (resizeZones.columnDragging())
-        return followColumnSizer(*this, x, surfaceWidth);
+        return followSizer(*this, true, x, surfaceWidth);
     if (resizeZones.rowDragging())
-        return followRowSizer(*this, y, surfaceHeight);
+        return followSizer(*this, false, y, surfaceHeight);
     if (pointer.buttonDown() && selection.selectsFreely()) {
         if (!selection.linesSelected())
             extendSelectionByDrag(*this, x, y);

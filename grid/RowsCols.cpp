@@ -60,12 +60,7 @@ void Grid::setCol(int32_t n)
 
 QString Grid::Text() const { return model.cells().Text(to16(selection.row()), to16(selection.col())); }
 
-void Grid::setText(const QString& value)
-{
-    const QString stored = Validate(value, selection.col());
-    model.cells().setText(to16(selection.row()), to16(selection.col()), stored);
-    redrawIfAuto();
-}
+void Grid::setText(const QString& value) { setTextMatrix(selection.row(), selection.col(), value); }
 
 QString Grid::TextMatrix(int32_t row, int32_t col) const { return model.cells().Text(to16(row), to16(col)); }
 
@@ -74,13 +69,6 @@ void Grid::setTextMatrix(int32_t row, int32_t col, const QString& value)
     const QString stored = Validate(value, col);
     model.cells().setText(to16(row), to16(col), stored);
     redrawIfAuto();
-}
-
-QString Grid::CellTag(int32_t row, int32_t col) const { return model.cells().Tag(to16(row), to16(col)); }
-
-void Grid::setCellTag(int32_t row, int32_t col, const QString& value)
-{
-    model.cells().setTag(to16(row), to16(col), value);
 }
 
 void Grid::setAutoRedraw(bool value)
@@ -94,8 +82,6 @@ void Grid::setRowHeight(int32_t row, int32_t value)
     model.setRowHeight(row, to16(value));
     Refresh();
 }
-
-void Grid::setRowBookmark(int32_t row, const QVariant& value) { model.setBookmark(row, value); }
 
 void Grid::setColWidth(int32_t col, int32_t value)
 {
@@ -133,8 +119,6 @@ void Grid::setColMask(int32_t col, int32_t value)
     }
     Refresh();
 }
-
-bool Grid::RowEmpty(int32_t row) const { return model.rowEmpty(row); }
 
 void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVariant& foreColor)
 {
@@ -203,12 +187,6 @@ void Grid::RemoveItem(int32_t row)
     events.AfterDeleteRow(row);
 }
 
-void Grid::Clear()
-{
-    ui.scrVertical.setMax(0);
-    model.setRowCount(0);
-    selection.pullBackRows(model.rows().count());
-    redrawIfAuto();
-}
+void Grid::Clear() { setRows(0); }
 
 }  // namespace TabulaControl::detail

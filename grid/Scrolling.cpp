@@ -9,30 +9,21 @@ using namespace navigation;
 
 namespace {
 
-// Paints the edited cell without the editor box and reports the cell's
-// stored text.
-void finishEditAfterScroll(Grid& g)
+// Closes an open editor before a scroll bar's move: a vertical scroll drops
+// what was typed, a horizontal one stores it unless BeforeEdit cancels. The
+// edited cell is painted without the editor box and its stored text reported.
+void closeEditorForScroll(Grid& g, bool rows)
 {
+    if (!g.editorState.isOpen())
+        return;
+    if (!rows)
+        g.storeEditorText();
+    g.editorState.close();
     g.withLineSelectionLifted([&g] {
         g.ui.txtEdit.setVisible(false);
         redrawCurrentCell(g);
     });
     g.raiseAfterEdit();
-}
-
-// A vertical scroll closes the editor without storing what was typed.
-void dropEdit(Grid& g)
-{
-    g.editorState.close();
-    finishEditAfterScroll(g);
-}
-
-// A horizontal scroll stores the typed text unless BeforeEdit cancels.
-void commitEdit(Grid& g)
-{
-    g.storeEditorText();
-    g.editorState.close();
-    finishEditAfterScroll(g);
 }
 
 // Moves the pixels of area by (dx, dy), draws the strip that came into view,
@@ -59,45 +50,40 @@ bool carriesCurrentCells(const Grid& g, int32_t top, int32_t left, int32_t step,
     return g.viewport.lineWidth() == 1 && std::fmod(deviceStep, 2.0) == 0 && g.cellsCurrent(top, left, headerRow);
 }
 
-// The pixels below the header row move by one row; only the uncovered strip
-// is painted before the cells are redrawn, and of those only the cells the
-// move did not carry whole or that were not current.
-void scrollRowsOneStep(Grid& g, int16_t delta, int32_t newTop)
+int32_t firstShown(const Grid& g, bool rows) { return rows ? g.viewport.topRow() : g.viewport.leftCol(); }
+
+void setFirstShown(Grid& g, bool rows, int32_t first)
 {
-    const GridModel& model = g.model;
-    g.hideSelectionMarks();
-    const int32_t oldTop = g.viewport.topRow();
-    g.viewport.setTopRow(newTop);
-    const int32_t top = g.appearance.showsColumnHeader() ? to32(int64_t{model.rows().size(0)} + 2) : 1;
-    const Rect area{1, top, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
-    // One pixel past the row even without grid lines; the repaint that
-    // follows covers the difference, as it always has.
-    const int32_t step = to32(int64_t{model.rows().size(delta < 1 ? oldTop : newTop)} + 1);
-    const bool carried = carriesCurrentCells(g, oldTop, g.viewport.leftCol(), step, false);
-    moveOneStep(g, area, 0, to32(int64_t{step} * delta), carried, false, [&] {
-        if (delta < 1)
-            g.drawBottomRows(newTop, step);
-        else
-            g.drawRow(newTop, top, true);
-    });
+    if (rows)
+        g.viewport.setTopRow(first);
+    else
+        g.viewport.setLeftCol(first);
 }
 
-void scrollColumnsOneStep(Grid& g, int16_t delta, int32_t newLeft)
+// The pixels past the header row (column) move by one row (column); only the
+// uncovered strip is painted before the cells are redrawn, and of those only
+// the cells the move did not carry whole or that were not current. The step
+// is one pixel past the line even without grid lines; the repaint that
+// follows covers the difference, as it always has.
+void scrollOneStep(Grid& g, bool rows, int16_t delta, int32_t first)
 {
-    const GridModel& model = g.model;
+    const Axis& axis = rows ? g.model.rows() : g.model.cols();
     g.hideSelectionMarks();
-    const int32_t oldLeft = g.viewport.leftCol();
-    g.viewport.setLeftCol(newLeft);
-    const int32_t left = g.appearance.showsRowHeader() ? to32(int64_t{model.cols().size(0)} + 2) : 1;
-    const Rect area{left, 1, g.ui.picGrid.ScaleWidth() - 1, g.ui.picGrid.ScaleHeight() - 1};
-    // One pixel past the column even without grid lines, as for rows.
-    const int32_t step = to32(int64_t{model.cols().size(delta < 1 ? oldLeft : newLeft)} + 1);
-    const bool carried = carriesCurrentCells(g, g.viewport.topRow(), oldLeft, step, true);
-    moveOneStep(g, area, to32(int64_t{step} * delta), 0, carried, true, [&] {
-        if (delta < 1)
-            g.drawRightColumns(newLeft, step);
+    const int32_t old = firstShown(g, rows);
+    setFirstShown(g, rows, first);
+    const bool header = rows ? g.appearance.showsColumnHeader() : g.appearance.showsRowHeader();
+    const int32_t start = header ? to32(int64_t{axis.size(0)} + 2) : 1;
+    const int32_t right = g.ui.picGrid.ScaleWidth() - 1, bottom = g.ui.picGrid.ScaleHeight() - 1;
+    const Rect area = rows ? Rect{1, start, right, bottom} : Rect{start, 1, right, bottom};
+    const int32_t step = to32(int64_t{axis.size(delta < 1 ? old : first)} + 1);
+    const bool carried = rows ? carriesCurrentCells(g, old, g.viewport.leftCol(), step, false)
+                              : carriesCurrentCells(g, g.viewport.topRow(), old, step, true);
+    const int32_t moved = to32(int64_t{step} * delta);
+    moveOneStep(g, area, rows ? 0 : moved, rows ? moved : 0, carried, !rows, [&] {
+        if (delta >= 1)
+            rows ? g.drawRow(first, start, true) : g.drawColumn(first, start, true);
         else
-            g.drawColumn(newLeft, left, true);
+            rows ? g.drawBottomRows(first, step) : g.drawRightColumns(first, step);
     });
 }
 
@@ -116,17 +102,27 @@ bool isOneStep(int64_t delta, int32_t from, int32_t to, int32_t count)
     return (delta == 1 || delta == -1) && exists(from) && exists(to);
 }
 
-void afterScrollBarChange(Grid& g)
+// Shows the rows (columns) from the bar's value on.
+void followScrollBar(Grid& g, bool rows)
 {
-    if (g.ui.txtEdit.Visible())
-        hideEditorBox(g);
+    closeEditorForScroll(g, rows);
+    const int32_t count = rows ? g.model.rows().count() : g.model.cols().count();
+    const int32_t old = firstShown(g, rows);
+    const int32_t first = shownFrom(rows ? g.ui.scrVertical : g.ui.scrHorizontal, count);
+    const int64_t delta = int64_t{old} - first;
+    if (isOneStep(delta, old, first, count)) {
+        scrollOneStep(g, rows, static_cast<int16_t>(delta), first);
+    } else {
+        setFirstShown(g, rows, first);
+        g.redrawAllCells(!rows);
+    }
+    g.placeResizeZones();
+    hideEditorBox(g);
     closeDropDown(g);
     g.events.Scroll();
 }
 
 }  // namespace
-
-void Grid::setTopRow(int32_t value) { viewport.setTopRow(value); }
 
 void Grid::setLeftCol(int32_t value)
 {
@@ -139,48 +135,8 @@ void Grid::setLeftCol(int32_t value)
     showCellButtons();
 }
 
-void Grid::applyVerticalScroll()
-{
-    if (editorState.isOpen())
-        dropEdit(*this);
-    const int32_t newTop = shownFrom(ui.scrVertical, model.rows().count());
-    const int64_t delta = int64_t{viewport.topRow()} - newTop;
-    if (isOneStep(delta, viewport.topRow(), newTop, model.rows().count())) {
-        scrollRowsOneStep(*this, static_cast<int16_t>(delta), newTop);
-    } else {
-        viewport.setTopRow(newTop);
-        redrawAllCells(false);
-    }
-    placeResizeZones();
-}
+void Grid::onVerticalScroll() { followScrollBar(*this, true); }
 
-void Grid::applyHorizontalScroll()
-{
-    if (editorState.isOpen())
-        commitEdit(*this);
-    const int32_t newLeft = shownFrom(ui.scrHorizontal, model.cols().count());
-    const int64_t delta = int64_t{viewport.leftCol()} - newLeft;
-    if (isOneStep(delta, viewport.leftCol(), newLeft, model.cols().count())) {
-        scrollColumnsOneStep(*this, static_cast<int16_t>(delta), newLeft);
-    } else {
-        viewport.setLeftCol(newLeft);
-        redrawAllCells(true);
-    }
-    placeResizeZones();
-}
-
-void Grid::onVerticalScroll()
-{
-    applyVerticalScroll();
-    afterScrollBarChange(*this);
-}
-
-void Grid::onHorizontalScroll()
-{
-    applyHorizontalScroll();
-    afterScrollBarChange(*this);
-}
-
-void Grid::onScrollBarFocus() { ui.picGrid.SetFocus(); }
+void Grid::onHorizontalScroll() { followScrollBar(*this, false); }
 
 }  // namespace TabulaControl::detail

@@ -13,9 +13,9 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QTimer>
 
 #include <algorithm>
+#include <iterator>
 
 namespace TabulaControl {
 
@@ -208,8 +208,8 @@ public:
 protected:
     bool eventFilter(QObject*, QEvent* event) override
     {
-        if (event->type() == QEvent::FocusIn && bar_.onFocus)
-            bar_.onFocus();
+        if (event->type() == QEvent::FocusIn)
+            notify(bar_.onFocus);
         return false;
     }
 
@@ -261,24 +261,15 @@ QWidget* makeSizer(QWidget* parent)
     return sizer;
 }
 
+// The cursor of each MousePointer value; values past the table show the arrow.
 Qt::CursorShape cursorShape(int16_t shape)
 {
-    switch (shape) {
-    case 2: return Qt::CrossCursor;
-    case 3: return Qt::IBeamCursor;
-    case 5: return Qt::SizeAllCursor;
-    case 6: return Qt::SizeBDiagCursor;
-    case 7: return Qt::SizeVerCursor;
-    case 8: return Qt::SizeFDiagCursor;
-    case 9: return Qt::SizeHorCursor;
-    case 10: return Qt::UpArrowCursor;
-    case 11: return Qt::WaitCursor;
-    case 12: return Qt::ForbiddenCursor;
-    case 13: return Qt::BusyCursor;
-    case 14: return Qt::WhatsThisCursor;
-    case 15: return Qt::SizeAllCursor;
-    default: return Qt::ArrowCursor;
-    }
+    static constexpr Qt::CursorShape shapes[] = {
+        Qt::ArrowCursor,     Qt::ArrowCursor,   Qt::CrossCursor,     Qt::IBeamCursor,       // 0-3
+        Qt::ArrowCursor,     Qt::SizeAllCursor, Qt::SizeBDiagCursor, Qt::SizeVerCursor,     // 4-7
+        Qt::SizeFDiagCursor, Qt::SizeHorCursor, Qt::UpArrowCursor,   Qt::WaitCursor,        // 8-11
+        Qt::ForbiddenCursor, Qt::BusyCursor,    Qt::WhatsThisCursor, Qt::SizeAllCursor};    // 12-15
+    return shape >= 0 && shape < int16_t(std::size(shapes)) ? shapes[shape] : Qt::ArrowCursor;
 }
 
 }  // namespace
@@ -306,34 +297,15 @@ void Child::appendPlacement(std::vector<int64_t>& key) const
     const QRect r = widget->geometry();
     key.insert(key.end(), {!widget->isHidden(), r.x(), r.y(), r.width(), r.height()});
 }
-void Child::setVisible(bool visible)
-{
-    if (widget_)
-        widget_->setVisible(visible);
-}
-void Child::SetFocus()
-{
-    if (widget_)
-        widget_->setFocus(Qt::OtherFocusReason);
-}
+void Child::setVisible(bool visible) { ifAlive([visible](QWidget& w) { w.setVisible(visible); }); }
+void Child::SetFocus() { ifAlive([](QWidget& w) { w.setFocus(Qt::OtherFocusReason); }); }
 bool Child::HasFocus() const { return widget_ && widget_->hasFocus(); }
-void Child::ZOrderFront()
-{
-    if (widget_)
-        widget_->raise();
-}
-void Child::ZOrderBack()
-{
-    if (widget_)
-        widget_->lower();
-}
+void Child::ZOrderFront() { ifAlive([](QWidget& w) { w.raise(); }); }
+void Child::ZOrderBack() { ifAlive([](QWidget& w) { w.lower(); }); }
 
 ScrollBar::ScrollBar(QWidget* widget) : Child(widget)
 {
-    QObject::connect(bar(), &QScrollBar::valueChanged, bar(), [this] {
-        if (onChange)
-            onChange();
-    });
+    QObject::connect(bar(), &QScrollBar::valueChanged, bar(), [this] { notify(onChange); });
     widget->installEventFilter(new FocusReturn(widget, *this));
 }
 
@@ -351,26 +323,19 @@ void ScrollBar::setMax(int16_t max)
         QSignalBlocker quiet(bar());
         bar()->setRange(1, std::max<int>(1, max));
     }
-    if (bar()->value() != before && onChange)
-        onChange();
+    if (bar()->value() != before)
+        notify(onChange);
 }
 
 void ScrollBar::setLargeChange(int16_t pageStep) { bar()->setPageStep(std::max<int>(1, pageStep)); }
 
 Button::Button(QWidget* button) : Child(button)
 {
-    QObject::connect(static_cast<QPushButton*>(button), &QPushButton::clicked, button, [this] {
-        if (onClick)
-            onClick();
-    });
+    QObject::connect(static_cast<QPushButton*>(button), &QPushButton::clicked, button, [this] { notify(onClick); });
 }
 
 
-void SurfaceChild::Refresh()
-{
-    if (widget())
-        static_cast<SurfaceView*>(widget())->requestPaint();
-}
+void SurfaceChild::Refresh() { ifAlive([](QWidget& w) { static_cast<SurfaceView&>(w).requestPaint(); }); }
 void SurfaceChild::postKey(int16_t keyCode)
 {
     const int key = keyCode == 38 ? Qt::Key_Up : keyCode == 40 ? Qt::Key_Down : 0;
@@ -380,18 +345,10 @@ void SurfaceChild::postKey(int16_t keyCode)
     QCoreApplication::postEvent(widget(), new QKeyEvent(QEvent::KeyRelease, key, Qt::NoModifier));
 }
 
-void SurfaceChild::repeatMouseMove()
-{
-    if (widget())
-        static_cast<SurfaceView*>(widget())->repeatLastMove();
-}
+void SurfaceChild::repeatMouseMove() { ifAlive([](QWidget& w) { static_cast<SurfaceView&>(w).repeatLastMove(); }); }
 
 QString SurfaceChild::ToolTipText() const { return widget() ? widget()->toolTip() : QString(); }
-void SurfaceChild::setToolTipText(const QString& text)
-{
-    if (widget())
-        widget()->setToolTip(text);
-}
+void SurfaceChild::setToolTipText(const QString& text) { ifAlive([&](QWidget& w) { w.setToolTip(text); }); }
 
 int32_t Window::ScaleWidth() const { return control_->width(); }
 int32_t Window::ScaleHeight() const { return control_->height(); }

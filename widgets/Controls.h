@@ -53,6 +53,15 @@ public:
     void ZOrderBack();
     QWidget* widget() const { return widget_; }
 
+protected:
+    // Runs act on the widget unless something deleted it.
+    template <class F>
+    void ifAlive(F act) const
+    {
+        if (widget_)
+            act(*widget_);
+    }
+
 private:
     QPointer<QWidget> widget_;
 };
@@ -88,8 +97,6 @@ public:
     // Limits what the user types; text set or already longer is never cut.
     void setMaxLength(int32_t length);  // 0: no limit
     int32_t MaxLength() const;
-    int32_t SelStart() const;
-    int32_t SelLength() const;
     void setSelection(int32_t start, int32_t length);
     void setFont(const StdFont& font);
     void setColors(OleColor back, OleColor fore);
@@ -125,8 +132,8 @@ public:
     int32_t ScaleHeight() const { return surface_.height(); }
     // Shows on screen what was drawn on the image.
     void Refresh();
-    // Queues a key press and release for the surface, handled after the
-    // current notification returns.
+    // Queues a press and release of Up (38) or Down (40) for the surface,
+    // handled after the current notification returns; other codes queue nothing.
     void postKey(int16_t keyCode);
     // Reports the last mouse move once more, after the current notification
     // returns, as if the pointer had been set to where it already is (which

@@ -21,10 +21,7 @@ protected:
     bool eventFilter(QObject* target, QEvent* event) override
     {
         if (event->type() == QEvent::FocusOut) {
-            QTimer::singleShot(0, this, [this] {
-                if (editor_.onLostFocus)
-                    editor_.onLostFocus();
-            });
+            QTimer::singleShot(0, this, [this] { notify(editor_.onLostFocus); });
             return false;
         }
         if (event->type() != QEvent::KeyPress || forwarding_)
@@ -113,8 +110,6 @@ Editor::Editor(QWidget* edit) : Child(edit)
 
 
 QLineEdit* Editor::edit() const { return static_cast<QLineEdit*>(widget()); }
-int32_t Editor::SelStart() const { return edit()->hasSelectedText() ? edit()->selectionStart() : edit()->cursorPosition(); }
-int32_t Editor::SelLength() const { return static_cast<int32_t>(edit()->selectedText().size()); }
 void Editor::setSelection(int32_t start, int32_t length)
 {
     if (length > 0)

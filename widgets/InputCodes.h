@@ -11,28 +11,21 @@
 // button masks.
 namespace TabulaControl::platform {
 
+// Bits 0, 1 and 2 set for the first, second and third flag that flags hold.
+template <class Flags, class Flag>
+int16_t maskOf(Flags flags, Flag first, Flag second, Flag third)
+{
+    return static_cast<int16_t>((flags & first ? 1 : 0) | (flags & second ? 2 : 0) | (flags & third ? 4 : 0));
+}
+
 inline int16_t shiftState(Qt::KeyboardModifiers modifiers)
 {
-    int16_t shift = 0;
-    if (modifiers & Qt::ShiftModifier)
-        shift |= 1;
-    if (modifiers & Qt::ControlModifier)
-        shift |= 2;
-    if (modifiers & Qt::AltModifier)
-        shift |= 4;
-    return shift;
+    return maskOf(modifiers, Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier);
 }
 
 inline int16_t buttonState(Qt::MouseButtons buttons)
 {
-    int16_t button = 0;
-    if (buttons & Qt::LeftButton)
-        button |= 1;
-    if (buttons & Qt::RightButton)
-        button |= 2;
-    if (buttons & Qt::MiddleButton)
-        button |= 4;
-    return button;
+    return maskOf(buttons, Qt::LeftButton, Qt::RightButton, Qt::MiddleButton);
 }
 
 // The classic virtual key code of a key.
@@ -42,31 +35,18 @@ inline int16_t keyCode(int key)
         return static_cast<int16_t>(key);
     if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
         return static_cast<int16_t>(112 + key - Qt::Key_F1);
-    switch (key) {
-    case Qt::Key_Backspace: return 8;
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab: return 9;
-    case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Shift: return 16;
-    case Qt::Key_Control: return 17;
-    case Qt::Key_Alt: return 18;
-    case Qt::Key_Pause: return 19;
-    case Qt::Key_CapsLock: return 20;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_Space: return 32;
-    case Qt::Key_PageUp: return 33;
-    case Qt::Key_PageDown: return 34;
-    case Qt::Key_End: return 35;
-    case Qt::Key_Home: return 36;
-    case Qt::Key_Left: return 37;
-    case Qt::Key_Up: return 38;
-    case Qt::Key_Right: return 39;
-    case Qt::Key_Down: return 40;
-    case Qt::Key_Insert: return 45;
-    case Qt::Key_Delete: return 46;
-    default: return 0;
+    static constexpr std::pair<int, int16_t> codes[] = {
+        {Qt::Key_Backspace, 8}, {Qt::Key_Tab, 9},       {Qt::Key_Backtab, 9},   {Qt::Key_Return, 13},
+        {Qt::Key_Enter, 13},    {Qt::Key_Shift, 16},    {Qt::Key_Control, 17},  {Qt::Key_Alt, 18},
+        {Qt::Key_Pause, 19},    {Qt::Key_CapsLock, 20}, {Qt::Key_Escape, 27},   {Qt::Key_Space, 32},
+        {Qt::Key_PageUp, 33},   {Qt::Key_PageDown, 34}, {Qt::Key_End, 35},      {Qt::Key_Home, 36},
+        {Qt::Key_Left, 37},     {Qt::Key_Up, 38},       {Qt::Key_Right, 39},    {Qt::Key_Down, 40},
+        {Qt::Key_Insert, 45},   {Qt::Key_Delete, 46}};
+    for (const auto& [qtKey, code] : codes) {
+        if (qtKey == key)
+            return code;
     }
+    return 0;
 }
 
 inline MouseArgs mouseArgs(const QMouseEvent* e, Qt::MouseButtons buttons)

@@ -1,4 +1,5 @@
 #include "widgets/ListForm.h"
+#include "widgets/InputCodes.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -10,24 +11,6 @@
 namespace TabulaControl::platform {
 
 namespace {
-
-int16_t listKeyCode(int key)
-{
-    switch (key) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_Up: return 38;
-    case Qt::Key_Down: return 40;
-    default: return 0;
-    }
-}
-
-int16_t listShift(Qt::KeyboardModifiers modifiers)
-{
-    return static_cast<int16_t>(((modifiers & Qt::ShiftModifier) ? 1 : 0) | ((modifiers & Qt::ControlModifier) ? 2 : 0) |
-                                ((modifiers & Qt::AltModifier) ? 4 : 0));
-}
 
 // Hands the list's keys and mouse releases to the form's handlers.
 class ListFilter : public QObject {
@@ -47,17 +30,14 @@ protected:
 private:
     bool key(QKeyEvent* e)
     {
-        const int16_t code = listKeyCode(e->key());
-        if (form_.onKeyDown)
-            form_.onKeyDown(code, listShift(e->modifiers()));
+        const int16_t code = keyCode(e->key());
+        notify(form_.onKeyDown, code, shiftState(e->modifiers()));
         return code == 13 || code == 27;
     }
     void mouseUp(QMouseEvent* e)
     {
-        const int16_t button = e->button() == Qt::LeftButton ? 1 : e->button() == Qt::RightButton ? 2 : 4;
-        if (form_.onMouseUp)
-            form_.onMouseUp(button, listShift(e->modifiers()), static_cast<float>(e->position().x()),
-                            static_cast<float>(e->position().y()));
+        const MouseArgs args = mouseArgs(e, e->button());
+        notify(form_.onMouseUp, args.Button, args.Shift, args.X, args.Y);
     }
 
     ListForm& form_;
@@ -81,10 +61,7 @@ ListForm::ListForm(QWidget* control) : control_(control)
     list_->viewport()->installEventFilter(new ListFilter(list_, *this));
     timer_ = new QTimer(form_);
     timer_->setObjectName(QStringLiteral("Timer1"));
-    QObject::connect(timer_, &QTimer::timeout, form_, [this] {
-        if (onTimer)
-            onTimer();
-    });
+    QObject::connect(timer_, &QTimer::timeout, form_, [this] { notify(onTimer); });
     watchFocusElsewhere();
 }
 
@@ -170,13 +147,12 @@ void ListForm::setTimer(int32_t intervalMs, bool enabled)
         timer_->stop();
 }
 
-bool ListForm::ListHasFocus() const { return QApplication::focusWidget() == list_; }
-
 bool ListForm::focusHasLeft()
 {
-    if (ListHasFocus())
+    const bool listFocused = QApplication::focusWidget() == list_;
+    if (listFocused)
         focusArrived_ = true;
-    return focusTakenElsewhere_ || (focusArrived_ && !ListHasFocus());
+    return focusTakenElsewhere_ || (focusArrived_ && !listFocused);
 }
 
 bool ListForm::GridWindowActive() const { return QApplication::activeWindow() == control_->window(); }

@@ -40,7 +40,6 @@ public:
     void FocusList();
 
     void setTimer(int32_t intervalMs, bool enabled);
-    bool ListHasFocus() const;
     // Whether, since the list was last shown, another window was activated or
     // a widget outside the list took the focus, or the list had the focus
     // and lost it. A list shown under load receives its focus a little later;
