@@ -1,6 +1,5 @@
 #include "pixels/Surface.h"
 
-#include <QFontMetricsF>
 
 #include <algorithm>
 #include <cmath>
@@ -168,12 +167,6 @@ QString Surface::textOf(QAnyStringView s)
             return view.toString();
         }
     });
-}
-
-
-double Surface::textWidth(const QString& s) const
-{
-    return QFontMetricsF(font_, &pixels_.raster().device()).horizontalAdvance(s);
 }
 
 void Surface::focusRect(Rect r)
