@@ -1,6 +1,5 @@
 #include "pixels/Surface.h"
 
-
 #include <algorithm>
 #include <cmath>
 #include <type_traits>
