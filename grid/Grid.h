@@ -30,9 +30,6 @@ using platform::MouseArgs;
 using platform::Rect;
 using navigation::CellIndex;
 
-// Marks an omitted optional argument of the painters.
-inline constexpr int32_t Omitted = INT32_MIN;
-
 // One grid: its state, its child controls and the procedures that keep them
 // in step. The public Tabula members call these under the error trap; the
 // procedures themselves let failures propagate to that trap.
@@ -95,9 +92,8 @@ public:
     void redrawAllCells(bool full);
     void drawRow(int32_t row, int32_t y, bool header);
     void drawColumn(int32_t col, int32_t x, bool header = false);
-    void drawGrid(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted, int32_t col2 = Omitted);
-    void drawGridBorder(int32_t row1 = Omitted, int32_t col1 = Omitted, int32_t row2 = Omitted,
-                        int32_t col2 = Omitted);
+    void drawGrid();
+    void drawGridBorder();
     void drawBottomRows(int32_t fromRow, int32_t lines);
     void drawRightColumns(int32_t fromCol, int32_t pixels);
     void drawBottomRight();

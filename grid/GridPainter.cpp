@@ -106,7 +106,6 @@ void paintCornerSquare(Canvas canvas, SurfaceSize size)
 namespace TabulaControl::detail {
 
 using render::advance;
-using render::argOr;
 using render::DrawBox;
 using render::DrawLine;
 
@@ -288,30 +287,26 @@ void Grid::drawColumn(int32_t col, int32_t x, bool header)
     viewport.setDrawnBottom(std::min(advance(y, -1), surfaceHeight - 1));
 }
 
-void Grid::drawGrid(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
+void Grid::drawGrid()
 {
-    row1 = argOr(row1, viewport.topRow());
-    col1 = argOr(col1, viewport.leftCol());
-    row2 = argOr(row2, model.rows().count());
-    col2 = argOr(col2, model.cols().count());
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     if (appearance.showsGridLines()) {
         if (!appearance.gridLinesSolid())
             surface.setPenStyle(platform::PenStyle::Dot);
-        render::drawGridLines(*this, row1, col1, row2, col2, size);
+        render::drawGridLines(*this, viewport.topRow(), viewport.leftCol(), model.rows().count(),
+                              model.cols().count(), size);
     }
-    drawGridBorder(row1, col1, row2, col2);
+    drawGridBorder();
     surface.setPenStyle(platform::PenStyle::Solid);
     if (render::cornerSquareNeeded(*this))
         render::paintCornerSquare(canvas(), size);
 }
 
-void Grid::drawGridBorder(int32_t row1, int32_t col1, int32_t row2, int32_t col2)
+// The lines around the cells from the first shown to the last of the grid.
+void Grid::drawGridBorder()
 {
-    row1 = argOr(row1, viewport.topRow());
-    col1 = argOr(col1, viewport.leftCol());
-    row2 = argOr(row2, model.rows().count());
-    col2 = argOr(col2, model.cols().count());
+    const int32_t row1 = viewport.topRow(), col1 = viewport.leftCol();
+    const int32_t row2 = model.rows().count(), col2 = model.cols().count();
     int32_t x1 = 0, y1 = 0, x2 = 0, y2 = 0;
     cellCoordinates(row1, col1, x1, y1);
     cellCoordinates(row2, col2, x2, y2);

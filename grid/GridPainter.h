@@ -8,8 +8,6 @@
 
 namespace TabulaControl::detail::render {
 
-inline int32_t argOr(int32_t argument, int32_t fallback) { return argument == Omitted ? fallback : argument; }
-
 inline SurfaceSize surfaceSizeOf(const Grid& g) { return {g.ui.picGrid.ScaleWidth(), g.ui.picGrid.ScaleHeight()}; }
 
 // Calls paintCell for the cells of one row, from the header column through

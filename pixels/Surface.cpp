@@ -1,7 +1,5 @@
 #include "pixels/Surface.h"
 
-#include <QFontMetricsF>
-
 #include <algorithm>
 #include <cmath>
 #include <type_traits>
@@ -168,12 +166,6 @@ QString Surface::textOf(QAnyStringView s)
             return view.toString();
         }
     });
-}
-
-
-double Surface::textWidth(const QString& s) const
-{
-    return QFontMetricsF(font_, &pixels_.raster().device()).horizontalAdvance(s);
 }
 
 void Surface::focusRect(Rect r)

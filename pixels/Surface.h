@@ -69,7 +69,6 @@ public:
     // One-pixel line from (x1, y1) to (x2, y2) in the pen colour and style;
     // the end point itself is not drawn.
     void setPenColor(OleColor colour) { penColor_ = colour; }
-    OleColor penColor() const { return penColor_; }
     void setPenStyle(PenStyle style) { penStyle_ = style; }
     PenStyle penStyle() const { return penStyle_; }
     void line(int32_t x1, int32_t y1, int32_t x2, int32_t y2);
@@ -83,7 +82,6 @@ public:
 
     // Text attributes, set one by one.
     void setTextColor(OleColor colour) { textColor_ = colour; }
-    OleColor textColor() const { return textColor_; }
     void setFontName(const QString& name);
     void setFontSize(double points);
     void setFontBold(bool on);
@@ -95,8 +93,6 @@ public:
     // Single-line text in r with the TextFlag alignment bits, clipped to r.
     // The text is copied only when it is drawn.
     void text(QAnyStringView s, Rect r, unsigned flags);
-    // Width of s in pixels in the current font.
-    double textWidth(const QString& s) const;
 
     // Dotted focus rectangle drawn by exclusive-or: drawing it twice leaves
     // the pixels as they were.
