@@ -90,14 +90,12 @@ public:
     // Painting
     void Refresh();
     void redrawAllCells(bool full);
-    void drawRow(int32_t row, int32_t y, bool header);
-    void drawColumn(int32_t col, int32_t x, bool header = false);
+    void drawRow(int32_t row, int32_t y);
+    void drawColumn(int32_t col, int32_t x);
     void drawGrid();
     void drawGridBorder();
     void drawBottomRows(int32_t fromRow, int32_t lines);
     void drawRightColumns(int32_t fromCol, int32_t pixels);
-    void drawBottomRight();
-    void redrawCells(Rect cells);
     void drawCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
     // Paints one cell where it stands now; a cell outside the grid is drawn
     // nowhere.

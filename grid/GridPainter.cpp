@@ -236,7 +236,7 @@ void Grid::passOverCells(bool full)
 {
     const render::SurfaceSize size = render::surfaceSizeOf(*this);
     const auto page = layout::walkRows(model, appearance, viewport, size, full,
-                                       [&](int32_t row, int32_t y) { drawRow(row, y, true); });
+                                       [&](int32_t row, int32_t y) { drawRow(row, y); });
     if (page)
         ui.scrVertical.setLargeChange(saturate16(*page));
     render::paintBackgroundBands(appearance, viewport, canvas(), size);
@@ -256,22 +256,21 @@ void Grid::notePaintOutsidePass()
         painted_.reset();
 }
 
-void Grid::drawRow(int32_t row, int32_t y, bool)
+void Grid::drawRow(int32_t row, int32_t y)
 {
     viewport.takeLineWidth(appearance.showsGridLines());
     const int32_t height = model.rows().size(row);
     render::walkRow(*this, [&](int32_t col, int32_t x) { drawCell(row, col, x, y, model.cols().size(col), height); });
 }
 
-void Grid::drawColumn(int32_t col, int32_t x, bool header)
+void Grid::drawColumn(int32_t col, int32_t x)
 {
     viewport.takeLineWidth(appearance.showsGridLines());
     const int32_t width = model.cols().size(col);
     const int32_t surfaceHeight = ui.picGrid.ScaleHeight();
     int32_t y = 1;
     if (appearance.showsColumnHeader()) {
-        if (header)
-            drawCell(0, col, x, 1, width, model.rows().size(0));
+        drawCell(0, col, x, 1, width, model.rows().size(0));
         y = advance(1, model.rows().size(0), viewport.lineWidth());
     }
     viewport.startRowWalk();
@@ -330,7 +329,7 @@ void Grid::drawBottomRows(int32_t fromRow, int32_t lines)
     int32_t r = render::firstReaching(fromRow, model.rows().count(), stripTop, viewport.lineWidth(), y,
                                       [&](int32_t row) { return int32_t{model.rows().size(row)}; });
     for (; r <= model.rows().count() && y <= size.height - 1; ++r) {
-        drawRow(r, y, true);
+        drawRow(r, y);
         y = advance(y, model.rows().size(r), viewport.lineWidth());
     }
     viewport.setDrawnBottom(std::min(advance(y, -1), size.height - 1));
@@ -345,28 +344,11 @@ void Grid::drawRightColumns(int32_t fromCol, int32_t pixels)
     int32_t c = render::firstReaching(fromCol, model.cols().count(), stripLeft, viewport.lineWidth(), x,
                                       [&](int32_t col) { return int32_t{model.cols().size(col)}; });
     for (; c <= model.cols().count() && x <= size.width - 1; ++c) {
-        drawColumn(c, x, true);
+        drawColumn(c, x);
         x = advance(x, model.cols().size(c), viewport.lineWidth());
     }
     viewport.setDrawnRight(std::min(advance(x, -1), size.width - 1));
     DrawBox(canvas(), advance(viewport.drawnRight(), 1), 1, size.width, size.height, render::ButtonFace);
-}
-
-void Grid::drawBottomRight()
-{
-    const render::SurfaceSize size = render::surfaceSizeOf(*this);
-    DrawLine(canvas(), {size.width - 1, 1, size.width - 1, size.height}, appearance.gridLineColor());
-    DrawLine(canvas(), {0, size.height - 1, size.width, size.height - 1}, appearance.gridLineColor());
-}
-
-void Grid::redrawCells(Rect cells)
-{
-    if (cells.Left > cells.Right)
-        return;
-    for (int32_t row = cells.Top; row <= cells.Bottom; ++row) {
-        for (int32_t col = cells.Left; col <= cells.Right; ++col)
-            redrawCell(row, col);
-    }
 }
 
 void Grid::redrawCell(int32_t row, int32_t col)

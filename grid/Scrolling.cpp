@@ -81,7 +81,7 @@ void scrollOneStep(Grid& g, bool rows, int16_t delta, int32_t first)
     const int32_t moved = to32(int64_t{step} * delta);
     moveOneStep(g, area, rows ? 0 : moved, rows ? moved : 0, carried, !rows, [&] {
         if (delta >= 1)
-            rows ? g.drawRow(first, start, true) : g.drawColumn(first, start, true);
+            rows ? g.drawRow(first, start) : g.drawColumn(first, start);
         else
             rows ? g.drawBottomRows(first, step) : g.drawRightColumns(first, step);
     });
