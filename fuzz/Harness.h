@@ -39,6 +39,9 @@ public:
     void replaceGrid(std::unique_ptr<TabulaControl::Tabula> grid);
 
     QStringList reportedErrors;
+    // Set once the host gave a line a negative size; kept for the sequence,
+    // since saved settings carry the sizes to a reloaded grid.
+    bool negativeSizes = false;
 
 private:
     void show();

@@ -275,10 +275,16 @@ std::vector<Kind> cellKinds()
         op.b = op.a <= 0 && r.percent(40) && !holdBack.hostile ? r.range(-32768, -1) : pixels(r);
     };
     k.push_back({"setRowHeight", false, 2, [line](Rng& r, const Harness& h, Operation& op) { line(r, op, rows(h)); },
-                 [](Harness& h, const Operation& op) { h.grid().setRowHeight(i32(op.a), i32(op.b)); },
+                 [](Harness& h, const Operation& op) {
+                     h.negativeSizes |= op.b < 0;
+                     h.grid().setRowHeight(i32(op.a), i32(op.b));
+                 },
                  host("setRowHeight(%a, %b)")});
     k.push_back({"setColWidth", false, 3, [line](Rng& r, const Harness& h, Operation& op) { line(r, op, cols(h)); },
-                 [](Harness& h, const Operation& op) { h.grid().setColWidth(i32(op.a), i32(op.b)); },
+                 [](Harness& h, const Operation& op) {
+                     h.negativeSizes |= op.b < 0;
+                     h.grid().setColWidth(i32(op.a), i32(op.b));
+                 },
                  host("setColWidth(%a, %b)")});
     k.push_back({"setRowBookmark", false, 1,
                  [row](Rng& r, const Harness& h, Operation& op) { row(r, h, op), op.b = r.range(0, variantCount() - 1); },
