@@ -16,6 +16,7 @@
 
 #include <cstdio>
 #include <iostream>
+#include <map>
 
 #include <poll.h>
 #include <signal.h>
@@ -57,38 +58,28 @@ void usage()
 std::optional<Options> parse(const QStringList& args)
 {
     Options o;
+    // The options that take a value; each returns false on a bad one.
+    const std::map<QString, std::function<bool(const QString&)>> valued{
+        {"--seed", [&](const QString& v) { return o.seed = v.toULongLong(), true; }},
+        {"--steps", [&](const QString& v) { return o.steps = v.toLongLong(), true; }},
+        {"--iterations", [&](const QString& v) { return o.iterations = v.toLongLong(), true; }},
+        {"--seconds", [&](const QString& v) { return o.seconds = v.toDouble(), true; }},
+        {"--replay", [&](const QString& v) { return o.replayFile = v, true; }},
+        {"--pictures", [&](const QString& v) { return o.picturesFile = v, true; }},
+        {"--hold-back", [](const QString& v) { return parseHoldBack(v); }},
+    };
     for (qsizetype i = 1; i < args.size(); ++i) {
         const QString& arg = args[i];
-        const QString value = i + 1 < args.size() ? args[i + 1] : QString();
-        bool used = true;
-        if (arg == QLatin1String("--seed"))
-            o.seed = value.toULongLong();
-        else if (arg == QLatin1String("--steps"))
-            o.steps = value.toLongLong();
-        else if (arg == QLatin1String("--iterations"))
-            o.iterations = value.toLongLong();
-        else if (arg == QLatin1String("--seconds"))
-            o.seconds = value.toDouble();
-        else if (arg == QLatin1String("--replay"))
-            o.replayFile = value;
-        else if (arg == QLatin1String("--pictures"))
-            o.picturesFile = value;
-        else if (arg == QLatin1String("--hold-back")) {
-            if (!parseHoldBack(value))
+        if (const auto option = valued.find(arg); option != valued.end()) {
+            if (!option->second(i + 1 < args.size() ? args[++i] : QString()))
                 return std::nullopt;
-        }
-        else
-            used = false;
-        if (used) {
-            ++i;
-            continue;
-        }
-        if (arg == QLatin1String("--print-steps"))
+        } else if (arg == QLatin1String("--print-steps")) {
             o.printSteps = true;
-        else if (arg == QLatin1String("--keep-going"))
+        } else if (arg == QLatin1String("--keep-going")) {
             o.keepGoing = true;
-        else
+        } else {
             return std::nullopt;
+        }
     }
     if (o.iterations < 0 && o.seconds < 0)
         o.seconds = 60;
@@ -341,14 +332,24 @@ Sequence readSteps(const QString& path)
     return steps;
 }
 
+// One line a step: seed, step, the picture's digest after it, the step.
+void writePictures(QTextStream& out, uint64_t seed, const ChildResult& result)
+{
+    for (qsizetype i = 0; i < result.pictures.size(); ++i) {
+        out << seed << ' ' << i << ' ' << result.pictures[i];
+        if (i < static_cast<qsizetype>(result.steps.size()))
+            out << ' ' << serialize(result.steps[static_cast<size_t>(i)]);
+        out << '\n';
+    }
+}
+
 int replayMain(const Options& o)
 {
     const ChildResult result = inChild(readSteps(o.replayFile), 0, 0, 600);
     QFile pictures(o.picturesFile);
     if (!o.picturesFile.isEmpty() && pictures.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
         QTextStream pictureLines(&pictures);
-        for (qsizetype i = 0; i < result.pictures.size(); ++i)
-            pictureLines << "0 " << i << ' ' << result.pictures[i] << '\n';
+        writePictures(pictureLines, 0, result);
     }
     if (!result.verdict.failed()) {
         say(QStringLiteral("all %1 steps passed").arg(result.steps.size()));
@@ -382,12 +383,7 @@ int fuzzMain(const Options& o)
         const uint64_t seed = o.seed + static_cast<uint64_t>(iteration);
         const ChildResult result = inChild({}, seed, o.steps + 1, 300);
         steps += static_cast<int64_t>(result.steps.size());
-        for (qsizetype i = 0; i < result.pictures.size(); ++i) {
-            pictureLines << seed << ' ' << i << ' ' << result.pictures[i];
-            if (i < static_cast<qsizetype>(result.steps.size()))
-                pictureLines << ' ' << serialize(result.steps[static_cast<size_t>(i)]);
-            pictureLines << '\n';
-        }
+        writePictures(pictureLines, seed, result);
         if (o.printSteps) {
             say(QStringLiteral("seed %1").arg(seed));
             for (const Operation& op : result.steps)

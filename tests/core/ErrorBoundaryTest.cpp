@@ -84,13 +84,8 @@ const Failure failures[] = {
 class ErrorBoundary : public TabulaTest::NavigationFixture {};
 
 // Ten rows of the default five columns.
-class MemberFailure : public ErrorBoundary, public ::testing::WithParamInterface<Failure> {
+class MemberFailure : public TabulaTest::WithRows<ErrorBoundary, 10>, public ::testing::WithParamInterface<Failure> {
 protected:
-    void SetUp() override
-    {
-        ErrorBoundary::SetUp();
-        grid().setRows(10);
-    }
     QString shape()
     {
         return QString("%1x%2 %3/%4 %5 %6").arg(grid().Rows()).arg(grid().Cols()).arg(grid().RowHeight(1))

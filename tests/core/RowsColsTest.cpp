@@ -5,15 +5,7 @@
 
 namespace {
 
-class RowsCols : public TabulaTest::GridFixture {
-protected:
-    void SetUp() override
-    {
-        GridFixture::SetUp();
-        grid().setRows(10);
-        log().clear();
-    }
-};
+class RowsCols : public TabulaTest::WithRows<TabulaTest::GridFixture, 10> {};
 
 TEST_F(RowsCols, NewControlHasOneRowFiveColumnsAndTheCurrentCellAtOneOne)
 {

@@ -2,14 +2,8 @@
 
 namespace {
 
-class Editor : public TabulaTest::NavigationFixture {
+class Editor : public TabulaTest::WithRows<TabulaTest::NavigationFixture, 3> {
 protected:
-    void SetUp() override
-    {
-        NavigationFixture::SetUp();
-        grid().setRows(3);
-        log().clear();
-    }
     QStringList editEvents() { return log().only({"BeforeEdit", "AfterEdit", "BeforeAddRow", "AfterAddRow"}); }
 };
 

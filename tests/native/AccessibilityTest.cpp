@@ -7,7 +7,6 @@
 #include <qpa/qplatformaccessibility.h>
 #include <qpa/qplatformintegration.h>
 
-using TabulaControl::Tabula;
 
 namespace {
 

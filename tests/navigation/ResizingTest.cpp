@@ -4,15 +4,8 @@
 
 namespace {
 
-class Resizing : public TabulaTest::NavigationFixture {
+class Resizing : public TabulaTest::WithRows<TabulaTest::NavigationFixture, 10> {
 protected:
-    void SetUp() override
-    {
-        NavigationFixture::SetUp();
-        grid().setRows(10);
-        log().clear();
-    }
-
     int16_t pointerAt(int x, int y = 8)
     {
         hover(QPoint(x, y));

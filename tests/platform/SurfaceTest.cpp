@@ -1,7 +1,5 @@
 #include "pixels/Surface.h"
 
-#include <QFontInfo>
-
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -63,21 +61,6 @@ TEST(SurfaceColour, TranslatesBgrSystemAndOutOfTableColours)
     };
     for (const auto& [ole, rgb] : cases)
         EXPECT_EQ(translateColor(ole), 0xFF000000 | rgb) << std::hex << ole;
-}
-
-TEST(SurfaceImage, ConstructionResizeAndResolution)
-{
-    Surface s(10, 8);
-    EXPECT_EQ(at(s, 9, 7), 0xC0C0C0u);
-    s.fill({0, 0, 10, 8}, 0x0000FF);
-    s.setBackColor(0xFF0000);
-    s.resize(12, 6);
-    EXPECT_EQ(at(s, 9, 5), 0xFF0000u);
-    EXPECT_EQ(at(s, 10, 5), 0x0000FFu);
-    EXPECT_EQ(s.image().dotsPerMeterY(), 3780);
-    QFont nine = s.font();
-    nine.setPointSizeF(9);
-    EXPECT_EQ(QFontInfo(QFont(nine, &s.image())).pixelSize(), 12);
 }
 
 TEST(SurfaceFill, RightAndBottomExclusiveAndClipped)

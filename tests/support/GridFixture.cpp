@@ -16,21 +16,12 @@ EventLog::EventLog(TabulaEvents* events)
             add(texts.isEmpty() ? QString(name) : QString("%1(%2)").arg(name, texts.join(',')));
         };
     };
-    QObject::connect(events, &TabulaEvents::Click, named("Click"));
-    QObject::connect(events, &TabulaEvents::DblClick, named("DblClick"));
-    QObject::connect(events, &TabulaEvents::Scroll, named("Scroll"));
-    QObject::connect(events, &TabulaEvents::Resize, named("Resize"));
-    QObject::connect(events, &TabulaEvents::BtnClick, named("BtnClick"));
-    QObject::connect(events, &TabulaEvents::KeyDown, named("KeyDown"));
-    QObject::connect(events, &TabulaEvents::KeyPress, named("KeyPress"));
-    QObject::connect(events, &TabulaEvents::KeyUp, named("KeyUp"));
-    QObject::connect(events, &TabulaEvents::MouseDown, named("MouseDown"));
-    QObject::connect(events, &TabulaEvents::MouseMove, named("MouseMove"));
-    QObject::connect(events, &TabulaEvents::MouseUp, named("MouseUp"));
-    QObject::connect(events, &TabulaEvents::AfterEdit, named("AfterEdit"));
-    QObject::connect(events, &TabulaEvents::AfterAddRow, named("AfterAddRow"));
-    QObject::connect(events, &TabulaEvents::AfterDeleteRow, named("AfterDeleteRow"));
-    QObject::connect(events, &TabulaEvents::RowColChange, named("RowColChange"));
+    const auto logAll = [&](auto... signal) { (QObject::connect(events, signal.second, named(signal.first)), ...); };
+#define EVENT(Name) std::pair { #Name, &TabulaEvents::Name }
+    logAll(EVENT(Click), EVENT(DblClick), EVENT(Scroll), EVENT(Resize), EVENT(BtnClick), EVENT(KeyDown),
+           EVENT(KeyPress), EVENT(KeyUp), EVENT(MouseDown), EVENT(MouseMove), EVENT(MouseUp), EVENT(AfterEdit),
+           EVENT(AfterAddRow), EVENT(AfterDeleteRow), EVENT(RowColChange));
+#undef EVENT
     QObject::connect(events, &TabulaEvents::BeforeEdit, [this, add](int32_t r, int32_t c, bool& cancel) {
         add(QString("BeforeEdit(%1,%2)").arg(r).arg(c));
         if (onBeforeEdit)
@@ -78,10 +69,9 @@ void GridFixture::fillWithPositions(int32_t rows, int32_t cols)
 {
     grid_->setRows(rows);
     grid_->setCols(cols);
-    for (int32_t row = 1; row <= rows; ++row) {
+    for (int32_t row = 1; row <= rows; ++row)
         for (int32_t col = 1; col <= cols; ++col)
             grid_->setTextMatrix(row, col, QString("%1,%2").arg(row).arg(col));
-    }
 }
 
 void GridFixture::select(int32_t row1, int32_t col1, int32_t row2, int32_t col2)

@@ -71,6 +71,18 @@ protected:
     std::unique_ptr<EventLog> log_;
 };
 
+// Fixture with `rows` data rows and an empty event log.
+template <class Fixture, int32_t rows>
+class WithRows : public Fixture {
+protected:
+    void SetUp() override
+    {
+        Fixture::SetUp();
+        this->grid().setRows(rows);
+        this->log().clear();
+    }
+};
+
 // Runs body and returns the component error it raised; fails the test when
 // it raised none.
 TabulaControl::ComponentError errorOf(const std::function<void()>& body);
