@@ -22,17 +22,13 @@ struct Key {
     Qt::Key key;
     const char* name;
 };
+#define KEY(name) Key { Qt::Key_##name, "Key_" #name }
 const std::vector<Key> keys{
-    {Qt::Key_Up, "Key_Up"},         {Qt::Key_Down, "Key_Down"},       {Qt::Key_Left, "Key_Left"},
-    {Qt::Key_Right, "Key_Right"},   {Qt::Key_PageUp, "Key_PageUp"},   {Qt::Key_PageDown, "Key_PageDown"},
-    {Qt::Key_Home, "Key_Home"},     {Qt::Key_End, "Key_End"},         {Qt::Key_Tab, "Key_Tab"},
-    {Qt::Key_Backtab, "Key_Backtab"}, {Qt::Key_Return, "Key_Return"}, {Qt::Key_Enter, "Key_Enter"},
-    {Qt::Key_Escape, "Key_Escape"}, {Qt::Key_Space, "Key_Space"},     {Qt::Key_Delete, "Key_Delete"},
-    {Qt::Key_Insert, "Key_Insert"}, {Qt::Key_Backspace, "Key_Backspace"}, {Qt::Key_F2, "Key_F2"},
-    {Qt::Key_F4, "Key_F4"},         {Qt::Key_A, "Key_A"},             {Qt::Key_Z, "Key_Z"},
-    {Qt::Key_0, "Key_0"},           {Qt::Key_5, "Key_5"},             {Qt::Key_Minus, "Key_Minus"},
-    {Qt::Key_Slash, "Key_Slash"},   {Qt::Key_Period, "Key_Period"},
+    KEY(Up),     KEY(Down),   KEY(Left),      KEY(Right), KEY(PageUp), KEY(PageDown), KEY(Home),  KEY(End),  KEY(Tab),
+    KEY(Backtab), KEY(Return), KEY(Enter),    KEY(Escape), KEY(Space), KEY(Delete),   KEY(Insert), KEY(Backspace),
+    KEY(F2),     KEY(F4),     KEY(A),         KEY(Z),     KEY(0),      KEY(5),        KEY(Minus), KEY(Slash), KEY(Period),
 };
+#undef KEY
 
 struct Modifiers {
     Qt::KeyboardModifiers value;
@@ -274,18 +270,18 @@ std::vector<Kind> cellKinds()
         op.a = r.percent(25) && !holdBack.hostile ? r.range(-1, 0) : indexFor(r, count);
         op.b = op.a <= 0 && r.percent(40) && !holdBack.hostile ? r.range(-32768, -1) : pixels(r);
     };
-    k.push_back({"setRowHeight", false, 2, [line](Rng& r, const Harness& h, Operation& op) { line(r, op, rows(h)); },
-                 [](Harness& h, const Operation& op) {
-                     h.negativeSizes |= op.b < 0;
-                     h.grid().setRowHeight(i32(op.a), i32(op.b));
-                 },
-                 host("setRowHeight(%a, %b)")});
-    k.push_back({"setColWidth", false, 3, [line](Rng& r, const Harness& h, Operation& op) { line(r, op, cols(h)); },
-                 [](Harness& h, const Operation& op) {
-                     h.negativeSizes |= op.b < 0;
-                     h.grid().setColWidth(i32(op.a), i32(op.b));
-                 },
-                 host("setColWidth(%a, %b)")});
+    auto sizeSetter = [line](const char* name, int weight, void (Tabula::*set)(int32_t, int32_t), auto count) {
+        return Kind{QLatin1String(name), false, weight, [=](Rng& r, const Harness& h, Operation& op) { line(r, op, count(h)); },
+                    [set](Harness& h, const Operation& op) {
+                        h.negativeSizes |= op.b < 0;
+                        (h.grid().*set)(i32(op.a), i32(op.b));
+                    },
+                    [name](const Operation& op) {
+                        return QStringLiteral("call([&] { grid->%1(%2, %3); });").arg(QLatin1String(name)).arg(op.a).arg(op.b);
+                    }};
+    };
+    k.push_back(sizeSetter("setRowHeight", 2, &Tabula::setRowHeight, rows));
+    k.push_back(sizeSetter("setColWidth", 3, &Tabula::setColWidth, cols));
     k.push_back({"setRowBookmark", false, 1,
                  [row](Rng& r, const Harness& h, Operation& op) { row(r, h, op), op.b = r.range(0, variantCount() - 1); },
                  [](Harness& h, const Operation& op) { h.grid().setRowBookmark(i32(op.a), variant(op.b)); },

@@ -48,7 +48,8 @@ struct Failure {
     int value = 0;
 };
 
-const char *const Range = "Subscript out of range", *const Overflow = "Overflow", *const Host = "host failure";
+const char *const Range = "Subscript out of range", *const Overflow = "Overflow", *const Host = "host failure",
+                 *const Invalid = "Invalid procedure call or argument";
 
 const Failure failures[] = {
     {"text_matrix_row_past_the_end", "TextMatrix", Range, [](Tabula& g) { g.TextMatrix(11, 1); }},
@@ -72,6 +73,9 @@ const Failure failures[] = {
      [](Tabula& g) { g.setFixedStyle(static_cast<TabulaControl::FixedStyles>(-40000)); }},
     {"add_button_past_sixteen_bits", "AddButton", Overflow, [](Tabula& g) { g.AddButton(40000); }},
     {"add_lookup_past_sixteen_bits", "AddLookup", Overflow, [](Tabula& g) { g.AddLookup(40000, "v"); }},
+    {"font_null", "Font", Invalid, [](Tabula& g) { g.setFont(nullptr); }},
+    {"font_edit_null", "FontEdit", Invalid, [](Tabula& g) { g.setFontEdit(nullptr); }},
+    {"font_fixed_null", "FontFixed", Invalid, [](Tabula& g) { g.setFontFixed(nullptr); }},
     {"add_item_colour_not_a_number", "AddItem", "Type mismatch", [](Tabula& g) { g.AddItem("a", QVariant("red")); }},
     {"host_handler_throws", "MouseDown", Host, [](Tabula& g) { failOnRowColChange(g), g.MouseDown(1, 0, 150, 25); }},
     {"host_fails_on_a_bare_store", "AllowSelection", Host,
@@ -88,8 +92,10 @@ class MemberFailure : public TabulaTest::WithRows<ErrorBoundary, 10>, public ::t
 protected:
     QString shape()
     {
-        return QString("%1x%2 %3/%4 %5 %6").arg(grid().Rows()).arg(grid().Cols()).arg(grid().RowHeight(1))
-            .arg(grid().ColWidth(0)).arg(grid().BorderStyle()).arg(grid().FixedStyle());
+        const auto fonts = QString("%1 %2 %3").arg(quintptr(grid().Font().get())).arg(quintptr(grid().FontEdit().get()))
+                               .arg(quintptr(grid().FontFixed().get()));
+        return QString("%1x%2 %3/%4 %5 %6 ").arg(grid().Rows()).arg(grid().Cols()).arg(grid().RowHeight(1))
+                   .arg(grid().ColWidth(0)).arg(grid().BorderStyle()).arg(grid().FixedStyle()) + fonts;
     }
 };
 
@@ -99,6 +105,7 @@ TEST_P(MemberFailure, RaisesTheComponentErrorWithItsCauseLogsNothingAndKeepsTheS
 {
     const ErrorLog log;
     const QString before = shape();
+    QSignalSpy changes(&grid(), &Tabula::propertyChanged);
     try {
         GetParam().body(grid());
         ADD_FAILURE() << "no component error was raised";
@@ -111,6 +118,8 @@ TEST_P(MemberFailure, RaisesTheComponentErrorWithItsCauseLogsNothingAndKeepsTheS
     }
     EXPECT_EQ(logged, QStringList());
     EXPECT_EQ(shape(), before);
+    // Only the bare store has notified when the host's handler fails.
+    EXPECT_EQ(changes.count(), QByteArray(GetParam().member) == "AllowSelection" ? 1 : 0);
     if (!GetParam().property)
         return;
     // Qt's property system, QUiLoader and Designer get false; the host hears of it.

@@ -10,7 +10,6 @@ using TabulaControl::StdFont;
 using TabulaControl::Tabula;
 using TabulaTest::caseName;
 using TabulaTest::countOf;
-using TabulaTest::errorOf;
 
 namespace {
 
@@ -195,28 +194,5 @@ TEST_F(AppearanceSurface, ACheckBoxSitsAtTheCentreRoundedToEvenAndANarrowCellSho
     const QRect narrow = cell(1, 2);
     EXPECT_EQ(countOf(picture(), narrow, White), narrow.width() * narrow.height());
 }
-
-struct NullFontCase {
-    const char* name;
-    std::function<void(Tabula&, FontRef)> set;
-    std::function<FontRef(Tabula&)> get;
-};
-
-class NullFont : public TabulaTest::GridFixture, public ::testing::WithParamInterface<NullFontCase> {};
-
-TEST_P(NullFont, FailsWithTheComponentErrorAndKeepsTheFont)
-{
-    const FontRef before = GetParam().get(grid());
-    QSignalSpy spy(&grid(), &Tabula::propertyChanged);
-    const auto error = errorOf([&] { GetParam().set(grid(), nullptr); });
-    EXPECT_EQ(error.Source, QString("TabulaControl.Tabula.") + GetParam().name);
-    EXPECT_EQ(GetParam().get(grid()), before);
-    EXPECT_EQ(spy.count(), 0);
-    grid().Refresh();
-}
-
-#define FONT(Name) NullFontCase{#Name, [](Tabula& g, FontRef f) { g.set##Name(f); }, [](Tabula& g) { return g.Name(); }}
-INSTANTIATE_TEST_SUITE_P(Members, NullFont, ::testing::Values(FONT(Font), FONT(FontEdit), FONT(FontFixed)), caseName);
-#undef FONT
 
 }  // namespace
