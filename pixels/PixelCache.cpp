@@ -265,6 +265,11 @@ bool PixelCache::skipCellCall(const Write& write)
         }
         cell.box = write.box;
         cell.bounds = intersect(write.box, raster_.bounds());
+        // The memo holds cells by their place on the surface: two alike cells
+        // cut off there by different amounts hold different pixels.
+        for (const int64_t cut : {cell.bounds.left - cell.box.left, cell.bounds.top - cell.box.top,
+                                  cell.box.right - cell.bounds.right, cell.box.bottom - cell.bounds.bottom})
+            cell.digest = mixed(cell.digest, uint64_t(cut));
         const std::optional<size_t> remembered = cell.mayCompare ? memo_.digestAt(cell.bounds) : std::nullopt;
         cell.mode = remembered ? Mode::Comparing : Mode::Drawing;
         cell.remembered = remembered.value_or(0);

@@ -131,6 +131,21 @@ TEST_F(AppearanceSurface, ChangesReachTheScreenInOneTurnOfTheEventLoop)
     release(centre(4, 1));
 }
 
+// Alike header cells cut off by the surface's edge by different amounts hold
+// different pixels: a scroll keeps neither in place of the other.
+TEST_F(AppearanceSurface, AScrollKeepsNoCellForOneCutOffOtherwise)
+{
+    grid().setGridLineColor(0x40F9D0);
+    grid().setFixedStyle(TabulaControl::Flat);
+    grid().resize(45, 300);
+    grid().setColWidth(-1, -1912);
+    grid().setCols(300);
+    grid().setLeftCol(265);
+    const QImage scrolled = picture();
+    grid().Refresh();
+    EXPECT_EQ(scrolled, picture());
+}
+
 TEST_F(AppearanceSurface, MousePointerIsTheControlsOwnCursor)
 {
     grid().setMousePointer(11);
