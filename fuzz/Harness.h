@@ -39,8 +39,7 @@ public:
     void replaceGrid(std::unique_ptr<TabulaControl::Tabula> grid);
 
     QStringList reportedErrors;
-    // Set once the host gave a line a negative size; kept for the sequence,
-    // since saved settings carry the sizes to a reloaded grid.
+    // Whether the host gave a line a negative size; reloaded grids keep the sizes.
     bool negativeSizes = false;
 
 private:

@@ -53,16 +53,6 @@ int changeCount(const QImage& before, const QImage& after)
 
 }  // namespace
 
-TEST(SurfaceColour, TranslatesBgrSystemAndOutOfTableColours)
-{
-    const std::vector<std::pair<OleColor, QRgb>> cases = {
-        {0x0000FF, 0xFF0000},   {0xFF0000, 0x0000FF},   {0x123456, 0x563412},   {0x80000000, 0xC0C0C0},
-        {0x80000018, 0xFFFFE1}, {0x8000001E, 0xECE9D8}, {0x8000001F, 0x000000}, {0x80001000, 0x000000},
-    };
-    for (const auto& [ole, rgb] : cases)
-        EXPECT_EQ(translateColor(ole), 0xFF000000 | rgb) << std::hex << ole;
-}
-
 TEST(SurfaceFill, RightAndBottomExclusiveAndClipped)
 {
     const std::vector<std::pair<Rect, QRect>> cases = {
