@@ -27,35 +27,6 @@ protected:
     }
 };
 
-struct OriginCase {
-    const char* name;
-    bool showGrid, colHeader, rowHeader;
-    int32_t row, col, x, y;
-};
-
-class CellOrigin : public Layout, public ::testing::WithParamInterface<OriginCase> {};
-
-TEST_P(CellOrigin, FollowsTheHeadersAndGridLines)
-{
-    const OriginCase& c = GetParam();
-    grid().setCols(50);
-    grid().setRows(100);
-    grid().setShowGrid(c.showGrid);
-    grid().setColHeader(c.colHeader);
-    grid().setRowHeader(c.rowHeader);
-    EXPECT_EQ(at(c.row, c.col), QRect(c.x, c.y, 64, 15));
-}
-
-INSTANTIATE_TEST_SUITE_P(Layout, CellOrigin,
-                         ::testing::Values(OriginCase{"first_cell", true, true, true, 1, 1, 34, 17},
-                                           OriginCase{"inner_cell", true, true, true, 2, 3, 164, 33},
-                                           OriginCase{"first_cell_without_grid", false, true, true, 1, 1, 33, 16},
-                                           OriginCase{"inner_cell_without_grid", false, true, true, 2, 3, 161, 31},
-                                           OriginCase{"without_header_row", true, false, true, 1, 1, 34, 1},
-                                           OriginCase{"without_header_column", true, true, false, 2, 3, 131, 33},
-                                           OriginCase{"without_headers_or_grid", false, false, false, 3, 2, 65, 31}),
-                         caseName);
-
 TEST_F(Layout, ACellStartingOnTheLastPixelIsInViewAndOnePastIsNot)
 {
     grid().setCols(50);
