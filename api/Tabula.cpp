@@ -78,6 +78,7 @@ void Tabula::setUserMode(bool value) { call("UserMode", [&] { grid_->ui.window.s
 
 Tabula::~Tabula()
 {
+    grid_->model.setListener(nullptr);
     notify("UserControl_Terminate", [&] { grid_->shutDown(); });
 }
 
