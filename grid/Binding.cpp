@@ -65,6 +65,8 @@ void Grid::followCounts()
 {
     if (model.bound())
         model.followSource();
+    if (model.writingSource())
+        return;
     setRowsMax(model.rows().count());
     ui.scrHorizontal.setMax(to16(model.cols().count()));
     selection.clampRows(model.rows().count());

@@ -44,9 +44,9 @@ void GridModel::setRowCount(int32_t n, std::optional<int32_t> backColor, std::op
         const int32_t count = source_->rowCount();
         if (n < 0)
             raise(RuntimeError::Subscript);
-        if (n > count && !source_->insertRows(count + 1, n - count))
+        if (n > count && !writeSource([&] { return source_->insertRows(count + 1, n - count); }))
             refused("add rows");
-        if (n < count && !source_->removeRows(n + 1, count - n))
+        if (n < count && !writeSource([&] { return source_->removeRows(n + 1, count - n); }))
             refused("remove rows");
         followSource();
         return;
@@ -59,7 +59,7 @@ void GridModel::setRowCount(int32_t n, std::optional<int32_t> backColor, std::op
 void GridModel::appendRow(std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
 {
     if (source_) {
-        if (!source_->insertRows(source_->rowCount() + 1, 1))
+        if (!writeSource([&] { return source_->insertRows(source_->rowCount() + 1, 1); }))
             refused("add a row");
         followSource();
         return;
@@ -73,7 +73,7 @@ void GridModel::appendRow(std::optional<int32_t> backColor, std::optional<int32_
 void GridModel::removeRow(int32_t row)
 {
     if (source_) {
-        if (row < 1 || row > rows_.count() || !source_->removeRows(row, 1))
+        if (row < 1 || row > rows_.count() || !writeSource([&] { return source_->removeRows(row, 1); }))
             refused("remove the row");
         followSource();
         return;
@@ -93,7 +93,7 @@ void GridModel::setText(int32_t row, int32_t col, QStringView text)
     if (source_) {
         storeRow(row);
         cells_.Text(0, to16(col));
-        if (!source_->setText(row, col, text.toString()))
+        if (!writeSource([&] { return source_->setText(row, col, text.toString()); }))
             refused("store the text");
         revision_.changed();
         return;
@@ -119,9 +119,9 @@ void GridModel::setColumnCount(int32_t n)
         const int32_t count = source_->columnCount();
         if (n < 0)
             raise(RuntimeError::Subscript);
-        if (n > count && !source_->insertColumns(count + 1, n - count))
+        if (n > count && !writeSource([&] { return source_->insertColumns(count + 1, n - count); }))
             refused("add columns");
-        if (n < count && !source_->removeColumns(n + 1, count - n))
+        if (n < count && !writeSource([&] { return source_->removeColumns(n + 1, count - n); }))
             refused("remove columns");
         n = source_->columnCount();
     }

@@ -47,6 +47,9 @@ public:
     void followSource();
     // Something a bound grid shows changed in its source.
     void sourceChanged() { revision_.changed(); }
+    // Whether the grid is writing to its source: what the source reports
+    // meanwhile is the grid's own change, which the writer repaints.
+    bool writingSource() const { return writingSource_; }
 
     // The row of the cell store that keeps row's attributes: the row itself,
     // or for a bound grid the header row or the one data row.
@@ -111,6 +114,16 @@ private:
         return changed(part);
     }
     void resizeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
+    // Runs a write to the source with writingSource() true.
+    template <class F>
+    bool writeSource(F&& write)
+    {
+        struct Writing {
+            bool& flag;
+            ~Writing() { flag = false; }
+        } writing{writingSource_ = true};
+        return write();
+    }
     void initializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
     void initializeColumns(int32_t n);
 
@@ -127,6 +140,7 @@ private:
     // A bound grid's bookmarks, by row: only those set cost memory.
     std::unordered_map<int64_t, QVariant> boundBookmarks_;
     mutable QString lastText_;
+    bool writingSource_ = false;
 };
 
 }  // namespace TabulaControl::detail
