@@ -113,7 +113,8 @@ void Grid::setColMask(int32_t col, int32_t value)
     if (value < NoMask || value > checkmark)
         return;
     model.columns().setMask(col, static_cast<int16_t>(value));
-    if (value == checkmark) {
+    // A bound table keeps its own values; only the own cells start unchecked.
+    if (value == checkmark && !model.bound()) {
         for (int32_t r = 1; r <= model.rows().count(); ++r)
             model.setText(r, col, QStringLiteral("0"));
     }
