@@ -79,6 +79,8 @@ void Tabula::setUserMode(bool value) { call("UserMode", [&] { grid_->ui.window.s
 Tabula::~Tabula()
 {
     grid_->model.setListener(nullptr);
+    delete binding_;
+    binding_ = nullptr;
     notify("UserControl_Terminate", [&] { grid_->shutDown(); });
 }
 
