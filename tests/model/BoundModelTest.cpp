@@ -1,5 +1,6 @@
 #include "tests/support/GridFixture.h"
 
+#include <QScrollBar>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlTableModel>
@@ -71,6 +72,14 @@ TEST_F(Bound, ShowsTheModelThroughTheMembersAndUnbindingShowsTheOwnCells)
     EXPECT_EQ(picture(), own);
 }
 
+TEST_F(Bound, ADeletedModelLeavesTheOwnCellsShown)
+{
+    auto other = std::make_unique<QStandardItemModel>(7, 2);
+    grid().setModel(other.get());
+    other.reset();
+    EXPECT_EQ(QString("%1x%2 %3").arg(grid().Rows()).arg(grid().Cols()).arg(grid().TextMatrix(1, 1)), "1x5 own");
+}
+
 TEST_F(Bound, EditsByTheUserAndTheHostGoThroughTheModel)
 {
     typeInto(2, 2, "x");
@@ -128,6 +137,8 @@ TEST(BoundMillions, EveryRowIsReachableAndOnlyShownCellsAreRead)
     grid.Picture();
     QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(100, 40));
     EXPECT_EQ(grid.Row(), 9'000'001);
+    grid.findChild<QScrollBar*>("scrVertical")->setValue(9'999'000);
+    EXPECT_EQ(grid.TopRow(), 9'999'000);
     EXPECT_LT(computed.reads, 2000);
 }
 
