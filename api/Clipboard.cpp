@@ -49,7 +49,7 @@ void pasteCell(Grid& g, int32_t row, int32_t col, const QString& value)
     g.events.BeforeEdit(row, col, cancel);
     if (cancel)
         return;
-    g.model.cells().setText(to16(row), to16(col), g.Validate(typedText(g.model, col, value), col));
+    g.model.setText(row, col, g.Validate(typedText(g.model, col, value), col));
     g.events.AfterEdit(row, col, g.TextMatrix(row, col));
 }
 

@@ -78,6 +78,9 @@ void Tabula::setUserMode(bool value) { call("UserMode", [&] { grid_->ui.window.s
 
 Tabula::~Tabula()
 {
+    grid_->model.setListener(nullptr);
+    delete binding_;
+    binding_ = nullptr;
     notify("UserControl_Terminate", [&] { grid_->shutDown(); });
 }
 
@@ -178,7 +181,8 @@ void Tabula::setColAlign(int32_t Col, int32_t value) { repaintingCall("ColAlign"
 int16_t Tabula::ColMask(int32_t Col) const { return call("ColMask", [&] { return grid_->model.columns().mask(Col); }); }
 void Tabula::setColMask(int32_t Col, int32_t value) { repaintingCall("ColMask", [&] { grid_->setColMask(Col, value); }); }
 
-int16_t Tabula::MouseRow() const { return grid_->pointer.row(); }
+// MouseRow is 16-bit: over a bound table's rows past 32767 it stays at 32767.
+int16_t Tabula::MouseRow() const { return detail::saturate16(grid_->pointer.row()); }
 int16_t Tabula::MouseCol() const { return grid_->pointer.col(); }
 
 QVariant Tabula::RowEmpty(int32_t Row) const

@@ -1,3 +1,5 @@
+#include "DatabaseDemo.h"
+
 #include <TabulaControl/SettingsPropertyBag.h>
 #include <TabulaControl/Tabula.h>
 
@@ -286,6 +288,7 @@ int main(int argc, char** argv)
     splitter->setSizes({300, 140});
     layout->addWidget(toolBar(*grid, *log));
     layout->addWidget(fillTimer(*grid));
+    layout->addWidget(ordersDatabaseButton(window));
     layout->addWidget(splitter);
     window.setCentralWidget(central);
     window.resize(574, 480);

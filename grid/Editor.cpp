@@ -25,7 +25,7 @@ void addRowBeforeEditing(Grid& g)
 void openEditor(Grid& g, int16_t keyAscii)
 {
     platform::Editor& edit = g.ui.txtEdit;
-    const QString text = g.model.cells().Text(to16(g.selection.row()), to16(g.selection.col()));
+    const QString text = g.model.text(g.selection.row(), g.selection.col());
     edit.setText(text);
     edit.setSelection(static_cast<int32_t>(text.size()), 0);
     edit.setFont(*g.appearance.editorFont());
@@ -89,7 +89,7 @@ void Grid::storeEditorText()
     if (editorState.cancelledBy([&](bool& cancel) { events.BeforeEdit(cell.row, cell.col, cancel); }))
         return;
     const int32_t col = selection.col();
-    model.cells().setText(to16(selection.row()), to16(col), Validate(ui.txtEdit.Text(), col));
+    model.setText(selection.row(), col, Validate(ui.txtEdit.Text(), col));
 }
 
 void Grid::repaintEditedCell(bool highlight)

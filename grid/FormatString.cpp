@@ -96,7 +96,7 @@ private:
         }
         model_.columns().setAlignment(col_, alignment);
         model_.setColumnWidth(col_, to16(roundTo32(measure(token_) + CaptionPadding)));
-        model_.cells().setText(0, to16(col_), withoutTrailingBlanks(token_));
+        model_.setText(0, col_, withoutTrailingBlanks(token_));
         ++col_;
     }
 
@@ -108,7 +108,7 @@ private:
         const double width = measure(token_) + CaptionPadding;
         if (width > model_.cols().size(0))
             model_.setColumnWidth(0, to16(roundTo32(width)));
-        model_.cells().setText(to16(row_), 0, withoutTrailingBlanks(token_));
+        model_.setText(row_, 0, withoutTrailingBlanks(token_));
         ++row_;
     }
 
@@ -120,7 +120,7 @@ private:
 
     void resetColumn(int32_t c)
     {
-        model_.cells().setText(0, to16(c), QString());
+        model_.setText(0, c, QString());
         model_.setColumnWidth(c, EmptyCaptionWidth);
     }
 

@@ -21,6 +21,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -80,6 +81,17 @@ public:
     bool itemFits(const QString& rowData) const;
     void RemoveItem(int32_t row);
     void Clear();
+
+    // A host's table shown instead of the own cells (Binding.cpp). The own
+    // cells wait, as they were, until unbound.
+    void bindCells(std::unique_ptr<CellSource> source);
+    void unbindCells();
+    const CellSource* cellSource() const { return source_.get(); }
+    // What the bound table did by itself: rows first..last (grid rows) came
+    // or went, or anything else changed.
+    void sourceRowsInserted(int32_t first, int32_t last);
+    void sourceRowsRemoved(int32_t first, int32_t last);
+    void sourceChanged();
 
     // Editing entry points
     QString Validate(const QString& text, int32_t col) const;
@@ -287,7 +299,14 @@ private:
     void notePaintOutsidePass();
     bool keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
 
+    // Takes the model's counts into the bars and the selection, then repaints.
+    void followCounts();
+    // Sets the vertical bar's range to the row count: 16-bit for the own cells.
+    void setRowsMax(int64_t rows);
+
     lookups::LookupLists lookupLists_;
+    std::optional<GridModel> ownCells_;
+    std::unique_ptr<CellSource> source_;
     bool autoRedraw_ = true;
     int deferDepth_ = 0;
     std::optional<RepaintInputs> owedRepaint_;

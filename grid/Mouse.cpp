@@ -11,7 +11,18 @@ namespace {
 constexpr int16_t Marked = -1;
 constexpr int16_t Unmarked = 0;
 
-bool isMarked(const CellArray& cells, int32_t row, int32_t col) { return cells.Value(to16(row), to16(col)) != 0; }
+bool isMarked(const GridModel& model, int32_t row, int32_t col)
+{
+    return model.cells().Value(model.storeRow(row), to16(col)) != 0;
+}
+
+// A bound grid's data rows share one record of attributes, so their headers
+// are never marked.
+void setMark(GridModel& model, int32_t row, int32_t col, int16_t value)
+{
+    if (!model.bound() || row == 0)
+        model.cells().setValue(model.storeRow(row), to16(col), value);
+}
 
 
 bool isHeader(CellIndex c) { return (c.row == 0 || c.col == 0) && c.row >= 0 && c.col >= 0; }
@@ -37,24 +48,23 @@ void drawHeaderCell(Grid& g, int32_t row, int32_t col)
 
 void unmarkHeaderCell(Grid& g, int32_t row, int32_t col)
 {
-    CellArray& cells = g.model.cells();
-    if (!isMarked(cells, row, col))
+    if (!isMarked(g.model, row, col))
         return;
-    cells.setValue(to16(row), to16(col), Unmarked);
+    setMark(g.model, row, col, Unmarked);
     drawHeaderCell(g, row, col);
 }
 
 void unmarkHeaders(Grid& g)
 {
     GridModel& model = g.model;
-    if (isMarked(model.cells(), 0, 0)) {
+    if (isMarked(model, 0, 0)) {
         model.cells().setValue(0, 0, Unmarked);
         g.drawCell(0, 0, 1, 1, model.cols().size(0), model.rows().size(0));
     }
     const CellBlock& block = g.selection.block();
     for (int32_t c = block.col1; c <= block.col2; ++c)
         unmarkHeaderCell(g, 0, c);
-    for (int32_t r = block.row1; r <= block.row2; ++r)
+    for (int32_t r = block.row1; r <= block.row2 && !model.bound(); ++r)
         unmarkHeaderCell(g, r, 0);
 }
 
@@ -71,7 +81,7 @@ void markPressedHeader(Grid& g, CellIndex pressed)
 {
     GridModel& model = g.model;
     if (g.selection.selectsRows() && pressed.row >= 1)
-        model.cells().setValue(to16(pressed.row), 0, Marked);
+        setMark(model, pressed.row, 0, Marked);
     if (g.selection.selectsColumns() && pressed.col >= 1)
         model.cells().setValue(0, to16(pressed.col), Marked);
 }
@@ -90,7 +100,7 @@ void selectHeaderLine(Grid& g, CellIndex pressed)
 
 void markAndDrawHeader(Grid& g, int32_t row, int32_t col)
 {
-    g.model.cells().setValue(to16(row), to16(col), Marked);
+    setMark(g.model, row, col, Marked);
     drawHeaderCell(g, row, col);
 }
 
@@ -308,7 +318,7 @@ void Grid::onSurfaceMousePress(const MouseArgs& e)
 {
     if (e.Button == 1)
         MouseDown(e.Button, e.Shift, e.X, e.Y);
-    pointer.setRow(to16(rowAt(e.X, e.Y)));
+    pointer.setRow(model.bound() ? to32(rowAt(e.X, e.Y)) : to16(rowAt(e.X, e.Y)));
     pointer.setCol(to16(columnAt(e.X, e.Y)));
     if (!resizeZones.dragging())
         events.MouseDown(e.Button, e.Shift, e.X, e.Y);

@@ -21,7 +21,7 @@ std::optional<int32_t> optionalColour(const QVariant& value)
 
 void Grid::setRows(int32_t n)
 {
-    ui.scrVertical.setMax(to16(n));
+    setRowsMax(n);
     model.setRowCount(n);
     selection.pullBackRows(model.rows().count());
     redrawIfAuto();
@@ -58,16 +58,16 @@ void Grid::setCol(int32_t n)
         events.RowColChange(last.row, last.col);
 }
 
-QString Grid::Text() const { return model.cells().Text(to16(selection.row()), to16(selection.col())); }
+QString Grid::Text() const { return model.text(selection.row(), selection.col()); }
 
 void Grid::setText(const QString& value) { setTextMatrix(selection.row(), selection.col(), value); }
 
-QString Grid::TextMatrix(int32_t row, int32_t col) const { return model.cells().Text(to16(row), to16(col)); }
+QString Grid::TextMatrix(int32_t row, int32_t col) const { return model.text(row, col); }
 
 void Grid::setTextMatrix(int32_t row, int32_t col, const QString& value)
 {
     const QString stored = Validate(value, col);
-    model.cells().setText(to16(row), to16(col), stored);
+    model.setText(row, col, stored);
     redrawIfAuto();
 }
 
@@ -113,9 +113,10 @@ void Grid::setColMask(int32_t col, int32_t value)
     if (value < NoMask || value > checkmark)
         return;
     model.columns().setMask(col, static_cast<int16_t>(value));
-    if (value == checkmark) {
+    // A bound table keeps its own values; only the own cells start unchecked.
+    if (value == checkmark && !model.bound()) {
         for (int32_t r = 1; r <= model.rows().count(); ++r)
-            model.cells().setText(to16(r), to16(col), QStringLiteral("0"));
+            model.setText(r, col, QStringLiteral("0"));
     }
     Refresh();
 }
@@ -126,8 +127,8 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     events.BeforeAddRow(cancel);
     if (cancel)
         return;
-    ui.scrVertical.setMax(to16(int64_t{model.rows().count()} + 1));
-    model.setRowCount(to32(int64_t{model.rows().count()} + 1), optionalColour(backColor), optionalColour(foreColor));
+    setRowsMax(int64_t{model.rows().count()} + 1);
+    model.appendRow(optionalColour(backColor), optionalColour(foreColor));
 
     // Every field is validated with the current column's mask, not its own
     // column's: rows added while a masked column is current have always been.
@@ -135,11 +136,11 @@ void Grid::AddItem(const QString& rowData, const QVariant& backColor, const QVar
     int32_t counter = 0;
     auto store = [&](QStringView field) {
         ++counter;
-        const int16_t row = to16(model.rows().count());
+        const int32_t row = model.rows().count();
         if (model.columns().mask(selection.col()) == DateOnly)
-            model.cells().setText(row, to16(counter), Validate(field.toString(), selection.col()));
+            model.setText(row, counter, Validate(field.toString(), selection.col()));
         else
-            model.cells().setText(row, to16(counter), field);
+            model.setText(row, counter, field);
     };
     const QStringView data(rowData);
     qsizetype start = 0;
@@ -163,7 +164,7 @@ bool Grid::itemFits(const QString& rowData) const
     const auto tabs = std::count(rowData.begin(), rowData.end(), QLatin1Char('\t'));
     const bool lastField = !rowData.isEmpty() && !rowData.endsWith(QLatin1Char('\t'));
     const int64_t fields = tabs + (lastField ? 1 : 0);
-    return fields <= model.cols().count() && model.rows().count() < INT16_MAX && selection.col() >= 0 &&
+    return fields <= model.cols().count() && (model.bound() || model.rows().count() < INT16_MAX) && selection.col() >= 0 &&
            selection.col() <= model.cols().count();
 }
 
@@ -177,9 +178,8 @@ void Grid::RemoveItem(int32_t row)
         return;
     // Only the cell records move up: row heights and bookmarks stay with
     // their index, as hosts that set them before a removal have always seen.
-    model.removeRowCells(row);
-    ui.scrVertical.setMax(to16(model.rows().count() - 1));
-    model.setRowCount(model.rows().count() - 1);
+    model.removeRow(row);
+    setRowsMax(model.rows().count());
     selection.clampRows(model.rows().count());
     redrawIfAuto();
     ui.cmdButton.setVisible(false);

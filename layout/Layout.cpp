@@ -12,7 +12,7 @@ namespace {
 // Raises what painting cell (row, col) raises for a cell outside the store.
 void checkCell(const GridModel& model, int32_t row, int32_t col)
 {
-    model.cells().Style(to16(row), to16(col));
+    model.cells().Style(model.storeRow(row), to16(col));
     model.columns().mask(col);
 }
 

@@ -33,7 +33,7 @@ struct Area {
 
 bool isButtonCell(const GridModel& model, int32_t row, int32_t col)
 {
-    return model.cells().Style(to16(row), to16(col)) == 1;
+    return model.cells().Style(model.storeRow(row), to16(col)) == 1;
 }
 
 Area backgroundArea(const GridModel& model, const Appearance& look, int32_t row, int32_t col, Area cell)
@@ -58,7 +58,7 @@ void paintBackground(const GridModel& model, const Appearance& look, Canvas canv
         return;
     }
     if (!isFixed(row, col) || !look.flatHeaders()) {
-        const int16_t value = model.cells().Value(to16(row), to16(col));
+        const int16_t value = model.cells().Value(model.storeRow(row), to16(col));
         DrawButton(canvas, area.x, area.y, area.width, area.height, value);
         return;
     }
@@ -137,7 +137,7 @@ unsigned textFlags(const GridModel& model, int32_t row, int32_t col)
     case 2: flags |= platform::TextRight; break;
     default: break;
     }
-    switch (model.cells().TextAlignVertical(to16(row), to16(col))) {
+    switch (model.cells().TextAlignVertical(model.storeRow(row), to16(col))) {
     case 1: flags |= platform::TextVCenter; break;
     case 2: flags |= platform::TextBottom; break;
     default: break;
@@ -181,9 +181,9 @@ void DrawButton(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t heig
 void drawCell(const GridModel& model, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
               int32_t width, int32_t height)
 {
-    const CellFormat& format = model.cells().Format(to16(row), to16(col));
+    const CellFormat& format = model.cells().Format(model.storeRow(row), to16(col));
     paintBackground(model, look, canvas, format, row, col, {x, y, width, height});
-    const QAnyStringView text = model.cells().textView(to16(row), to16(col));
+    const QAnyStringView text = model.textView(row, col);
     if (isCheckBoxCell(model, row, col))
         paintCheckBox(canvas, text, x, y, width);
     Surface& surface = canvas.surface;

@@ -1,6 +1,7 @@
 #include "state/Axis.h"
 
 #include "state/Check.h"
+#include "state/Errors.h"
 
 #include <algorithm>
 
@@ -36,6 +37,35 @@ int64_t Axis::appendShownSizes(std::vector<int64_t>& key, int32_t first, int32_t
 #endif
     key.insert(key.end(), shown_->sizes.begin(), shown_->sizes.end());
     return shown_->end;
+}
+
+void Axis::setSize(int64_t index, int16_t size)
+{
+    if (!sparse_) {
+        sizes_(index) = size;
+    } else {
+        sparseSize(index);
+        if (size == sparse_->defaultSize)
+            sparse_->own.erase(index);
+        else
+            sparse_->own[index] = size;
+    }
+    sizeChanged(index);
+}
+
+void Axis::makeSparse(int16_t defaultSize)
+{
+    sizes_.erase();
+    sparse_ = SparseSizes{defaultSize, {}};
+    shown_.reset();
+}
+
+int16_t Axis::sparseSize(int64_t index) const
+{
+    if (index < 0 || index > count_)
+        raise(RuntimeError::Subscript);
+    const auto own = sparse_->own.find(index);
+    return own == sparse_->own.end() ? sparse_->defaultSize : own->second;
 }
 
 void Axis::sizeChanged(int64_t index)

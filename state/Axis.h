@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace TabulaControl::detail {
@@ -27,25 +28,27 @@ public:
         boundChanged();
     }
 
-    int16_t size(int64_t index) const { return sizes_(index); }
-    void setSize(int64_t index, int16_t size)
-    {
-        sizes_(index) = size;
-        sizeChanged(index);
-    }
+    int16_t size(int64_t index) const { return sparse_ ? sparseSize(index) : sizes_(index); }
+    void setSize(int64_t index, int16_t size);
     // The last index that has a size; -1 when none has.
-    int32_t lastSizedIndex() const { return sizes_.upper(); }
+    int32_t lastSizedIndex() const { return sparse_ ? count_ : sizes_.upper(); }
     // Gives sizes to the indexes 0..index, keeping those that remain.
     void setLastSizedIndex(int64_t index)
     {
-        sizes_.redimPreserve(index);
+        if (!sparse_)
+            sizes_.redimPreserve(index);
         boundChanged();
     }
     void clearSizes()
     {
         sizes_.erase();
+        sparse_.reset();
         shown_.reset();
     }
+    // From now on every line 0..count() has defaultSize until given its own,
+    // and only the lines given their own cost memory: for tables of millions
+    // of lines.
+    void makeSparse(int16_t defaultSize);
 
     // Appends the header line's size and the sizes of the lines from first
     // on that start within room pixels; returns the index past the last one
@@ -66,10 +69,17 @@ private:
     };
     ShownSizes walkShownSizes(int32_t first, int32_t room) const;
     void sizeChanged(int64_t index);
+    int16_t sparseSize(int64_t index) const;
+
+    struct SparseSizes {
+        int16_t defaultSize = 0;
+        std::unordered_map<int64_t, int16_t> own;
+    };
     void boundChanged();
 
     int32_t count_ = 0;
     VbArray<int16_t> sizes_;
+    std::optional<SparseSizes> sparse_;
     mutable std::optional<ShownSizes> shown_;
 };
 

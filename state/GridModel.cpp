@@ -3,6 +3,7 @@
 #include <TabulaControl/Tabula.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace TabulaControl::detail {
 
@@ -24,6 +25,12 @@ void initializeGridCell(CellArray& cells, int16_t row, int16_t col)
         cells.setValue(row, col, 0);
 }
 
+// A bound grid's source refused a change; the text says which.
+[[noreturn]] void refused(const char* change)
+{
+    throw std::runtime_error(std::string("the bound model refused to ") + change);
+}
+
 bool isBlankText(const QString& text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar ch) { return ch == QLatin1Char(' '); });
@@ -32,6 +39,71 @@ bool isBlankText(const QString& text)
 }  // namespace
 
 void GridModel::setRowCount(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
+{
+    if (source_) {
+        const int32_t count = source_->rowCount();
+        if (n < 0)
+            raise(RuntimeError::Subscript);
+        if (n > count && !writeSource([&] { return source_->insertRows(count + 1, n - count); }))
+            refused("add rows");
+        if (n < count && !writeSource([&] { return source_->removeRows(n + 1, count - n); }))
+            refused("remove rows");
+        followSource();
+        return;
+    }
+    resizeRows(n, backColor, foreColor);
+    if (listener_)
+        listener_->everythingChanged();
+}
+
+void GridModel::appendRow(std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
+{
+    if (source_) {
+        if (!writeSource([&] { return source_->insertRows(source_->rowCount() + 1, 1); }))
+            refused("add a row");
+        followSource();
+        return;
+    }
+    const int32_t row = to32(int64_t{rows_.count()} + 1);
+    resizeRows(row, backColor, foreColor);
+    if (listener_)
+        listener_->rowsAppended(row, row);
+}
+
+void GridModel::removeRow(int32_t row)
+{
+    if (source_) {
+        if (row < 1 || row > rows_.count() || !writeSource([&] { return source_->removeRows(row, 1); }))
+            refused("remove the row");
+        followSource();
+        return;
+    }
+    const int16_t storeIndex = to16(row);
+    const int32_t removed = std::min(row, rows_.count());
+    if (listener_ && removed >= 1)
+        listener_->rowAboutToBeRemoved(removed);
+    changed(cells_).Remove(storeIndex);
+    resizeRows(rows_.count() - 1, {}, {});
+    if (listener_)
+        listener_->rowRemoved(removed);
+}
+
+void GridModel::setText(int32_t row, int32_t col, QStringView text)
+{
+    if (source_) {
+        storeRow(row);
+        cells_.Text(0, to16(col));
+        if (!writeSource([&] { return source_->setText(row, col, text.toString()); }))
+            refused("store the text");
+        revision_.changed();
+        return;
+    }
+    changed(cells_).setText(to16(row), to16(col), text);
+    if (listener_)
+        listener_->cellChanged(row, col);
+}
+
+void GridModel::resizeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
 {
     revision_.changed();
     // A grid without columns gets its first with its rows.
@@ -43,16 +115,91 @@ void GridModel::setRowCount(int32_t n, std::optional<int32_t> backColor, std::op
 
 void GridModel::setColumnCount(int32_t n)
 {
+    if (source_ && n != source_->columnCount()) {
+        const int32_t count = source_->columnCount();
+        if (n < 0)
+            raise(RuntimeError::Subscript);
+        if (n > count && !writeSource([&] { return source_->insertColumns(count + 1, n - count); }))
+            refused("add columns");
+        if (n < count && !writeSource([&] { return source_->removeColumns(n + 1, count - n); }))
+            refused("remove columns");
+        n = source_->columnCount();
+    }
     revision_.changed();
     columnsRevision_ = revision_;
     initializeColumns(n);
     cols_.setCount(n);
+    if (listener_)
+        listener_->everythingChanged();
+}
+
+void GridModel::bind(CellSource& source)
+{
+    source_ = &source;
+    rows_.makeSparse(15);
+    setColumnCount(source.columnCount());
+    cells_.setRows(1);
+    initializeGridCell(cells_, 1, 0);
+    followSource();
+}
+
+void GridModel::followSource()
+{
+    revision_.changed();
+    if (source_->columnCount() != cols_.count())
+        setColumnCount(source_->columnCount());
+    rows_.setCount(source_->rowCount());
+}
+
+int16_t GridModel::storeRow(int32_t row) const
+{
+    if (!source_)
+        return to16(row);
+    if (row < 0 || row > rows_.count())
+        raise(RuntimeError::Subscript);
+    return row == 0 ? 0 : 1;
+}
+
+QString GridModel::text(int32_t row, int32_t col) const
+{
+    if (!source_)
+        return cells_.Text(to16(row), to16(col));
+    cells_.Text(storeRow(row), to16(col));
+    return source_->text(row, col);
+}
+
+QAnyStringView GridModel::textView(int32_t row, int32_t col) const
+{
+    if (!source_)
+        return cells_.textView(to16(row), to16(col));
+    lastText_ = text(row, col);
+    return lastText_;
+}
+
+const QVariant& GridModel::bookmark(int64_t row) const
+{
+    if (!source_)
+        return bookmarks_(row);
+    static const QVariant none;
+    storeRow(to32(row));
+    const auto found = boundBookmarks_.find(row);
+    return found == boundBookmarks_.end() ? none : found->second;
+}
+
+void GridModel::setBookmark(int64_t row, const QVariant& value)
+{
+    if (!source_) {
+        bookmarks_(row) = value;
+        return;
+    }
+    storeRow(to32(row));
+    boundBookmarks_[row] = value;
 }
 
 bool GridModel::rowEmpty(int32_t row) const
 {
     for (int32_t c = 1; c <= cols_.count(); ++c) {
-        if (!isBlankText(cells_.Text(to16(row), to16(c))))
+        if (!isBlankText(text(row, c)))
             return false;
     }
     return true;
@@ -66,6 +213,8 @@ void GridModel::release()
     rows_.clearSizes();
     cols_.clearSizes();
     columns_.clearEditAllowed();
+    if (listener_)
+        listener_->everythingChanged();
 }
 
 void GridModel::initializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
@@ -120,10 +269,13 @@ void GridModel::initializeColumns(int32_t n)
     }
     if (firstNew > n)
         return;
-    for (int32_t r = 0; r <= rows_.count(); ++r)
-        rows_.setSize(r, 15);
-    for (int32_t c = firstNew; c <= std::min<int32_t>(n, oldStoreCols); ++c) {
+    if (!source_) {
         for (int32_t r = 0; r <= rows_.count(); ++r)
+            rows_.setSize(r, 15);
+    }
+    const int32_t storeRows = source_ ? cells_.Rows() : rows_.count();
+    for (int32_t c = firstNew; c <= std::min<int32_t>(n, oldStoreCols); ++c) {
+        for (int32_t r = 0; r <= storeRows; ++r)
             initializeGridCell(cells_, to16(r), to16(c));
     }
 }

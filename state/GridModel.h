@@ -2,7 +2,9 @@
 
 #include "state/Axis.h"
 #include "state/CellArray.h"
+#include "state/CellSource.h"
 #include "state/ColumnSettings.h"
+#include "state/GridListener.h"
 #include "state/Revision.h"
 #include "state/VbArray.h"
 
@@ -10,6 +12,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <unordered_map>
 
 namespace TabulaControl::detail {
 
@@ -34,6 +37,27 @@ public:
     // settings have a revision of their own.
     uint64_t columnsRevision() const { return columnsRevision_.value(); }
 
+    // Reads and writes the texts through source from now on, whose counts
+    // the grid takes; only the header row keeps cells of its own, and every
+    // data cell the attributes of data cells by default. For a model built
+    // afresh.
+    void bind(CellSource& source);
+    bool bound() const { return source_ != nullptr; }
+    // Takes the source's counts after it changed them itself.
+    void followSource();
+    // Something a bound grid shows changed in its source.
+    void sourceChanged() { revision_.changed(); }
+    // Whether the grid is writing to its source: what the source reports
+    // meanwhile is the grid's own change, which the writer repaints.
+    bool writingSource() const { return writingSource_; }
+
+    // The row of the cell store that keeps row's attributes: the row itself,
+    // or for a bound grid the header row or the one data row.
+    int16_t storeRow(int32_t row) const;
+    QString text(int32_t row, int32_t col) const;
+    // The text without a copy: valid until the next read or change.
+    QAnyStringView textView(int32_t row, int32_t col) const;
+
     // Whether (row, col) is a cell of the grid, header cells included.
     // Positions outside it (a host may store any value in the position
     // properties) are drawn nowhere and hit by nothing.
@@ -49,8 +73,16 @@ public:
     // Gives the grid n columns past the header; columns that come in get the
     // default width, style and settings.
     void setColumnCount(int32_t n);
-    // Moves the cells of the rows below row up by one; the row count stays.
-    void removeRowCells(int32_t row) { changed(cells_).Remove(to16(row)); }
+    // Adds one row at the end, as setRowCount does.
+    void appendRow(std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
+    // Moves the cells of the rows below row up by one and drops the last row.
+    void removeRow(int32_t row);
+
+    // Stores the text of one cell; every text written goes through here, so
+    // that the listener hears of it.
+    void setText(int32_t row, int32_t col, QStringView text);
+    // The one listener told of every change to the cells and the counts.
+    void setListener(GridListener* listener) { listener_ = listener; }
 
     void setRowHeight(int64_t row, int16_t height) { changed(rows_).setSize(row, height); }
     void setColumnWidth(int64_t col, int16_t width) { changedColumns(cols_).setSize(col, width); }
@@ -58,8 +90,8 @@ public:
     // Whether every data cell of row holds nothing but spaces.
     bool rowEmpty(int32_t row) const;
 
-    const QVariant& bookmark(int64_t row) const { return bookmarks_(row); }
-    void setBookmark(int64_t row, const QVariant& value) { bookmarks_(row) = value; }
+    const QVariant& bookmark(int64_t row) const;
+    void setBookmark(int64_t row, const QVariant& value);
 
     const QString& formatString() const { return formatString_; }
     void setFormatString(const QString& value) { formatString_ = value; }
@@ -81,6 +113,17 @@ private:
         columnsRevision_.changed();
         return changed(part);
     }
+    void resizeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
+    // Runs a write to the source with writingSource() true.
+    template <class F>
+    bool writeSource(F&& write)
+    {
+        struct Writing {
+            bool& flag;
+            ~Writing() { flag = false; }
+        } writing{writingSource_ = true};
+        return write();
+    }
     void initializeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
     void initializeColumns(int32_t n);
 
@@ -92,6 +135,12 @@ private:
     QString formatString_;
     Revision revision_;
     Revision columnsRevision_;
+    GridListener* listener_ = nullptr;
+    CellSource* source_ = nullptr;
+    // A bound grid's bookmarks, by row: only those set cost memory.
+    std::unordered_map<int64_t, QVariant> boundBookmarks_;
+    mutable QString lastText_;
+    bool writingSource_ = false;
 };
 
 }  // namespace TabulaControl::detail

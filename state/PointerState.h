@@ -19,9 +19,9 @@ public:
     bool headerPressed() const { return headerPressed_; }
     void setHeaderPressed(bool value) { revision_.set(headerPressed_, value); }
 
-    int16_t row() const { return row_; }
+    int32_t row() const { return row_; }
     int16_t col() const { return col_; }
-    void setRow(int16_t row) { revision_.set(row_, row); }
+    void setRow(int32_t row) { revision_.set(row_, row); }
     void setCol(int16_t col) { revision_.set(col_, col); }
 
     // Changes with every change above.
@@ -35,7 +35,7 @@ public:
 private:
     bool buttonDown_ = false;
     bool headerPressed_ = false;
-    int16_t row_ = 0;
+    int32_t row_ = 0;
     int16_t col_ = 0;
     Revision revision_;
 };

@@ -311,11 +311,11 @@ ScrollBar::ScrollBar(QWidget* widget) : Child(widget)
 
 QScrollBar* ScrollBar::bar() const { return static_cast<QScrollBar*>(widget()); }
 
-int16_t ScrollBar::Value() const { return static_cast<int16_t>(bar()->value()); }
+int32_t ScrollBar::Value() const { return bar()->value(); }
 
 void ScrollBar::setValue(int32_t value) { bar()->setValue(value); }
 
-void ScrollBar::setMax(int16_t max)
+void ScrollBar::setMax(int32_t max)
 {
     max_ = max;
     const int before = bar()->value();

@@ -70,14 +70,14 @@ class ScrollBar : public Child {
 public:
     explicit ScrollBar(QWidget* bar);
 
-    int16_t Value() const;
+    int32_t Value() const;
     // Changing the value raises the change notification before returning;
     // values outside 1..Max are brought inside.
     void setValue(int32_t value);
-    int16_t Max() const { return max_; }
+    int32_t Max() const { return max_; }
     // A new range raises the change notification only when it moves the
     // value, as the view follows its bar.
-    void setMax(int16_t max);
+    void setMax(int32_t max);
     void setLargeChange(int16_t pageStep);
 
     std::function<void()> onChange;
@@ -85,7 +85,7 @@ public:
 
 private:
     QScrollBar* bar() const;
-    int16_t max_ = 1;
+    int32_t max_ = 1;
 };
 
 class Editor : public Child {

@@ -16,10 +16,15 @@
 #include <memory>
 #include <source_location>
 
+QT_BEGIN_NAMESPACE
+class QAbstractItemModel;
+QT_END_NAMESPACE
+
 namespace TabulaControl {
 
 namespace detail {
 class Grid;
+class OwnCellsModel;
 }
 
 class TABULACONTROL_EXPORT Tabula : public QWidget {
@@ -331,6 +336,16 @@ public:
     // scrolled into view.
     QRect cellRect(int32_t Row, int32_t Col) const;
 
+    // Qt item models: the grid's cells as a model, or a host's model shown.
+    // Model row r, column c is the grid's cell (r + 1, c + 1); the header row
+    // and column are the model's header data.
+    // Unbound, a live table model of the grid's own cells; bound, the host's.
+    QAbstractItemModel* model() const;
+    // Shows and edits model instead of the own cells, reading only the cells
+    // drawn or asked for; nullptr shows the own cells again as they were.
+    // Edits go through setData; a refused one keeps the old text.
+    void setModel(QAbstractItemModel* model);
+
 signals:
     // A saved property changed; the host marks its form as modified.
     void propertyChanged(const QString& name);
@@ -407,6 +422,10 @@ private:
 
     TabulaEvents* events_;
     std::unique_ptr<detail::Grid> grid_;
+    mutable detail::OwnCellsModel* ownCellsModel_ = nullptr;
+    // The bound model and the object its connections live on.
+    QAbstractItemModel* boundModel_ = nullptr;
+    QObject* binding_ = nullptr;
     // The font last set on the grid as a widget, as Font took it.
     StdFont widgetFont_;
 };

@@ -1,0 +1,70 @@
+#include "state/ItemModelSource.h"
+
+#include <QTimer>
+
+namespace TabulaControl::detail {
+
+namespace {
+
+// How close to the last loaded row a read must come to load more.
+constexpr int32_t FetchMargin = 64;
+
+}  // namespace
+
+QString ItemModelSource::text(int32_t row, int32_t col) const
+{
+    if (!model_ || (row == 0 && col == 0))
+        return {};
+    if (row == 0)
+        return model_->headerData(col - 1, Qt::Horizontal).toString();
+    if (col == 0)
+        return model_->headerData(row - 1, Qt::Vertical).toString();
+    if (row + FetchMargin > model_->rowCount())
+        fetchMoreSoon();
+    return model_->index(row - 1, col - 1).data().toString();
+}
+
+bool ItemModelSource::setText(int32_t row, int32_t col, const QString& text)
+{
+    if (!model_ || (row == 0 && col == 0))
+        return false;
+    if (row == 0)
+        return model_->setHeaderData(col - 1, Qt::Horizontal, text);
+    if (col == 0)
+        return model_->setHeaderData(row - 1, Qt::Vertical, text);
+    return model_->setData(model_->index(row - 1, col - 1), text);
+}
+
+bool ItemModelSource::insertRows(int32_t first, int32_t count)
+{
+    return model_ && model_->insertRows(first - 1, count);
+}
+
+bool ItemModelSource::removeRows(int32_t first, int32_t count)
+{
+    return model_ && model_->removeRows(first - 1, count);
+}
+
+bool ItemModelSource::insertColumns(int32_t first, int32_t count)
+{
+    return model_ && model_->insertColumns(first - 1, count);
+}
+
+bool ItemModelSource::removeColumns(int32_t first, int32_t count)
+{
+    return model_ && model_->removeColumns(first - 1, count);
+}
+
+void ItemModelSource::fetchMoreSoon() const
+{
+    if (fetchPending_ || !model_->canFetchMore({}))
+        return;
+    fetchPending_ = true;
+    QTimer::singleShot(0, &lifetime_, [this, model = model_] {
+        fetchPending_ = false;
+        if (model && model->canFetchMore({}))
+            model->fetchMore({});
+    });
+}
+
+}  // namespace TabulaControl::detail
