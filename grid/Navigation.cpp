@@ -29,9 +29,9 @@ void toggleCurrentCheckmark(Grid& g, bool liftLineSelection)
     GridModel& model = g.model;
     const bool editable = model.columns().editAllowed(g.selection.col());
     if (editable) {
-        const int16_t row = to16(g.selection.row()), col = to16(g.selection.col());
-        const bool checked = model.cells().Text(row, col) == QLatin1String("1");
-        model.cells().setText(row, col, checked ? QStringLiteral("0") : QStringLiteral("1"));
+        const int32_t row = g.selection.row(), col = g.selection.col();
+        const bool checked = g.TextMatrix(row, col) == QLatin1String("1");
+        g.storeUserText(row, col, checked ? QStringLiteral("0") : QStringLiteral("1"));
     }
     if (liftLineSelection)
         g.withLineSelectionLifted([&g] { redrawCurrentCell(g); });
