@@ -271,6 +271,16 @@ public:
     void commitAndGoDown();
     bool spreadsheetKeys = false;
 
+    // Sorting (grid/Sorting.cpp). A sort moves whole rows, the current cell
+    // and the block's rows with them, marks the column's header and repaints.
+    void sort(int32_t col, Qt::SortOrder order);
+    // A header click: ascending, or descending when the column was just
+    // sorted ascending.
+    void sortByHeader(int32_t col);
+    // Puts the rows back in their order before (undo) or after a sort.
+    void restoreRowOrder(const std::vector<int32_t>& order, bool undo);
+    bool sortOnHeaderClick = false;
+
     // Whether changes repaint the grid at once (AutoRedraw).
     bool autoRedraw() const { return autoRedraw_; }
 
@@ -322,6 +332,7 @@ private:
     bool keepsCarriedCell(int32_t row, int32_t col, int32_t x, int32_t y, int32_t width, int32_t height);
 
     void pushUserEdit();
+    void reorderRows(const std::vector<int32_t>& order);
 
     lookups::LookupLists lookupLists_;
     std::vector<CellChange> pendingChanges_;

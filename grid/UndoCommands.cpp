@@ -38,6 +38,20 @@ bool CellEdits::mergeWith(const QUndoCommand* other)
     return true;
 }
 
+RowOrder::RowOrder(Grid& grid, std::vector<int32_t> order) : grid_(grid), order_(std::move(order)) {}
+
+void RowOrder::undo()
+{
+    grid_.runUndoStep([this] { grid_.restoreRowOrder(order_, true); });
+}
+
+void RowOrder::redo()
+{
+    if (!std::exchange(pushed_, true))
+        return;
+    grid_.runUndoStep([this] { grid_.restoreRowOrder(order_, false); });
+}
+
 UserEdit::UserEdit(Grid& grid) : grid_(grid) { ++grid_.userEditDepth_; }
 
 UserEdit::~UserEdit()

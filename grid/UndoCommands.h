@@ -39,6 +39,21 @@ private:
     bool pushed_ = false;
 };
 
+// A sort: the rows' new order, row i + 1 being old row order[i]. Recorded
+// so that the edits before it are undone in the rows they were made in.
+class RowOrder : public QUndoCommand {
+public:
+    RowOrder(Grid& grid, std::vector<int32_t> order);
+
+    void undo() override;
+    void redo() override;
+
+private:
+    Grid& grid_;
+    std::vector<int32_t> order_;
+    bool pushed_ = false;
+};
+
 // Gathers the user's changes made in its scope into one command, pushed when
 // the outermost scope ends.
 class UserEdit {

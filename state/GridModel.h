@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace TabulaControl::detail {
 
@@ -51,6 +52,10 @@ public:
     void setColumnCount(int32_t n);
     // Moves the cells of the rows below row up by one; the row count stays.
     void removeRowCells(int32_t row) { changed(cells_).Remove(to16(row)); }
+
+    // Puts the data rows' cells and bookmarks in a new order: row i + 1
+    // takes those of row order[i]. Row heights stay by index.
+    void permuteRows(const std::vector<int32_t>& order);
 
     void setRowHeight(int64_t row, int16_t height) { changed(rows_).setSize(row, height); }
     void setColumnWidth(int64_t col, int16_t width) { changedColumns(cols_).setSize(col, width); }

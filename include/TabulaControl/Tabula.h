@@ -74,6 +74,7 @@ class TABULACONTROL_EXPORT Tabula : public QWidget {
     Q_PROPERTY(QImage Picture READ Picture DESIGNABLE false)
     Q_PROPERTY(bool Enabled READ Enabled WRITE setEnabled)
     Q_PROPERTY(bool spreadsheetKeys READ spreadsheetKeys WRITE setSpreadsheetKeys NOTIFY settingsChanged)
+    Q_PROPERTY(bool sortOnHeaderClick READ sortOnHeaderClick WRITE setSortOnHeaderClick NOTIFY settingsChanged)
 
     Q_CLASSINFO("CellTag", "Stores any extra data needed for your program")
     Q_CLASSINFO("MouseRow", "Returns the current mouse position, in row and column coordinates")
@@ -344,6 +345,15 @@ public:
     // as in a spreadsheet; off by default, the keys then keep their meaning.
     bool spreadsheetKeys() const;
     void setSpreadsheetKeys(bool value);
+    // Orders the data rows by col: stable, numbers and dates by value, other
+    // texts in the user's locale, empty cells last. Each row keeps its cells'
+    // texts, colours and tags and its bookmark; the current cell and the
+    // selection follow their rows; the column's header shows an arrow.
+    void sort(int32_t col, Qt::SortOrder order = Qt::AscendingOrder);
+    // Whether a click on a column header sorts by it, a second click on the
+    // same column descending; off by default.
+    bool sortOnHeaderClick() const;
+    void setSortOnHeaderClick(bool value);
 
 public slots:
     // Copies the selected block, or the current cell, then clears it as the

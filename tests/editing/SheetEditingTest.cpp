@@ -168,4 +168,101 @@ TEST_F(Sheet, OffTheKeysKeepTheirMeaning)
     EXPECT_EQ(current(), "3,1");
 }
 
+struct SortCase {
+    const char* name;
+    QStringList keys;
+    int32_t mask;
+    Qt::SortOrder order;
+    const char* rows;  // the rows' old numbers in their new order
+};
+
+class Sorting : public TabulaTest::NavigationFixture, public ::testing::WithParamInterface<SortCase> {
+protected:
+    // Column 1 holds the keys, column 2 each row's old number.
+    void fill(const QStringList& keys, int32_t mask = TabulaControl::NoMask)
+    {
+        grid().setRows(static_cast<int32_t>(keys.size()));
+        grid().setColMask(1, mask);
+        for (int32_t row = 1; row <= grid().Rows(); ++row) {
+            grid().setTextMatrix(row, 1, keys[row - 1]);
+            grid().setTextMatrix(row, 2, QString::number(row));
+        }
+    }
+    QString rows()
+    {
+        QStringList numbers;
+        for (int32_t row = 1; row <= grid().Rows(); ++row)
+            numbers << grid().TextMatrix(row, 2);
+        return numbers.join(' ');
+    }
+};
+
+const SortCase sortCases[] = {
+    {"numbers_by_value", {"10", "9", "", "100", "-1.5"}, 0, Qt::AscendingOrder, "5 2 1 4 3"},
+    {"numbers_descending_keep_empty_last", {"10", "", "9", "100"}, 0, Qt::DescendingOrder, "4 1 3 2"},
+    {"numeric_mask_puts_non_numbers_after_numbers", {"x", "2", "1"}, TabulaControl::NumericOnly,
+     Qt::AscendingOrder, "3 2 1"},
+    {"text_in_locale_with_numbers_inside", {"item10", "item9", "banana", "Apple"}, 0, Qt::AscendingOrder,
+     "4 3 2 1"},
+    {"dates_by_day", {"12/01/2020", "", "01/15/2021", "02/03/2019"}, TabulaControl::DateOnly,
+     Qt::AscendingOrder, "4 1 3 2"},
+    {"stable_for_equal_keys", {"b", "a", "b", "a"}, 0, Qt::DescendingOrder, "1 3 2 4"},
+};
+
+TEST_P(Sorting, OrdersRowsStablyByKindWithEmptyCellsLast)
+{
+    fill(GetParam().keys, GetParam().mask);
+    grid().sort(1, GetParam().order);
+    EXPECT_EQ(rows(), GetParam().rows);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sheet, Sorting, ::testing::ValuesIn(sortCases), TabulaTest::caseName);
+
+TEST_F(Sorting, RowsTakeTheirTagsBookmarksAndSelectionAlongAndUndoPutsThemBack)
+{
+    fill({"c", "a", "b"});
+    grid().setCellTag(1, 3, "tag of c");
+    grid().setRowBookmark(1, 42);
+    moveTo(1, 2);
+    select(1, 2, 1, 3);
+    grid().sort(1);
+    EXPECT_EQ(rows(), "2 3 1");
+    EXPECT_EQ(grid().CellTag(3, 3), "tag of c");
+    EXPECT_EQ(grid().RowBookmark(3).toInt(), 42);
+    EXPECT_EQ(where(), "3,2 in 3,2:3,3");
+    grid().undoStack()->undo();
+    EXPECT_EQ(rows(), "1 2 3");
+    EXPECT_EQ(current(), "1,2");
+    const auto error = TabulaTest::errorOf([&] { grid().sort(3 + grid().Cols()); });
+    EXPECT_EQ(error.Source, "TabulaControl.Tabula.sort");
+}
+
+TEST_F(Sorting, HeaderClicksSortThenReverseAndTheHeaderShowsAnArrow)
+{
+    fill({"b", "c", "a"});
+    const QImage unsorted = picture();
+    grid().sort(2);
+    EXPECT_NE(picture().copy(cell(0, 2)), unsorted.copy(cell(0, 2)));
+    click(centre(0, 1));
+    EXPECT_EQ(rows(), "1 2 3") << "off by default";
+    grid().setSortOnHeaderClick(true);
+    click(centre(0, 1));
+    EXPECT_EQ(rows(), "3 1 2");
+    const QImage ascending = picture();
+    click(centre(0, 1));
+    EXPECT_EQ(rows(), "2 1 3");
+    EXPECT_NE(picture().copy(cell(0, 1)), ascending.copy(cell(0, 1)));
+}
+
+TEST_F(Sorting, TheSettingsBagKeepsBothSwitches)
+{
+    grid().setSpreadsheetKeys(true);
+    grid().setSortOnHeaderClick(true);
+    TabulaControl::MemoryPropertyBag bag;
+    grid().WriteProperties(bag);
+    const Tabula loaded(bag);
+    EXPECT_TRUE(loaded.spreadsheetKeys());
+    EXPECT_TRUE(loaded.sortOnHeaderClick());
+}
+
 }  // namespace

@@ -157,4 +157,16 @@ void Tabula::setSpreadsheetKeys(bool value)
     changeProperty("SpreadsheetKeys", [&] { grid_->spreadsheetKeys = value; });
 }
 
+void Tabula::sort(int32_t col, Qt::SortOrder order)
+{
+    repaintingCall("sort", [&] { grid_->sort(col, order); });
+}
+
+bool Tabula::sortOnHeaderClick() const { return grid_->sortOnHeaderClick; }
+
+void Tabula::setSortOnHeaderClick(bool value)
+{
+    changeProperty("SortOnHeaderClick", [&] { grid_->sortOnHeaderClick = value; });
+}
+
 }  // namespace TabulaControl
