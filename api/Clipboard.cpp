@@ -22,6 +22,15 @@ CellRows textsOf(const Grid& g, const QRect& block)
     return rows;
 }
 
+void putOnClipboard(const Grid& g, const QRect& block)
+{
+    const CellRows rows = textsOf(g, block);
+    auto* data = new QMimeData;
+    data->setText(toTabSeparated(rows));
+    data->setHtml(toHtmlTable(rows));
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
 int32_t pasteRows(Grid& g, const CellRows& rows)
 {
     const int32_t top = std::max(g.selection.row(), 1);
@@ -125,13 +134,7 @@ namespace TabulaControl {
 void Tabula::copySelection() const
 {
     detail::reportingFromSignal(*this, sender(), [&] {
-        call("copySelection", [&] {
-            const detail::CellRows rows = detail::textsOf(*grid_, detail::selectedBlock(*this));
-            auto* data = new QMimeData;
-            data->setText(detail::toTabSeparated(rows));
-            data->setHtml(detail::toHtmlTable(rows));
-            QGuiApplication::clipboard()->setMimeData(data);
-        });
+        call("copySelection", [&] { detail::putOnClipboard(*grid_, detail::selectedBlock(*this)); });
     });
 }
 
@@ -158,9 +161,12 @@ int32_t Tabula::paste()
 
 void Tabula::cut()
 {
-    copySelection();
     detail::reportingFromSignal(*this, sender(), [&] {
-        call("cut", [&] { grid_->clearCells(detail::selectedBlock(*this)); });
+        call("cut", [&] {
+            const QRect block = detail::selectedBlock(*this);
+            detail::putOnClipboard(*grid_, block);
+            grid_->clearCells(block);
+        });
     });
 }
 

@@ -1,3 +1,5 @@
+#include "demo/EditMenu.h"
+
 #include <TabulaControl/SettingsPropertyBag.h>
 #include <TabulaControl/Tabula.h>
 
@@ -288,6 +290,7 @@ int main(int argc, char** argv)
     layout->addWidget(fillTimer(*grid));
     layout->addWidget(splitter);
     window.setCentralWidget(central);
+    addEditMenu(window, *grid);
     window.resize(574, 480);
     fill(*grid);
     logEvents(*grid, *log);

@@ -57,6 +57,8 @@ void Grid::clearCells(const QRect& block)
 
 void Grid::editAtEnd()
 {
+    if (model.columns().mask(selection.col()) == checkmark)
+        return;
     startEdit(0);
     if (!ui.txtEdit.Visible())
         return;
