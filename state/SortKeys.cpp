@@ -100,8 +100,10 @@ std::vector<int32_t> sortedOrder(const std::vector<QString>& texts, SortKind kin
             p = keyed[static_cast<size_t>(p)];
         keyed = std::move(positions);
     } else {
-        sortKeyed(keyed, descending,
-                  [&](int32_t a, int32_t b) { return numbers[static_cast<size_t>(a)] < numbers[static_cast<size_t>(b)]; });
+        const auto less = [&](int32_t a, int32_t b) {
+            return numbers[static_cast<size_t>(a)] < numbers[static_cast<size_t>(b)];
+        };
+        sortKeyed(keyed, descending, less);
     }
     keyed.insert(keyed.end(), unkeyed.begin(), unkeyed.end());
     keyed.insert(keyed.end(), empty.begin(), empty.end());
