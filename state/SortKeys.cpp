@@ -14,11 +14,11 @@ namespace TabulaControl::detail {
 
 namespace {
 
-bool isEmpty(const QString& text) { return text.trimmed().isEmpty(); }
+bool isEmpty(const QString& text) { return QStringView(text).trimmed().isEmpty(); }
 
 std::optional<double> numberIn(const QString& text)
 {
-    const QString trimmed = text.trimmed();
+    const QStringView trimmed = QStringView(text).trimmed();
     bool ok = false;
     double value = trimmed.toDouble(&ok);
     if (!ok)
