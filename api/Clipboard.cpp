@@ -22,35 +22,13 @@ CellRows textsOf(const Grid& g, const QRect& block)
     return rows;
 }
 
-// The text a user typing value into the column's editor would get: the
-// key rule of the column's mask, then the editor's maximum length.
-QString typedText(const GridModel& model, int32_t col, const QString& value)
+void putOnClipboard(const Grid& g, const QRect& block)
 {
-    QString typed;
-    for (QChar c : value) {
-        if (model.columns().mask(col) == Uppercase)
-            c = c.toUpper();
-        const bool numeric = (c >= QLatin1Char('0') && c <= QLatin1Char('9')) || c == QLatin1Char('-') || c == QLatin1Char('.');
-        if (model.columns().mask(col) == NumericOnly && !numeric)
-            continue;
-        typed += c;
-    }
-    const int16_t maxLength = model.columns().editWidth(col);
-    return maxLength > 0 ? typed.left(maxLength) : typed;
-}
-
-// Stores one value as a committed edit would: BeforeEdit may cancel it, the
-// column's mask and Validate shape it, AfterEdit reports what was stored.
-void pasteCell(Grid& g, int32_t row, int32_t col, const QString& value)
-{
-    if (!g.model.columns().editAllowed(col))
-        return;
-    bool cancel = false;
-    g.events.BeforeEdit(row, col, cancel);
-    if (cancel)
-        return;
-    g.model.setText(row, col, g.Validate(typedText(g.model, col, value), col));
-    g.events.AfterEdit(row, col, g.TextMatrix(row, col));
+    const CellRows rows = textsOf(g, block);
+    auto* data = new QMimeData;
+    data->setText(toTabSeparated(rows));
+    data->setHtml(toHtmlTable(rows));
+    QGuiApplication::clipboard()->setMimeData(data);
 }
 
 int32_t pasteRows(Grid& g, const CellRows& rows)
@@ -64,7 +42,7 @@ int32_t pasteRows(Grid& g, const CellRows& rows)
             if (row > g.model.rows().count() || col > g.model.cols().count())
                 ++dropped;
             else
-                pasteCell(g, static_cast<int32_t>(row), static_cast<int32_t>(col), rows[i][j]);
+                g.storeAsTyped(static_cast<int32_t>(row), static_cast<int32_t>(col), rows[i][j]);
         }
     }
     return dropped;
@@ -156,13 +134,7 @@ namespace TabulaControl {
 void Tabula::copySelection() const
 {
     detail::reportingFromSignal(*this, sender(), [&] {
-        call("copySelection", [&] {
-            const detail::CellRows rows = detail::textsOf(*grid_, detail::selectedBlock(*this));
-            auto* data = new QMimeData;
-            data->setText(detail::toTabSeparated(rows));
-            data->setHtml(detail::toHtmlTable(rows));
-            QGuiApplication::clipboard()->setMimeData(data);
-        });
+        call("copySelection", [&] { detail::putOnClipboard(*grid_, detail::selectedBlock(*this)); });
     });
 }
 
@@ -172,8 +144,11 @@ int32_t Tabula::paste()
         const int32_t dropped = call("paste", [&] {
             if (grid_->editorState.isOpen())
                 grid_->endEdit();
-            const int32_t count =
-                detail::pasteRows(*grid_, detail::fromTabSeparated(QGuiApplication::clipboard()->text()));
+            const detail::CellRows rows = detail::fromTabSeparated(QGuiApplication::clipboard()->text());
+            const int32_t count = [&] {
+                const detail::UserEdit edit(*grid_);
+                return detail::pasteRows(*grid_, rows);
+            }();
             if (grid_->autoRedraw())
                 grid_->Refresh();
             return count;
@@ -181,6 +156,17 @@ int32_t Tabula::paste()
         if (dropped > 0)
             emit pasteClipped(dropped);
         return dropped;
+    });
+}
+
+void Tabula::cut()
+{
+    detail::reportingFromSignal(*this, sender(), [&] {
+        call("cut", [&] {
+            const QRect block = detail::selectedBlock(*this);
+            detail::putOnClipboard(*grid_, block);
+            grid_->clearCells(block);
+        });
     });
 }
 

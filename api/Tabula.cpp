@@ -63,6 +63,7 @@ void Tabula::wireGrid()
     grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
     wireChildren();
     wireEditor();
+    wireSheetEditing();
     detail::guardMetaCalls(*this);
     forwardEvents(*events_, *this);
     call("UserControl_Initialize", [&] { grid_->initialize(); });

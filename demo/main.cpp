@@ -1,4 +1,5 @@
-#include "DatabaseDemo.h"
+#include "demo/DatabaseDemo.h"
+#include "demo/EditMenu.h"
 
 #include <TabulaControl/SettingsPropertyBag.h>
 #include <TabulaControl/Tabula.h>
@@ -291,6 +292,7 @@ int main(int argc, char** argv)
     layout->addWidget(ordersDatabaseButton(window));
     layout->addWidget(splitter);
     window.setCentralWidget(central);
+    addEditMenu(window, *grid);
     window.resize(574, 480);
     fill(*grid);
     logEvents(*grid, *log);

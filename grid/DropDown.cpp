@@ -71,7 +71,8 @@ void Grid::pickListValue()
         const QString item = ui.listForm.List(index);
         text = dropDownSettings.picksItemData() ? LookupItemData(selection.col(), item).toString() : item;
     }
-    setText(text);
+    storeUserText(selection.row(), selection.col(), Validate(text, selection.col()));
+    redrawIfAuto();
     onListFocusLost();
     raiseAfterEdit();
 }

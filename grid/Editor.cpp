@@ -19,6 +19,7 @@ void addRowBeforeEditing(Grid& g)
     if (cancel)
         return;
     g.setRows(to32(int64_t{g.model.rows().count()} + 1));
+    g.noteAddedRow(g.model.rows().count());
     g.events.AfterAddRow(g.model.rows().count());
 }
 
@@ -89,7 +90,7 @@ void Grid::storeEditorText()
     if (editorState.cancelledBy([&](bool& cancel) { events.BeforeEdit(cell.row, cell.col, cancel); }))
         return;
     const int32_t col = selection.col();
-    model.setText(selection.row(), col, Validate(ui.txtEdit.Text(), col));
+    storeUserText(selection.row(), col, Validate(ui.txtEdit.Text(), col));
 }
 
 void Grid::repaintEditedCell(bool highlight)
@@ -137,9 +138,16 @@ void Grid::onEditorKeyDown(int16_t keyCode, int16_t)
     if (keyCode == VkEnter || keyCode == VkUp || keyCode == VkDown) {
         commitAndReport(keyCode);
     } else if (keyCode == VkEscape) {
-        closeEditor(*this);
-        repaintEditedCell(true);
+        cancelEdit();
     }
+}
+
+void Grid::cancelEdit()
+{
+    if (!editorState.isOpen())
+        return;
+    closeEditor(*this);
+    repaintEditedCell(true);
 }
 
 void Grid::onEditorCharacter(int16_t& keyAscii)

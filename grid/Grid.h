@@ -16,7 +16,9 @@
 #include "render/Marks.h"
 #include "grid/OnDemand.h"
 #include "state/Viewport.h"
+#include "grid/UndoCommands.h"
 
+#include <QUndoStack>
 #include <QVariant>
 
 #include <cstdint>
@@ -212,6 +214,8 @@ public:
     void hideEditor();
     // Commits and closes an open editor before a full repaint.
     void endEdit();
+    // Closes an open editor without storing what it holds.
+    void cancelEdit();
 
     // Lookup lists and the drop-down list
     void AddLookup(int32_t col, const QString& value, const QVariant& itemData);
@@ -248,6 +252,49 @@ public:
 
     // Drop-down button and column button of the current cell
     void showCellButtons();
+
+    // Undo: each change the user makes through the grid is one command on
+    // undoStack; changes made by the host are not recorded.
+    QUndoStack undoStack;
+    // Stores text in a cell as the user's change.
+    void storeUserText(int32_t row, int32_t col, const QString& text);
+    // AutoNewRow added row for the user's edit.
+    void noteAddedRow(int32_t row);
+    // Puts back the texts before (undo) or after the changes, raising
+    // AfterEdit for each cell, and removes or adds again the added row.
+    void restoreCells(const std::vector<CellChange>& changes, bool undo, int32_t addedRow);
+    // Runs an undo or redo step; the undo stack has no caller to throw to.
+    std::function<void(const std::function<void()>&)> runUndoStep;
+    // The spreadsheet keys' filter on the child controls; it reads this grid,
+    // so it goes with it rather than with the widget's children.
+    std::unique_ptr<QObject> sheetKeyFilter;
+
+    // Editing as in a spreadsheet (grid/SheetEditing.cpp).
+    // Stores value as if typed into the cell's editor and committed:
+    // ColAllowEdit, BeforeEdit, the column's mask and edit width, Validate,
+    // AfterEdit.
+    void storeAsTyped(int32_t row, int32_t col, const QString& value);
+    // Empties the cells of block as one user change.
+    void clearCells(const QRect& block);
+    // Opens the editor on the current cell with the caret after its text.
+    void editAtEnd();
+    void goToCell(int32_t row, int32_t col);
+    // Goes to the first or the last data cell.
+    void goToCorner(bool last);
+    // Commits the open edit and moves right (left when back).
+    void commitAndTab(bool back);
+    void commitAndGoDown();
+    bool spreadsheetKeys = false;
+
+    // Sorting (grid/Sorting.cpp). A sort moves whole rows, the current cell
+    // and the block's rows with them, marks the column's header and repaints.
+    void sort(int32_t col, Qt::SortOrder order);
+    // A header click: ascending, or descending when the column was just
+    // sorted ascending.
+    void sortByHeader(int32_t col);
+    // Puts the rows back in their order before (undo) or after a sort.
+    void restoreRowOrder(const std::vector<int32_t>& order, bool undo);
+    bool sortOnHeaderClick = false;
 
     // Whether changes repaint the grid at once (AutoRedraw).
     bool autoRedraw() const { return autoRedraw_; }
@@ -307,6 +354,16 @@ private:
     lookups::LookupLists lookupLists_;
     std::optional<GridModel> ownCells_;
     std::unique_ptr<CellSource> source_;
+
+    void pushUserEdit();
+    void reorderRows(const std::vector<int32_t>& order);
+    // A bound grid's rows are ordered by the host's model itself.
+    void sortBoundRows(int32_t col, bool descending);
+
+    std::vector<CellChange> pendingChanges_;
+    int32_t pendingAddedRow_ = 0;
+    int userEditDepth_ = 0;
+    bool restoringCells_ = false;
     bool autoRedraw_ = true;
     int deferDepth_ = 0;
     std::optional<RepaintInputs> owedRepaint_;
@@ -323,6 +380,7 @@ private:
     friend class HostCall;
     friend class RepaintsDeferred;
     friend class RedrawDeferred;
+    friend class UserEdit;
 };
 
 // Turns AutoRedraw off for a scope, so that a run of changes is painted once

@@ -285,7 +285,11 @@ void Grid::MouseDown(int16_t button, int16_t shift, float x, float y)
             return;
         pressed = {rowAt(x, y), columnAt(x, y)};
         pointer.setHeaderPressed(pressed.row < 1 || pressed.col < 1);
-        if (isHeader(pressed))
+        const bool sorts = sortOnHeaderClick && button == 1 && pressed.row == 0 && pressed.col >= 1 &&
+                           pressed.col <= model.cols().count();
+        if (sorts)
+            sortByHeader(pressed.col);
+        else if (isHeader(pressed))
             pressHeader(*this, pressed, button, shift);
         else if (isDataCell(pressed))
             pressCell(*this, pressed, button, shift);

@@ -31,7 +31,7 @@ void toggleCurrentCheckmark(Grid& g, bool liftLineSelection)
     if (editable) {
         const int32_t row = g.selection.row(), col = g.selection.col();
         const bool checked = model.text(row, col) == QLatin1String("1");
-        model.setText(row, col, checked ? QStringLiteral("0") : QStringLiteral("1"));
+        g.storeUserText(row, col, checked ? QStringLiteral("0") : QStringLiteral("1"));
     }
     if (liftLineSelection)
         g.withLineSelectionLifted([&g] { redrawCurrentCell(g); });

@@ -125,6 +125,8 @@ void Grid::readProperties(const PropertyBag& bag)
     dropDownSettings.setMinimumRows(in.int16("ListBoxRows", 6));
     dropDownSettings.setPicksItemData(in.boolean("UseItemData", false));
     editorState.setSelectsTextOnOpen(in.boolean("SelectText", false));
+    spreadsheetKeys = in.boolean("SpreadsheetKeys", false);
+    sortOnHeaderClick = in.boolean("SortOnHeaderClick", false);
     ui.picGrid.setToolTipText(ui.window.ToolTipText());
     const int16_t count = in.int16("Count", 0);
     for (int32_t n = 1; n <= count; ++n) {
@@ -175,6 +177,8 @@ void Grid::writeProperties(PropertyBag& bag) const
     write("ListBoxRows", dropDownSettings.minimumRows(), int16_t{6});
     write("UseItemData", dropDownSettings.picksItemData(), false);
     write("SelectText", editorState.selectsTextOnOpen(), false);
+    write("SpreadsheetKeys", spreadsheetKeys, false);
+    write("SortOnHeaderClick", sortOnHeaderClick, false);
     if (ui.window.UserMode())
         return;
     const auto saved = lookupLists_.savedValues();

@@ -96,6 +96,8 @@ General::General(QWidget* parent) : QWidget(parent), controls_(std::make_unique<
     check("chkShowGrid", "Show grid lines", &Tabula::ShowGrid, &Tabula::setShowGrid);
     check("chkRowHeader", "Row headers", &Tabula::RowHeader, &Tabula::setRowHeader);
     check("chkColHeader", "Column headers", &Tabula::ColHeader, &Tabula::setColHeader);
+    check("chkSpreadsheetKeys", "Spreadsheet keys", &Tabula::spreadsheetKeys, &Tabula::setSpreadsheetKeys);
+    check("chkSortOnHeaderClick", "Sort on header click", &Tabula::sortOnHeaderClick, &Tabula::setSortOnHeaderClick);
 
     auto* form = new QFormLayout(this);
     form->addRow(QStringLiteral("Rows"), c.txtRows);

@@ -178,8 +178,8 @@ void DrawButton(Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t heig
 
 // The text stays inside the background, so only the background and the
 // check box take marks away.
-void drawCell(const GridModel& model, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
-              int32_t width, int32_t height)
+static void drawCellContents(const GridModel& model, const Appearance& look, Canvas canvas, int32_t row, int32_t col,
+                             int32_t x, int32_t y, int32_t width, int32_t height)
 {
     const CellFormat& format = model.cells().Format(model.storeRow(row), to16(col));
     paintBackground(model, look, canvas, format, row, col, {x, y, width, height});
@@ -192,6 +192,28 @@ void drawCell(const GridModel& model, const Appearance& look, Canvas canvas, int
         return;
     const platform::Rect textRect{advance(x, TextMargin), y, advance(x, width, -TextMargin), advance(y, height)};
     surface.text(text, textRect, textFlags(model, row, col));
+}
+
+// A small triangle at the right of the sorted column's header, one box per
+// pixel row; a header too small for it shows none.
+static void paintSortArrow(const Appearance& look, Canvas canvas, int32_t x, int32_t y, int32_t width, int32_t height)
+{
+    constexpr int32_t Half = 4, Margin = 5;
+    if (width < 4 * Half + Margin || height < Half + 4)
+        return;
+    const int32_t centre = x + width - Margin - Half, top = y + (height - Half) / 2;
+    for (int32_t i = 0; i < Half; ++i) {
+        const int32_t reach = look.sortDescending() ? Half - 1 - i : i;
+        DrawBox(canvas, centre - reach, top + i, 2 * reach + 1, 1, look.headerForeColor());
+    }
+}
+
+void drawCell(const GridModel& model, const Appearance& look, Canvas canvas, int32_t row, int32_t col, int32_t x, int32_t y,
+              int32_t width, int32_t height)
+{
+    drawCellContents(model, look, canvas, row, col, x, y, width, height);
+    if (row == 0 && col > 0 && col == look.sortColumn())
+        paintSortArrow(look, canvas, x, y, width, height);
 }
 
 CellCover cellCover(const GridModel& model, const Appearance& look, int32_t row, int32_t col, int32_t x, int32_t y,

@@ -87,12 +87,24 @@ public:
     // header font bold.
     void restoreDefaults(const StdFont& ambient);
 
+    // The column the last sort ordered the rows by (0 when none), whose
+    // header shows an arrow pointing up, or down when descending.
+    int32_t sortColumn() const { return sortColumn_; }
+    bool sortDescending() const { return sortDescending_; }
+    void setSortIndicator(int32_t col, bool descending)
+    {
+        revision_.set(sortColumn_, col);
+        revision_.set(sortDescending_, descending);
+    }
+
     // Changes with every change above.
     uint64_t revision() const { return revision_.value(); }
     // Appends the values the layout reads, which the cache checks compare.
     void appendState(std::vector<int64_t>& state) const;
 
 private:
+    int32_t sortColumn_ = 0;
+    bool sortDescending_ = false;
     int16_t borderStyle_ = 1;
     bool columnHeader_ = true;
     bool rowHeader_ = true;

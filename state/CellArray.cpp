@@ -135,6 +135,20 @@ void CellArray::setRows(int16_t n)
     });
 }
 
+void CellArray::permuteRows(const std::vector<int32_t>& order)
+{
+    guarded("permuteRows", [&] {
+        const auto outside = [this](int32_t from) { return from < 1 || from > rowCount_; };
+        if (order.size() != static_cast<size_t>(rowCount_) || std::any_of(order.begin(), order.end(), outside))
+            raise(RuntimeError::Subscript);
+        std::vector<Row> moved;
+        moved.reserve(order.size());
+        for (int32_t from : order)
+            moved.push_back(std::move(rows_[static_cast<size_t>(from)]));
+        std::move(moved.begin(), moved.end(), rows_.begin() + 1);
+    });
+}
+
 void CellArray::setCols(int16_t n)
 {
     guarded("Cols", [&] {

@@ -55,6 +55,9 @@ public:
 
     // Shifts the rows below row up by one; the last row keeps its contents.
     void Remove(int16_t row);
+    // Puts the data rows in a new order: row i + 1 takes everything of row
+    // order[i]. order holds each of 1..Rows() once.
+    void permuteRows(const std::vector<int32_t>& order);
 
     QString Text(int16_t row, int16_t col) const;
     // The text without a copy: valid until the cell's text changes.

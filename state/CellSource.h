@@ -23,6 +23,8 @@ public:
     virtual bool removeRows(int32_t first, int32_t count) = 0;
     virtual bool insertColumns(int32_t first, int32_t count) = 0;
     virtual bool removeColumns(int32_t first, int32_t count) = 0;
+    // Asks the table to order its rows by col; false when it cannot.
+    virtual bool sortRows(int32_t col, bool descending) = 0;
 };
 
 }  // namespace TabulaControl::detail

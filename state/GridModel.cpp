@@ -196,6 +196,25 @@ void GridModel::setBookmark(int64_t row, const QVariant& value)
     boundBookmarks_[row] = value;
 }
 
+void GridModel::permuteRows(const std::vector<int32_t>& order)
+{
+    changed(cells_).permuteRows(order);
+    std::vector<QVariant> moved;
+    moved.reserve(order.size());
+    for (int32_t from : order)
+        moved.push_back(bookmarks_(from));
+    for (size_t i = 0; i < moved.size(); ++i)
+        bookmarks_(static_cast<int64_t>(i) + 1) = std::move(moved[i]);
+    if (listener_)
+        listener_->everythingChanged();
+}
+
+void GridModel::sortSource(int32_t col, bool descending)
+{
+    if (!writeSource([&] { return source_->sortRows(col, descending); }))
+        refused("sort its rows");
+}
+
 bool GridModel::rowEmpty(int32_t row) const
 {
     for (int32_t c = 1; c <= cols_.count(); ++c) {

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <optional>
 #include <unordered_map>
+#include <vector>
 
 namespace TabulaControl::detail {
 
@@ -83,6 +84,12 @@ public:
     void setText(int32_t row, int32_t col, QStringView text);
     // The one listener told of every change to the cells and the counts.
     void setListener(GridListener* listener) { listener_ = listener; }
+
+    // Puts the data rows' cells and bookmarks in a new order: row i + 1
+    // takes those of row order[i]. Row heights stay by index.
+    void permuteRows(const std::vector<int32_t>& order);
+    // Asks a bound grid's table to order its rows by col.
+    void sortSource(int32_t col, bool descending);
 
     void setRowHeight(int64_t row, int16_t height) { changed(rows_).setSize(row, height); }
     void setColumnWidth(int64_t col, int16_t width) { changedColumns(cols_).setSize(col, width); }

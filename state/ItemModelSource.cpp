@@ -67,4 +67,14 @@ void ItemModelSource::fetchMoreSoon() const
     });
 }
 
+// QAbstractItemModel::sort does nothing unless the model implements it;
+// a model that cannot sort shows its rows as they were.
+bool ItemModelSource::sortRows(int32_t col, bool descending)
+{
+    if (!model_)
+        return false;
+    model_->sort(col - 1, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    return true;
+}
+
 }  // namespace TabulaControl::detail

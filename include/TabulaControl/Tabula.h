@@ -11,6 +11,8 @@
 #include <QVariant>
 #include <QWidget>
 
+class QUndoStack;
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -76,6 +78,8 @@ class TABULACONTROL_EXPORT Tabula : public QWidget {
     Q_PROPERTY(bool SelectText READ SelectText WRITE setSelectText NOTIFY settingsChanged)
     Q_PROPERTY(QImage Picture READ Picture DESIGNABLE false)
     Q_PROPERTY(bool Enabled READ Enabled WRITE setEnabled)
+    Q_PROPERTY(bool spreadsheetKeys READ spreadsheetKeys WRITE setSpreadsheetKeys NOTIFY settingsChanged)
+    Q_PROPERTY(bool sortOnHeaderClick READ sortOnHeaderClick WRITE setSortOnHeaderClick NOTIFY settingsChanged)
 
     Q_CLASSINFO("CellTag", "Stores any extra data needed for your program")
     Q_CLASSINFO("MouseRow", "Returns the current mouse position, in row and column coordinates")
@@ -346,6 +350,33 @@ public:
     // Edits go through setData; a refused one keeps the old text.
     void setModel(QAbstractItemModel* model);
 
+    // Sheet editing: undo, keys, sorting
+    // Each change the user makes through the grid (an edit, a check-mark
+    // toggle, a pick from a list, a paste, a clear, a cut, a row AutoNewRow
+    // adds) is one command; undoing it restores the texts and raises
+    // AfterEdit for each cell. Changes made in code are not recorded.
+    QUndoStack* undoStack() const;
+    // F2, Delete, Enter, Tab, Ctrl+Home/End and the clipboard and undo keys
+    // as in a spreadsheet; off by default, the keys then keep their meaning.
+    bool spreadsheetKeys() const;
+    void setSpreadsheetKeys(bool value);
+    // Orders the data rows by col: stable, numbers and dates by value, other
+    // texts in the user's locale, empty cells last. Each row keeps its cells'
+    // texts, colours and tags and its bookmark; the current cell and the
+    // selection follow their rows; the column's header shows an arrow.
+    void sort(int32_t col, Qt::SortOrder order = Qt::AscendingOrder);
+    // Whether a click on a column header sorts by it, a second click on the
+    // same column descending; off by default.
+    bool sortOnHeaderClick() const;
+    void setSortOnHeaderClick(bool value);
+
+public slots:
+    // Copies the selected block, or the current cell, then clears it as the
+    // Delete key does, as one undo command.
+    void cut();
+
+public:
+
 signals:
     // A saved property changed; the host marks its form as modified.
     void propertyChanged(const QString& name);
@@ -419,6 +450,7 @@ private:
     void wireGrid();
     void wireChildren();
     void wireEditor();
+    void wireSheetEditing();
 
     TabulaEvents* events_;
     std::unique_ptr<detail::Grid> grid_;

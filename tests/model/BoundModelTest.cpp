@@ -110,6 +110,12 @@ TEST_F(Bound, FollowsTheModelAndKeepsTheCurrentRecordAcrossChangesAboveIt)
     EXPECT_EQ(grid().Row(), 0);
 }
 
+TEST_F(Bound, SortingOrdersTheModelsRows)
+{
+    grid().sort(2, Qt::DescendingOrder);
+    EXPECT_EQ(QString("%1 %2").arg(items.item(0, 1)->text(), grid().TextMatrix(4, 2)), "3,1 0,1");
+}
+
 TEST_F(Bound, ARefusedChangeKeepsTheTextRaisesNoAfterEditAndSaysWhy)
 {
     const auto reported = errorSources();
