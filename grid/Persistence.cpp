@@ -1,4 +1,5 @@
 #include "grid/Grid.h"
+#include "pixels/PaletteColours.h"
 
 #include <cmath>
 
@@ -126,6 +127,8 @@ void Grid::readProperties(const PropertyBag& bag)
     dropDownSettings.setPicksItemData(in.boolean("UseItemData", false));
     editorState.setSelectsTextOnOpen(in.boolean("SelectText", false));
     ui.picGrid.setToolTipText(ui.window.ToolTipText());
+    const bool followPalette = in.boolean("FollowPalette", false);
+    surface.setSystemColours(followPalette ? std::optional(platform::systemColoursFrom(control.palette())) : std::nullopt);
     const int16_t count = in.int16("Count", 0);
     for (int32_t n = 1; n <= count; ++n) {
         const QByteArray column = QByteArray::number(n) + "Column";
@@ -175,6 +178,7 @@ void Grid::writeProperties(PropertyBag& bag) const
     write("ListBoxRows", dropDownSettings.minimumRows(), int16_t{6});
     write("UseItemData", dropDownSettings.picksItemData(), false);
     write("SelectText", editorState.selectsTextOnOpen(), false);
+    write("FollowPalette", surface.hasOwnSystemColours(), false);
     if (ui.window.UserMode())
         return;
     const auto saved = lookupLists_.savedValues();

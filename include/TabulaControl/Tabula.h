@@ -1,8 +1,10 @@
 #pragma once
 
+#include <TabulaControl/Csv.h>
 #include <TabulaControl/General.h>
 #include <TabulaControl/TabulaTypes.h>
 
+#include <QByteArray>
 #include <QFont>
 #include <QImage>
 #include <QObject>
@@ -14,6 +16,9 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+
+class QIODevice;
+class QPagedPaintDevice;
 #include <source_location>
 
 namespace TabulaControl {
@@ -71,6 +76,7 @@ class TABULACONTROL_EXPORT Tabula : public QWidget {
     Q_PROPERTY(bool SelectText READ SelectText WRITE setSelectText NOTIFY settingsChanged)
     Q_PROPERTY(QImage Picture READ Picture DESIGNABLE false)
     Q_PROPERTY(bool Enabled READ Enabled WRITE setEnabled)
+    Q_PROPERTY(bool followPalette READ followPalette WRITE setFollowPalette NOTIFY settingsChanged)
 
     Q_CLASSINFO("CellTag", "Stores any extra data needed for your program")
     Q_CLASSINFO("MouseRow", "Returns the current mouse position, in row and column coordinates")
@@ -331,6 +337,31 @@ public:
     // scrolled into view.
     QRect cellRect(int32_t Row, int32_t Col) const;
 
+    // Files and paper: CSV, printing, the desktop's colours, a saved layout.
+    // Replaces the grid's rows, columns and texts with the file's; a
+    // malformed file changes nothing. Cancelled (cancelCsv) it returns with
+    // the grid unchanged.
+    void loadCsv(QIODevice& device, const CsvOptions& options = {});
+    void saveCsv(QIODevice& device, const CsvOptions& options = {}) const;
+    // Prints every row and column, the headers repeated on each page.
+    void print(QPagedPaintDevice* device) const;
+    // Whether system colours (0x80000000 + index) come from the palette.
+    bool followPalette() const;
+    void setFollowPalette(bool on);
+    // Column widths, row heights and column alignments; restoring a layout
+    // from a grid with other counts keeps what fits and returns false.
+    QByteArray saveLayout() const;
+    bool restoreLayout(const QByteArray& layout);
+
+public slots:
+    void cancelCsv();
+
+signals:
+    // While loadCsv reads: bytes read so far of total (0 when unknown).
+    void csvProgress(qint64 done, qint64 total);
+
+public:
+
 signals:
     // A saved property changed; the host marks its form as modified.
     void propertyChanged(const QString& name);
@@ -398,6 +429,7 @@ private:
     QFont fontValue() const;
     QFont fontEditValue() const;
     QFont fontFixedValue() const;
+    void applyPalette();
     // A deferred repaint failed when its pixels were made.
     void reportPaintFailure(const std::exception_ptr& cause);
     // Connects the grid, its children and its editor, and starts it empty.
@@ -409,6 +441,8 @@ private:
     std::unique_ptr<detail::Grid> grid_;
     // The font last set on the grid as a widget, as Font took it.
     StdFont widgetFont_;
+    bool csvLoading_ = false;
+    bool csvCancelled_ = false;
 };
 
 }  // namespace TabulaControl
