@@ -1,6 +1,8 @@
 #include <TabulaControl/SettingsPropertyBag.h>
 #include <TabulaControl/Tabula.h>
 
+#include "FileMenu.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -290,6 +292,7 @@ int main(int argc, char** argv)
     window.setCentralWidget(central);
     window.resize(574, 480);
     fill(*grid);
+    addFileMenu(window, *grid, settings);
     logEvents(*grid, *log);
     QObject::connect(&app, &QApplication::aboutToQuit,
                      [&] { grid->WriteProperties(SettingsPropertyBag(settings, QStringLiteral("grid"))); });
