@@ -71,8 +71,12 @@ void Tabula::loadCsv(QIODevice& device, const CsvOptions& options)
         if (csvCancelled_)
             return;
         repaintingChange("loadCsv", [&] { storeTable(*grid_, table, options.headerRow); });
+    } catch (const ComponentError&) {
+        throw;
     } catch (const detail::csv::MalformedError& error) {
         failLoad(QStringLiteral("Malformed CSV at line %1: %2").arg(error.line()).arg(QLatin1String(error.what())));
+    } catch (...) {
+        failLoad(QStringLiteral("the file could not be read"));
     }
 }
 
