@@ -91,6 +91,8 @@ void printGrid(const Grid& g, QPagedPaintDevice& device)
     QPainter painter;
     if (!painter.begin(&device))
         raise(RuntimeError::InvalidCall);
+    // Cell texts stay sharp: a PDF keeps the page images without JPEG.
+    painter.setRenderHint(QPainter::LosslessImageRendering);
     const qreal ratio = std::clamp(scale, qreal{1}, MaxRatio);
     for (size_t i = 0; i < pages.size(); ++i) {
         if (i > 0 && !device.newPage())
