@@ -16,10 +16,10 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <source_location>
 
 class QIODevice;
 class QPagedPaintDevice;
-#include <source_location>
 
 namespace TabulaControl {
 
@@ -360,8 +360,6 @@ signals:
     // While loadCsv reads: bytes read so far of total (0 when unknown).
     void csvProgress(qint64 done, qint64 total);
 
-public:
-
 signals:
     // A saved property changed; the host marks its form as modified.
     void propertyChanged(const QString& name);
@@ -441,6 +439,7 @@ private:
     std::unique_ptr<detail::Grid> grid_;
     // The font last set on the grid as a widget, as Font took it.
     StdFont widgetFont_;
+    // A load is running; cancelCsv asked it to stop.
     bool csvLoading_ = false;
     bool csvCancelled_ = false;
 };
