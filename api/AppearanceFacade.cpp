@@ -83,6 +83,8 @@ void Tabula::setFontFixed(const QFont& value) { setFontFixed(StdFont::fromQFont(
 void Tabula::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && followPalette())
+        applyPalette();
     if (event->type() != QEvent::FontChange || !testAttribute(Qt::WA_SetFont))
         return;
     FontRef set = StdFont::fromQFont(QWidget::font());

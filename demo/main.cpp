@@ -1,5 +1,6 @@
 #include "demo/DatabaseDemo.h"
 #include "demo/EditMenu.h"
+#include "demo/FileMenu.h"
 
 #include <TabulaControl/SettingsPropertyBag.h>
 #include <TabulaControl/Tabula.h>
@@ -295,6 +296,7 @@ int main(int argc, char** argv)
     addEditMenu(window, *grid);
     window.resize(574, 480);
     fill(*grid);
+    addFileMenu(window, *grid, settings);
     logEvents(*grid, *log);
     QObject::connect(&app, &QApplication::aboutToQuit,
                      [&] { grid->WriteProperties(SettingsPropertyBag(settings, QStringLiteral("grid"))); });

@@ -1,4 +1,5 @@
 #include "grid/Grid.h"
+#include "pixels/PaletteColours.h"
 
 #include <cmath>
 
@@ -128,6 +129,8 @@ void Grid::readProperties(const PropertyBag& bag)
     spreadsheetKeys = in.boolean("SpreadsheetKeys", false);
     sortOnHeaderClick = in.boolean("SortOnHeaderClick", false);
     ui.picGrid.setToolTipText(ui.window.ToolTipText());
+    const bool followPalette = in.boolean("FollowPalette", false);
+    surface.setSystemColours(followPalette ? std::optional(platform::systemColoursFrom(control.palette())) : std::nullopt);
     const int16_t count = in.int16("Count", 0);
     for (int32_t n = 1; n <= count; ++n) {
         const QByteArray column = QByteArray::number(n) + "Column";
@@ -179,6 +182,7 @@ void Grid::writeProperties(PropertyBag& bag) const
     write("SelectText", editorState.selectsTextOnOpen(), false);
     write("SpreadsheetKeys", spreadsheetKeys, false);
     write("SortOnHeaderClick", sortOnHeaderClick, false);
+    write("FollowPalette", surface.hasOwnSystemColours(), false);
     if (ui.window.UserMode())
         return;
     const auto saved = lookupLists_.savedValues();

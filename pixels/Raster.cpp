@@ -61,8 +61,8 @@ void drawRing(Raster& raster, const Box& ring, EdgeColours colours, unsigned sid
 {
     if (ring.empty())
         return;
-    const QRgb light = translateColor(colours.topLeft);
-    const QRgb dark = translateColor(colours.bottomRight);
+    const QRgb light = translateColor(colours.topLeft, raster.systemColours());
+    const QRgb dark = translateColor(colours.bottomRight, raster.systemColours());
     if (sides & SideTop)
         raster.fill({ring.left, ring.top, ring.right, ring.top + 1}, light);
     if (sides & SideLeft)

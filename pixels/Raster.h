@@ -43,21 +43,22 @@ enum TextFlag : unsigned {
 };
 
 inline constexpr OleColor kSystemColourBit = 0x80000000;
-inline constexpr std::array<QRgb, 31> kSystemColours = {
+using SystemColours = std::array<QRgb, 31>;
+inline constexpr SystemColours kSystemColours = {
     0xC0C0C0, 0x008080, 0x000080, 0x808080, 0xC0C0C0, 0xFFFFFF, 0x000000, 0x000000,
     0x000000, 0xFFFFFF, 0xC0C0C0, 0xC0C0C0, 0x808080, 0x000080, 0xFFFFFF, 0xC0C0C0,
     0x808080, 0x808080, 0x000000, 0xC0C0C0, 0xFFFFFF, 0x000000, 0xC0C0C0, 0x000000,
     0xFFFFE1, 0xC0C0C0, 0x0000FF, 0x1084D0, 0xB5B5B5, 0x316AC5, 0xECE9D8,
 };
 
-// Translates a colour value to RGB. System colours come from one fixed table
-// (the classic light-grey scheme), so pictures are the same on every machine;
-// an index outside the table gives black.
-inline QRgb translateColor(OleColor colour)
+// Translates a colour value to RGB. System colours come from a table: by
+// default the classic light-grey scheme, so pictures are the same on every
+// machine; an index outside the table gives black.
+inline QRgb translateColor(OleColor colour, const SystemColours& system = kSystemColours)
 {
     if (colour & kSystemColourBit) {
         const OleColor index = colour - kSystemColourBit;
-        return index < kSystemColours.size() ? 0xFF000000 | kSystemColours[index] : qRgb(0, 0, 0);
+        return index < system.size() ? 0xFF000000 | system[index] : qRgb(0, 0, 0);
     }
     return qRgb(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
 }
@@ -117,6 +118,9 @@ public:
     // The end point itself is not drawn; a dotted line draws three pixels of six.
     void line(int32_t x1, int32_t y1, int32_t x2, int32_t y2, QRgb pixel, bool dotted);
     void edge(const Box& box, unsigned kinds, unsigned sides);
+    // The table system colours are translated with.
+    const SystemColours& systemColours() const { return systemColours_; }
+    void setSystemColours(const SystemColours& colours) { systemColours_ = colours; }
     void checkBox(const Box& box, bool checked);
     void text(const QString& s, const Box& box, unsigned flags, const TextStyle& style);
     // What decides a text's pixels besides the place of its rectangle.
@@ -153,6 +157,7 @@ private:
     qreal ratio_ = 1;
     int width_ = 0;
     int height_ = 0;
+    SystemColours systemColours_ = kSystemColours;
 };
 
 }  // namespace TabulaControl::platform

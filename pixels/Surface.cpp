@@ -62,21 +62,28 @@ QRegion Surface::takeChangedRegion() { return pixels_.takeChangedRegion(); }
 
 void Surface::setDevicePixelRatio(qreal ratio)
 {
-    pixels_.onResize(width(), height(), validRatio(ratio), translateColor(backColor_));
+    pixels_.onResize(width(), height(), validRatio(ratio), translate(backColor_));
 }
 
 void Surface::resize(int width, int height)
 {
     const auto [w, h] = validExtent(width, height);
-    pixels_.onResize(w, h, devicePixelRatio(), translateColor(backColor_));
+    pixels_.onResize(w, h, devicePixelRatio(), translate(backColor_));
 }
 
-void Surface::clear() { pixels_.onClear(translateColor(backColor_)); }
+void Surface::setSystemColours(const std::optional<SystemColours>& colours)
+{
+    pixels_.makeOwedRender();
+    raster().setSystemColours(colours.value_or(kSystemColours));
+    ownSystemColours_ = colours.has_value();
+}
+
+void Surface::clear() { pixels_.onClear(translate(backColor_)); }
 
 void Surface::fill(Rect r, OleColor colour)
 {
     const Box box = toBox(r);
-    const QRgb pixel = translateColor(colour);
+    const QRgb pixel = translate(colour);
     if (pixels_.onWrite({Write::Call::Fill, box, pixel, ::qHash(colour)}))
         raster().fill(box, pixel);
 }
@@ -86,14 +93,14 @@ void Surface::fillRemembered(Rect r, OleColor colour)
     const Box box = intersect(toBox(r), raster().bounds());
     if (pixels_.drawingCell() || box.empty())
         return fill(r, colour);
-    pixels_.fillRemembered(box, translateColor(colour));
+    pixels_.fillRemembered(box, translate(colour));
 }
 
 void Surface::line(int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 {
     // The owed render sets the pen too, so the pen is read once it is made.
     pixels_.makeOwedRender();
-    const QRgb pixel = translateColor(penColor_);
+    const QRgb pixel = translate(penColor_);
     const bool dotted = penStyle_ == PenStyle::Dot;
     Write write{.box = {std::min(x1, x2), std::min(y1, y2), int64_t{std::max(x1, x2)} + 1, int64_t{std::max(y1, y2)} + 1}};
     if (!dotted && (x1 == x2 || y1 == y2)) {

@@ -54,6 +54,14 @@ public:
     void setPendingRender(std::function<void()> render) { pixels_.setPendingRender(std::move(render)); }
     bool renderPending() const { return pixels_.renderPending(); }
 
+    // System colours from the given table, or the classic one; the pixels
+    // already drawn keep theirs until they are drawn again.
+    void setSystemColours(const std::optional<SystemColours>& colours);
+    bool hasOwnSystemColours() const { return ownSystemColours_; }
+    std::optional<SystemColours> ownSystemColours() const
+    {
+        return ownSystemColours_ ? std::optional(pixels_.raster().systemColours()) : std::nullopt;
+    }
     OleColor backColor() const { return backColor_; }
     void setBackColor(OleColor colour) { backColor_ = colour; }
     // Fills the whole image with the back colour.
@@ -130,12 +138,14 @@ private:
         change();
         pixels_.fontChanged();
     }
-    TextStyle textStyle() { return {font_, pixels_.fontKey(font_), translateColor(textColor_)}; }
+    TextStyle textStyle() { return {font_, pixels_.fontKey(font_), translate(textColor_)}; }
+    QRgb translate(OleColor colour) { return translateColor(colour, raster().systemColours()); }
     QString textOf(QAnyStringView s);
 
     OleColor backColor_ = 0x8000000F;
     OleColor penColor_ = 0;
     OleColor textColor_ = 0;
+    bool ownSystemColours_ = false;
     PenStyle penStyle_ = PenStyle::Solid;
     QFont font_;
     // The buffer Latin-1 texts are widened into on their way to be drawn.

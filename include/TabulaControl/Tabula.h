@@ -1,8 +1,10 @@
 #pragma once
 
+#include <TabulaControl/Csv.h>
 #include <TabulaControl/General.h>
 #include <TabulaControl/TabulaTypes.h>
 
+#include <QByteArray>
 #include <QFont>
 #include <QImage>
 #include <QObject>
@@ -11,8 +13,6 @@
 #include <QVariant>
 #include <QWidget>
 
-class QUndoStack;
-
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -20,6 +20,9 @@ class QUndoStack;
 
 QT_BEGIN_NAMESPACE
 class QAbstractItemModel;
+class QIODevice;
+class QPagedPaintDevice;
+class QUndoStack;
 QT_END_NAMESPACE
 
 namespace TabulaControl {
@@ -80,6 +83,7 @@ class TABULACONTROL_EXPORT Tabula : public QWidget {
     Q_PROPERTY(bool Enabled READ Enabled WRITE setEnabled)
     Q_PROPERTY(bool spreadsheetKeys READ spreadsheetKeys WRITE setSpreadsheetKeys NOTIFY settingsChanged)
     Q_PROPERTY(bool sortOnHeaderClick READ sortOnHeaderClick WRITE setSortOnHeaderClick NOTIFY settingsChanged)
+    Q_PROPERTY(bool followPalette READ followPalette WRITE setFollowPalette NOTIFY settingsChanged)
 
     Q_CLASSINFO("CellTag", "Stores any extra data needed for your program")
     Q_CLASSINFO("MouseRow", "Returns the current mouse position, in row and column coordinates")
@@ -377,6 +381,29 @@ public slots:
 
 public:
 
+    // Files and paper: CSV, printing, the desktop's colours, a saved layout.
+    // Replaces the grid's rows, columns and texts with the file's; a
+    // malformed file changes nothing. Cancelled (cancelCsv) it returns with
+    // the grid unchanged.
+    void loadCsv(QIODevice& device, const CsvOptions& options = {});
+    void saveCsv(QIODevice& device, const CsvOptions& options = {}) const;
+    // Prints every row and column, the headers repeated on each page.
+    void print(QPagedPaintDevice* device) const;
+    // Whether system colours (0x80000000 + index) come from the palette.
+    bool followPalette() const;
+    void setFollowPalette(bool on);
+    // Column widths, row heights and column alignments; restoring a layout
+    // from a grid with other counts keeps what fits and returns false.
+    QByteArray saveLayout() const;
+    bool restoreLayout(const QByteArray& layout);
+
+public slots:
+    void cancelCsv();
+
+signals:
+    // While loadCsv reads: bytes read so far of total (0 when unknown).
+    void csvProgress(qint64 done, qint64 total);
+
 signals:
     // A saved property changed; the host marks its form as modified.
     void propertyChanged(const QString& name);
@@ -444,6 +471,7 @@ private:
     QFont fontValue() const;
     QFont fontEditValue() const;
     QFont fontFixedValue() const;
+    void applyPalette();
     // A deferred repaint failed when its pixels were made.
     void reportPaintFailure(const std::exception_ptr& cause);
     // Connects the grid, its children and its editor, and starts it empty.
@@ -460,6 +488,9 @@ private:
     QObject* binding_ = nullptr;
     // The font last set on the grid as a widget, as Font took it.
     StdFont widgetFont_;
+    // A load is running; cancelCsv asked it to stop.
+    bool csvLoading_ = false;
+    bool csvCancelled_ = false;
 };
 
 }  // namespace TabulaControl

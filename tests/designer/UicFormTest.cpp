@@ -25,7 +25,8 @@ TEST(UicForm, SetsEveryDesignablePropertyOfTheGrid)
         {"FontFixed", "DejaVu Sans Mono,11,-1,5,400,0,1,0,0,0,0,0,0,0,0,1"}, {"BackColorBkg", "16776960"},
         {"AllowUserResizing", "false"}, {"FormatString", "<Name|^Qty|>Price"}, {"AutoNewRow", "true"},
         {"UseItemData", "true"}, {"ListBoxRows", "9"}, {"SelectText", "true"}, {"Enabled", "false"},
-        {"clipboardShortcuts", "true"}, {"spreadsheetKeys", "true"}, {"sortOnHeaderClick", "true"}};
+        {"clipboardShortcuts", "true"}, {"spreadsheetKeys", "true"}, {"sortOnHeaderClick", "true"},
+        {"followPalette", "true"}};
     QWidget form;
     Ui::Form ui;
     ui.setupUi(&form);
