@@ -1,0 +1,228 @@
+#include "pixels/TextLine.h"
+
+#include "pixels/Raster.h"
+
+#include <QGlyphRun>
+#include <QHash>
+#include <QPaintDevice>
+#include <QPainter>
+#include <QRawFont>
+#include <QTextLayout>
+#include <QVarLengthArray>
+
+#include <algorithm>
+#include <bitset>
+#include <climits>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace TabulaControl::platform {
+
+namespace {
+
+Qt::Alignment alignmentOf(unsigned flags)
+{
+    constexpr Qt::AlignmentFlag across[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight, Qt::AlignLeft};
+    constexpr Qt::AlignmentFlag down[] = {Qt::AlignTop, Qt::AlignVCenter, Qt::AlignBottom, Qt::AlignTop};
+    return across[flags & 3] | down[(flags >> 2) & 3];
+}
+
+// Text layout works in 1/64 pixel and converts from floating point by
+// truncation.
+int32_t toFixed(qreal v) { return static_cast<int32_t>(v * 64); }
+qreal fromFixed(int64_t v) { return static_cast<qreal>(v) / 64; }
+
+// Printable Latin-1 characters, none of which combines or runs right to
+// left; the soft hyphen is left out, as layout may hide it.
+bool isPlainLatin1(char16_t c) { return (c >= 0x20 && c < 0x7F) || (c >= 0xA0 && c <= 0xFF && c != 0xAD); }
+
+// Glyphs at or above this many pixels are drawn from outlines, by another
+// path of the paint engine.
+constexpr int kLargestGlyph = 48;
+
+// The glyph of each plain character of a font and its advance, as the
+// general layout shapes them, and the pairs of characters the shaper does
+// not simply put side by side (kerning, ligatures): measured once by laying
+// out every pair of plain characters.
+class GlyphTable {
+public:
+    GlyphTable(const QFont& font, int dpi);
+
+    int dpi() const { return dpi_; }
+    const QRawFont& rawFont() const { return raw_; }
+    int32_t ascent() const { return ascent_; }
+    int32_t height() const { return ascent_ + descent_; }
+    // 0 when the character is not plain or the font lacks its glyph.
+    quint32 glyph(char16_t c) const { return c < 256 ? glyphs_[c] : 0; }
+    int32_t advance(char16_t c) const { return advances_[c & 0xFF]; }
+    bool joined(char16_t left, char16_t right) const { return joined_.test(pairIndex(left, right)); }
+
+private:
+    static constexpr int32_t kUnmeasured = INT32_MIN;
+    static size_t pairIndex(char16_t left, char16_t right) { return size_t{left} * 256 + right; }
+
+    bool measure(const QString& text, const QFont& font, std::vector<int32_t>& pairAdvances);
+    void settle(const std::vector<char16_t>& chars, const std::vector<int32_t>& pairAdvances);
+
+    int dpi_;
+    QRawFont raw_;
+    int32_t ascent_ = 0;
+    int32_t descent_ = 0;
+    quint32 glyphs_[256] = {};
+    int32_t advances_[256] = {};
+    std::bitset<256 * 256> joined_;
+};
+
+GlyphTable::GlyphTable(const QFont& font, int dpi) : dpi_(dpi), raw_(QRawFont::fromFont(font))
+{
+    if (!raw_.isValid() || raw_.pixelSize() >= kLargestGlyph)
+        return;
+    std::vector<char16_t> chars;
+    for (char16_t c = 0x20; c <= 0xFF; ++c) {
+        const QList<quint32> glyph = raw_.glyphIndexesForString(QString(QChar(c)));
+        if (isPlainLatin1(c) && glyph.size() == 1 && glyph[0] != 0)
+            chars.push_back(c);
+    }
+    for (const char16_t c : chars)
+        glyphs_[c] = raw_.glyphIndexesForString(QString(QChar(c)))[0];
+    // Each line holds every pair with its first character on both sides;
+    // a line the shaper did not map one to one is measured pair by pair.
+    std::vector<int32_t> pairAdvances(256 * 256, kUnmeasured);
+    for (const char16_t first : chars) {
+        QString line(QChar{first});
+        for (const char16_t other : chars)
+            line.append(QChar{other}).append(QChar{first});
+        if (measure(line, font, pairAdvances))
+            continue;
+        for (const char16_t other : chars) {
+            measure(QString(QChar{first}).append(QChar{other}), font, pairAdvances);
+            measure(QString(QChar{other}).append(QChar{first}), font, pairAdvances);
+        }
+    }
+    settle(chars, pairAdvances);
+}
+
+// Lays text out as drawTextLine does and records the advance of each
+// character before the next; false when a glyph is not the character's own
+// or is not on the baseline where a plain line would put it.
+bool GlyphTable::measure(const QString& text, const QFont& font, std::vector<int32_t>& pairAdvances)
+{
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(0x01000000);
+    layout.endLayout();
+    const QList<QGlyphRun> runs = layout.glyphRuns();
+    if (runs.size() != 1 || runs[0].rawFont() != raw_ || runs[0].glyphIndexes().size() != text.size())
+        return false;
+    const QList<quint32> glyphs = runs[0].glyphIndexes();
+    const QList<QPointF> positions = runs[0].positions();
+    ascent_ = toFixed(line.ascent());
+    descent_ = toFixed(line.descent());
+    if (positions[0].x() != 0)
+        return false;
+    for (qsizetype i = 0; i < text.size(); ++i)
+        if (glyphs[i] != glyph(text[i].unicode()) || positions[i].y() != positions[0].y())
+            return false;
+    for (qsizetype i = 0; i + 1 < text.size(); ++i)
+        pairAdvances[pairIndex(text[i].unicode(), text[i + 1].unicode())] =
+            toFixed(positions[i + 1].x()) - toFixed(positions[i].x());
+    return true;
+}
+
+// A character's advance is the one it has before most others; a pair whose
+// advance differs, or that was never measured, is laid out by the shaper.
+void GlyphTable::settle(const std::vector<char16_t>& chars, const std::vector<int32_t>& pairAdvances)
+{
+    joined_.set();
+    for (const char16_t left : chars) {
+        std::map<int32_t, int> counts;
+        for (const char16_t right : chars)
+            if (pairAdvances[pairIndex(left, right)] != kUnmeasured)
+                ++counts[pairAdvances[pairIndex(left, right)]];
+        if (counts.empty()) {
+            glyphs_[left] = 0;
+            continue;
+        }
+        advances_[left] = std::max_element(counts.begin(), counts.end(), [](const auto& a, const auto& b) {
+                              return a.second < b.second;
+                          })->first;
+        for (const char16_t right : chars)
+            if (pairAdvances[pairIndex(left, right)] == advances_[left])
+                joined_.reset(pairIndex(left, right));
+    }
+}
+
+// The table of the painter's font, made on first use in this thread.
+const GlyphTable* glyphTable(QPainter& painter, const QFont& font, const QString& fontKey)
+{
+    thread_local QHash<QString, std::shared_ptr<const GlyphTable>> tables;
+    const int dpi = painter.device()->logicalDpiY();
+    auto found = tables.constFind(fontKey);
+    if (found == tables.constEnd()) {
+        painter.setFont(font);
+        found = tables.insert(fontKey, std::make_shared<const GlyphTable>(painter.font(), dpi));
+    }
+    return found.value()->dpi() == dpi ? found.value().get() : nullptr;
+}
+
+bool endsInSpace(const QString& text) { return text.back() == QChar(0x20) || text.back() == QChar(0xA0); }
+
+}  // namespace
+
+void drawTextLine(QPainter& painter, const QString& text, const QRectF& layout, unsigned flags, const QFont& font,
+                  QRgb colour)
+{
+    painter.setFont(font);
+    painter.setPen(QColor::fromRgb(colour));
+    painter.drawText(layout, static_cast<int>(alignmentOf(flags)) | kLineFlags, text);
+}
+
+// Places the glyphs where QPainter::drawText places them: the line's box
+// aligned in the rectangle, its baseline at the box's top plus the ascent,
+// each glyph at the sum of the advances before it, all in 1/64 pixel.
+bool drawGlyphLine(QPainter& painter, const QString& text, const QRectF& layout, unsigned flags, const QFont& font,
+                   const QString& fontKey, QRgb colour)
+{
+    if (text.isEmpty() || !painter.transform().isIdentity() || font.underline() || font.strikeOut() ||
+        font.overline())
+        return false;
+    const Qt::Alignment alignment = alignmentOf(flags);
+    if (!(alignment & Qt::AlignLeft) && endsInSpace(text))
+        return false;
+    const GlyphTable* table = glyphTable(painter, font, fontKey);
+    if (!table)
+        return false;
+    QVarLengthArray<quint32, 64> glyphs(text.size());
+    QVarLengthArray<int64_t, 64> offsets(text.size());
+    int64_t width = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        glyphs[i] = table->glyph(c);
+        if (glyphs[i] == 0 || (i > 0 && table->joined(text[i - 1].unicode(), c)))
+            return false;
+        offsets[i] = width;
+        width += table->advance(c);
+    }
+    const qreal height = fromFixed(table->height());
+    const qreal yoff = alignment & Qt::AlignBottom    ? layout.height() - height
+                       : alignment & Qt::AlignVCenter ? (layout.height() - height) / 2
+                                                      : 0;
+    const qreal xoff = alignment & Qt::AlignRight     ? layout.width() - fromFixed(width)
+                       : alignment & Qt::AlignHCenter ? (layout.width() - fromFixed(width)) / 2
+                                                      : 0;
+    const int64_t left = toFixed(layout.x() + xoff);
+    const qreal baseline = fromFixed(toFixed(layout.y() + yoff) + int64_t{table->ascent()});
+    QVarLengthArray<QPointF, 64> positions(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i)
+        positions[i] = QPointF(fromFixed(left + offsets[i]), baseline);
+    QGlyphRun run;
+    run.setRawFont(table->rawFont());
+    run.setRawData(glyphs.constData(), positions.constData(), static_cast<int>(text.size()));
+    painter.setPen(QColor::fromRgb(colour));
+    painter.drawGlyphRun(QPointF(0, 0), run);
+    return true;
+}
+
+}  // namespace TabulaControl::platform
