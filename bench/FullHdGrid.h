@@ -33,16 +33,20 @@ inline QString distinctText(int generation, int32_t row, int32_t col)
 }
 
 // Gives the data cells of rows 1..rows and columns 1..cols texts of a new
-// generation, with AutoRedraw off for the writing.
+// generation, with AutoRedraw off for the writing. Setting AutoRedraw
+// repaints, so a grid that has it off is left alone and nothing draws the
+// new texts here.
 inline void writeNewTexts(TabulaControl::Tabula& grid, int32_t rows, int32_t cols)
 {
     const bool autoRedraw = grid.AutoRedraw();
-    grid.setAutoRedraw(false);
+    if (autoRedraw)
+        grid.setAutoRedraw(false);
     const int generation = newGeneration();
     for (int32_t r = 1; r <= rows; ++r)
         for (int32_t c = 1; c <= cols; ++c)
             grid.setTextMatrix(r, c, distinctText(generation, r, c));
-    grid.setAutoRedraw(autoRedraw);
+    if (autoRedraw)
+        grid.setAutoRedraw(true);
 }
 
 // More rows and columns than a 1920 x 1080 surface shows at the top left.

@@ -29,7 +29,7 @@ void scrollRightOneColumn(benchmark::State& state) { stepBar(state, "scrHorizont
 
 void refreshWithNewTexts(benchmark::State& state)
 {
-    auto grid = filledGrid();
+    auto grid = fullHdGrid(Rows, Cols);
     if (!surfaceIsFullHd(state, *grid))
         return;
     for (auto _ : state) {
