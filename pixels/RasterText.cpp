@@ -270,12 +270,13 @@ void Raster::text(const QString& s, const Box& bounds, unsigned flags, const Tex
     const QString shown = visibleText(s, *layout, visible, flags, style.font, device);
     if (shown.size() == s.size() && drawCachedText(s, *layout, bounds, flags, style))
         return;
+    if (ratio_ == 1 && drawGlyphLine(image_, toQRect(visible), shown, *layout, flags, style.font, style.key.key,
+                                     style.colour))
+        return;
     QPainter painter(&image_);
     painter.setClipRect(toQRect(toDevice(visible)));
     if (ratio_ != 1)
         painter.scale(ratio_, ratio_);
-    else if (drawGlyphLine(painter, shown, *layout, flags, style.font, style.key.key, style.colour))
-        return;
     drawTextLine(painter, shown, *layout, flags, style.font, style.colour);
 }
 

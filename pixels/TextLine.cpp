@@ -4,6 +4,7 @@
 
 #include <QGlyphRun>
 #include <QHash>
+#include <QImage>
 #include <QPaintDevice>
 #include <QPainter>
 #include <QRawFont>
@@ -15,6 +16,7 @@
 #include <climits>
 #include <map>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace TabulaControl::platform {
@@ -47,9 +49,8 @@ constexpr int kLargestGlyph = 48;
 // out every pair of plain characters.
 class GlyphTable {
 public:
-    GlyphTable(const QFont& font, int dpi);
+    explicit GlyphTable(const QFont& font);
 
-    int dpi() const { return dpi_; }
     const QRawFont& rawFont() const { return raw_; }
     int32_t ascent() const { return ascent_; }
     int32_t height() const { return ascent_ + descent_; }
@@ -65,7 +66,6 @@ private:
     bool measure(const QString& text, const QFont& font, std::vector<int32_t>& pairAdvances);
     void settle(const std::vector<char16_t>& chars, const std::vector<int32_t>& pairAdvances);
 
-    int dpi_;
     QRawFont raw_;
     int32_t ascent_ = 0;
     int32_t descent_ = 0;
@@ -74,7 +74,7 @@ private:
     std::bitset<256 * 256> joined_;
 };
 
-GlyphTable::GlyphTable(const QFont& font, int dpi) : dpi_(dpi), raw_(QRawFont::fromFont(font))
+GlyphTable::GlyphTable(const QFont& font) : raw_(QRawFont::fromFont(font))
 {
     if (!raw_.isValid() || raw_.pixelSize() >= kLargestGlyph)
         return;
@@ -154,20 +154,110 @@ void GlyphTable::settle(const std::vector<char16_t>& chars, const std::vector<in
     }
 }
 
-// The table of the painter's font, made on first use in this thread.
-const GlyphTable* glyphTable(QPainter& painter, const QFont& font, const QString& fontKey)
+// The table of a font as a painter on a device of this resolution resolves
+// it, made on first use in this thread and kept for it.
+const GlyphTable& glyphTable(const QPaintDevice& device, const QFont& font, const QString& fontKey)
 {
-    thread_local QHash<QString, std::shared_ptr<const GlyphTable>> tables;
-    const int dpi = painter.device()->logicalDpiY();
-    auto found = tables.constFind(fontKey);
+    thread_local QHash<std::pair<QString, int>, std::shared_ptr<const GlyphTable>> tables;
+    const int dpi = device.logicalDpiY();
+    auto found = tables.constFind({fontKey, dpi});
     if (found == tables.constEnd()) {
+        QImage probe(1, 1, QImage::Format_ARGB32_Premultiplied);
+        probe.setDotsPerMeterX(qRound(device.logicalDpiX() / 0.0254));
+        probe.setDotsPerMeterY(qRound(dpi / 0.0254));
+        QPainter painter(&probe);
         painter.setFont(font);
-        found = tables.insert(fontKey, std::make_shared<const GlyphTable>(painter.font(), dpi));
+        found = tables.insert({fontKey, dpi}, std::make_shared<const GlyphTable>(painter.font()));
     }
-    return found.value()->dpi() == dpi ? found.value().get() : nullptr;
+    return *found.value();
 }
 
 bool endsInSpace(const QString& text) { return text.back() == QChar(0x20) || text.back() == QChar(0xA0); }
+
+// The device pixels one glyph covers when its origin lies a fraction
+// (in 1/64 pixel) past a whole pixel, relative to that pixel, as runs.
+struct GlyphMask {
+    struct Run {
+        int32_t y;
+        int32_t left;
+        int32_t right;
+    };
+    std::vector<Run> runs;
+    // False when the glyph has pixels that are not wholly the pen colour.
+    bool exact = true;
+};
+
+struct GlyphKey {
+    const QRawFont* font;
+    quint32 glyph;
+    int32_t fractionX;
+    int32_t fractionY;
+    friend bool operator==(const GlyphKey&, const GlyphKey&) = default;
+};
+
+struct GlyphKeyHash {
+    size_t operator()(const GlyphKey& k) const
+    {
+        return qHashMulti(0, reinterpret_cast<quintptr>(k.font), k.glyph, k.fractionX, k.fractionY);
+    }
+};
+
+// Draws the glyph in black at its fraction past a whole pixel on a clear
+// image, through the paint engine's own glyph drawing, and reads back which
+// pixels it covered. The engine places a glyph at the whole pixel below its
+// origin plus an offset that depends only on the fraction, so the mask
+// holds at any whole pixel.
+GlyphMask renderGlyph(const GlyphKey& key)
+{
+    const int margin = static_cast<int>(key.font->pixelSize()) * 2 + 8;
+    QImage scratch(2 * margin, 2 * margin, QImage::Format_ARGB32_Premultiplied);
+    scratch.fill(0);
+    {
+        QPainter painter(&scratch);
+        QGlyphRun run;
+        run.setRawFont(*key.font);
+        const QPointF origin(margin + fromFixed(key.fractionX), margin + fromFixed(key.fractionY));
+        run.setRawData(&key.glyph, &origin, 1);
+        painter.setPen(QColor(Qt::black));
+        painter.drawGlyphRun(QPointF(0, 0), run);
+    }
+    GlyphMask mask;
+    for (int y = 0; y < scratch.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(scratch.constScanLine(y));
+        for (int x = 0; x < scratch.width(); ++x) {
+            if (row[x] == 0)
+                continue;
+            if (row[x] != 0xFF000000 || x == 0 || y == 0 || x + 1 == scratch.width() || y + 1 == scratch.height())
+                return {{}, false};
+            auto& runs = mask.runs;
+            if (runs.empty() || runs.back().y != y - margin || runs.back().right != x - margin)
+                runs.push_back({y - margin, x - margin, x - margin});
+            ++runs.back().right;
+        }
+    }
+    return mask;
+}
+
+// Masks of the glyphs drawn lately in this thread; dropped whole when full.
+const GlyphMask& glyphMask(const GlyphKey& key)
+{
+    thread_local std::unordered_map<GlyphKey, GlyphMask, GlyphKeyHash> masks;
+    constexpr size_t kMostMasks = 1 << 14;
+    auto found = masks.find(key);
+    if (found != masks.end())
+        return found->second;
+    if (masks.size() >= kMostMasks)
+        masks.clear();
+    return masks.emplace(key, renderGlyph(key)).first->second;
+}
+
+// Where a line of plain text puts its glyphs: each glyph's origin in
+// 1/64 device pixel.
+struct PlacedGlyph {
+    const GlyphMask* mask;
+    int64_t x;
+    int64_t y;
+};
 
 }  // namespace
 
@@ -181,31 +271,27 @@ void drawTextLine(QPainter& painter, const QString& text, const QRectF& layout, 
 
 // Places the glyphs where QPainter::drawText places them: the line's box
 // aligned in the rectangle, its baseline at the box's top plus the ascent,
-// each glyph at the sum of the advances before it, all in 1/64 pixel.
-bool drawGlyphLine(QPainter& painter, const QString& text, const QRectF& layout, unsigned flags, const QFont& font,
-                   const QString& fontKey, QRgb colour)
+// each glyph at the sum of the advances before it, all in 1/64 pixel; then
+// copies each glyph's mask there in the colour.
+bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const QRectF& layout, unsigned flags,
+                   const QFont& font, const QString& fontKey, QRgb colour)
 {
-    if (text.isEmpty() || !painter.transform().isIdentity() || font.underline() || font.strikeOut() ||
-        font.overline())
+    if (text.isEmpty() || font.underline() || font.strikeOut() || font.overline() || image.depth() != 32)
         return false;
     const Qt::Alignment alignment = alignmentOf(flags);
     if (!(alignment & Qt::AlignLeft) && endsInSpace(text))
         return false;
-    const GlyphTable* table = glyphTable(painter, font, fontKey);
-    if (!table)
-        return false;
-    QVarLengthArray<quint32, 64> glyphs(text.size());
-    QVarLengthArray<int64_t, 64> offsets(text.size());
+    const GlyphTable& table = glyphTable(image, font, fontKey);
+    QVarLengthArray<PlacedGlyph, 64> placed(text.size());
     int64_t width = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
-        glyphs[i] = table->glyph(c);
-        if (glyphs[i] == 0 || (i > 0 && table->joined(text[i - 1].unicode(), c)))
+        if (table.glyph(c) == 0 || (i > 0 && table.joined(text[i - 1].unicode(), c)))
             return false;
-        offsets[i] = width;
-        width += table->advance(c);
+        placed[i].x = width;
+        width += table.advance(c);
     }
-    const qreal height = fromFixed(table->height());
+    const qreal height = fromFixed(table.height());
     const qreal yoff = alignment & Qt::AlignBottom    ? layout.height() - height
                        : alignment & Qt::AlignVCenter ? (layout.height() - height) / 2
                                                       : 0;
@@ -213,15 +299,30 @@ bool drawGlyphLine(QPainter& painter, const QString& text, const QRectF& layout,
                        : alignment & Qt::AlignHCenter ? (layout.width() - fromFixed(width)) / 2
                                                       : 0;
     const int64_t left = toFixed(layout.x() + xoff);
-    const qreal baseline = fromFixed(toFixed(layout.y() + yoff) + int64_t{table->ascent()});
-    QVarLengthArray<QPointF, 64> positions(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i)
-        positions[i] = QPointF(fromFixed(left + offsets[i]), baseline);
-    QGlyphRun run;
-    run.setRawFont(table->rawFont());
-    run.setRawData(glyphs.constData(), positions.constData(), static_cast<int>(text.size()));
-    painter.setPen(QColor::fromRgb(colour));
-    painter.drawGlyphRun(QPointF(0, 0), run);
+    const int64_t baseline = toFixed(layout.y() + yoff) + int64_t{table.ascent()};
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        placed[i].x += left;
+        placed[i].y = baseline;
+        const GlyphKey key{&table.rawFont(), table.glyph(text[i].unicode()), static_cast<int32_t>(placed[i].x & 63),
+                           static_cast<int32_t>(baseline & 63)};
+        placed[i].mask = &glyphMask(key);
+        if (!placed[i].mask->exact)
+            return false;
+    }
+    const QRect area = clip & image.rect();
+    uchar* const bits = image.bits();
+    const qsizetype stride = image.bytesPerLine();
+    for (const PlacedGlyph& glyph : placed) {
+        for (const GlyphMask::Run& run : glyph.mask->runs) {
+            const int64_t y = (glyph.y >> 6) + run.y;
+            const int64_t from = std::max<int64_t>((glyph.x >> 6) + run.left, area.left());
+            const int64_t to = std::min<int64_t>((glyph.x >> 6) + run.right, int64_t{area.right()} + 1);
+            if (y < area.top() || y > area.bottom() || from >= to)
+                continue;
+            auto* row = reinterpret_cast<QRgb*>(bits + y * stride);
+            std::fill(row + from, row + to, colour);
+        }
+    }
     return true;
 }
 

@@ -6,6 +6,8 @@
 #include <QString>
 
 class QFont;
+class QImage;
+class QRect;
 class QPainter;
 
 namespace TabulaControl::platform {
@@ -21,12 +23,13 @@ inline constexpr int kLineFlags = Qt::TextSingleLine | Qt::TextDontClip;
 void drawTextLine(QPainter& painter, const QString& text, const QRectF& layout, unsigned flags, const QFont& font,
                   QRgb colour);
 
-// The same pixels without the general layout, for a text whose characters
-// each map to one glyph of the font with no kerning or ligature between
-// neighbours, drawn without transformation or decoration. The font's glyphs
-// are measured once per font and thread, under fontKey. Draws nothing and
-// returns false for any other text or painter.
-bool drawGlyphLine(QPainter& painter, const QString& text, const QRectF& layout, unsigned flags, const QFont& font,
-                   const QString& fontKey, QRgb colour);
+// The same pixels without the general layout, written straight into the
+// image's pixels within clip, for a text whose characters each map to one
+// glyph of the font with no kerning or ligature between neighbours, in a
+// font without decoration. The font's glyphs are measured once per font and
+// thread, under fontKey, and each glyph's pixels are read back once from
+// the paint engine. Draws nothing and returns false for any other text.
+bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const QRectF& layout, unsigned flags,
+                   const QFont& font, const QString& fontKey, QRgb colour);
 
 }  // namespace TabulaControl::platform
