@@ -268,10 +268,11 @@ void Raster::text(const QString& s, const Box& bounds, unsigned flags, const Tex
     if (!layout)
         return;
     const QString shown = visibleText(s, *layout, visible, flags, style.font, device);
-    if (shown.size() == s.size() && drawCachedText(s, *layout, bounds, flags, style))
-        return;
+    // Glyph masks cost no more than a text's mask, and nothing to remember.
     if (ratio_ == 1 && drawGlyphLine(image_, toQRect(visible), shown, *layout, flags, style.font, style.key.key,
                                      style.colour))
+        return;
+    if (shown.size() == s.size() && drawCachedText(s, *layout, bounds, flags, style))
         return;
     QPainter painter(&image_);
     painter.setClipRect(toQRect(toDevice(visible)));

@@ -16,7 +16,6 @@
 #include <climits>
 #include <map>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
 namespace TabulaControl::platform {
@@ -43,6 +42,23 @@ bool isPlainLatin1(char16_t c) { return (c >= 0x20 && c < 0x7F) || (c >= 0xA0 &&
 // path of the paint engine.
 constexpr int kLargestGlyph = 48;
 
+// The device pixels one glyph covers when its origin lies a fraction
+// (in 1/64 pixel) past a whole pixel, relative to that pixel: as runs, and
+// the box around them.
+struct GlyphMask {
+    struct Run {
+        int32_t y;
+        int32_t left;
+        int32_t right;
+    };
+    std::vector<Run> runs;
+    int32_t left = INT32_MAX, top = INT32_MAX, right = INT32_MIN, bottom = INT32_MIN;
+    // False when the glyph has pixels that are not wholly the pen colour.
+    bool exact = true;
+};
+
+GlyphMask renderGlyph(const QRawFont& font, quint32 glyph, int32_t fractionX, int32_t fractionY);
+
 // The glyph of each plain character of a font and its advance, as the
 // general layout shapes them, and the pairs of characters the shaper does
 // not simply put side by side (kerning, ligatures): measured once by laying
@@ -59,6 +75,30 @@ public:
     int32_t advance(char16_t c) const { return advances_[c & 0xFF]; }
     bool joined(char16_t left, char16_t right) const { return joined_.test(pairIndex(left, right)); }
 
+    // The mask of the glyph of a plain character at fractions of a pixel,
+    // read back on first use.
+    const GlyphMask& mask(char16_t c, int32_t fractionX, int32_t fractionY)
+    {
+        auto& byFractionX = masks_[fractionY];
+        if (byFractionX.empty())
+            byFractionX.resize(256 * 64);
+        auto& mask = byFractionX[size_t{c} * 64 + static_cast<size_t>(fractionX)];
+        if (!mask) {
+            mask = std::make_unique<GlyphMask>(renderGlyph(raw_, glyphs_[c], fractionX, fractionY));
+            ++maskCount_;
+        }
+        return *mask;
+    }
+    // Drops every mask once there are many; no mask may be held across it.
+    void trimMasks()
+    {
+        constexpr size_t kMostMasks = 1 << 14;
+        if (maskCount_ >= kMostMasks) {
+            masks_.clear();
+            maskCount_ = 0;
+        }
+    }
+
 private:
     static constexpr int32_t kUnmeasured = INT32_MIN;
     static size_t pairIndex(char16_t left, char16_t right) { return size_t{left} * 256 + right; }
@@ -72,6 +112,9 @@ private:
     quint32 glyphs_[256] = {};
     int32_t advances_[256] = {};
     std::bitset<256 * 256> joined_;
+    // By fraction down, then by character and fraction across.
+    std::map<int32_t, std::vector<std::unique_ptr<GlyphMask>>> masks_;
+    size_t maskCount_ = 0;
 };
 
 GlyphTable::GlyphTable(const QFont& font) : raw_(QRawFont::fromFont(font))
@@ -156,9 +199,9 @@ void GlyphTable::settle(const std::vector<char16_t>& chars, const std::vector<in
 
 // The table of a font as a painter on a device of this resolution resolves
 // it, made on first use in this thread and kept for it.
-const GlyphTable& glyphTable(const QPaintDevice& device, const QFont& font, const QString& fontKey)
+GlyphTable& glyphTable(const QPaintDevice& device, const QFont& font, const QString& fontKey)
 {
-    thread_local QHash<std::pair<QString, int>, std::shared_ptr<const GlyphTable>> tables;
+    thread_local QHash<std::pair<QString, int>, std::shared_ptr<GlyphTable>> tables;
     const int dpi = device.logicalDpiY();
     auto found = tables.constFind({fontKey, dpi});
     if (found == tables.constEnd()) {
@@ -167,88 +210,52 @@ const GlyphTable& glyphTable(const QPaintDevice& device, const QFont& font, cons
         probe.setDotsPerMeterY(qRound(dpi / 0.0254));
         QPainter painter(&probe);
         painter.setFont(font);
-        found = tables.insert({fontKey, dpi}, std::make_shared<const GlyphTable>(painter.font()));
+        found = tables.insert({fontKey, dpi}, std::make_shared<GlyphTable>(painter.font()));
     }
     return *found.value();
 }
 
 bool endsInSpace(const QString& text) { return text.back() == QChar(0x20) || text.back() == QChar(0xA0); }
 
-// The device pixels one glyph covers when its origin lies a fraction
-// (in 1/64 pixel) past a whole pixel, relative to that pixel, as runs.
-struct GlyphMask {
-    struct Run {
-        int32_t y;
-        int32_t left;
-        int32_t right;
-    };
-    std::vector<Run> runs;
-    // False when the glyph has pixels that are not wholly the pen colour.
-    bool exact = true;
-};
-
-struct GlyphKey {
-    const QRawFont* font;
-    quint32 glyph;
-    int32_t fractionX;
-    int32_t fractionY;
-    friend bool operator==(const GlyphKey&, const GlyphKey&) = default;
-};
-
-struct GlyphKeyHash {
-    size_t operator()(const GlyphKey& k) const
-    {
-        return qHashMulti(0, reinterpret_cast<quintptr>(k.font), k.glyph, k.fractionX, k.fractionY);
-    }
-};
-
 // Draws the glyph in black at its fraction past a whole pixel on a clear
 // image, through the paint engine's own glyph drawing, and reads back which
 // pixels it covered. The engine places a glyph at the whole pixel below its
 // origin plus an offset that depends only on the fraction, so the mask
 // holds at any whole pixel.
-GlyphMask renderGlyph(const GlyphKey& key)
+GlyphMask renderGlyph(const QRawFont& font, quint32 glyph, int32_t fractionX, int32_t fractionY)
 {
-    const int margin = static_cast<int>(key.font->pixelSize()) * 2 + 8;
+    const int margin = static_cast<int>(font.pixelSize()) * 2 + 8;
     QImage scratch(2 * margin, 2 * margin, QImage::Format_ARGB32_Premultiplied);
     scratch.fill(0);
     {
         QPainter painter(&scratch);
         QGlyphRun run;
-        run.setRawFont(*key.font);
-        const QPointF origin(margin + fromFixed(key.fractionX), margin + fromFixed(key.fractionY));
-        run.setRawData(&key.glyph, &origin, 1);
+        run.setRawFont(font);
+        const QPointF origin(margin + fromFixed(fractionX), margin + fromFixed(fractionY));
+        run.setRawData(&glyph, &origin, 1);
         painter.setPen(QColor(Qt::black));
         painter.drawGlyphRun(QPointF(0, 0), run);
     }
     GlyphMask mask;
-    for (int y = 0; y < scratch.height(); ++y) {
+    const int size = scratch.width();
+    for (int y = 0; y < size; ++y) {
         const auto* row = reinterpret_cast<const QRgb*>(scratch.constScanLine(y));
-        for (int x = 0; x < scratch.width(); ++x) {
+        for (int x = 0; x < size; ++x) {
             if (row[x] == 0)
                 continue;
-            if (row[x] != 0xFF000000 || x == 0 || y == 0 || x + 1 == scratch.width() || y + 1 == scratch.height())
-                return {{}, false};
+            if (row[x] != 0xFF000000 || x == 0 || y == 0 || x + 1 == size || y + 1 == size)
+                return {{}, 0, 0, 0, 0, false};
             auto& runs = mask.runs;
             if (runs.empty() || runs.back().y != y - margin || runs.back().right != x - margin)
                 runs.push_back({y - margin, x - margin, x - margin});
             ++runs.back().right;
+            mask.left = std::min(mask.left, x - margin);
+            mask.right = std::max(mask.right, x - margin + 1);
+            mask.top = std::min(mask.top, y - margin);
+            mask.bottom = std::max(mask.bottom, y - margin + 1);
         }
     }
     return mask;
-}
-
-// Masks of the glyphs drawn lately in this thread; dropped whole when full.
-const GlyphMask& glyphMask(const GlyphKey& key)
-{
-    thread_local std::unordered_map<GlyphKey, GlyphMask, GlyphKeyHash> masks;
-    constexpr size_t kMostMasks = 1 << 14;
-    auto found = masks.find(key);
-    if (found != masks.end())
-        return found->second;
-    if (masks.size() >= kMostMasks)
-        masks.clear();
-    return masks.emplace(key, renderGlyph(key)).first->second;
 }
 
 // Where a line of plain text puts its glyphs: each glyph's origin in
@@ -281,7 +288,8 @@ bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const 
     const Qt::Alignment alignment = alignmentOf(flags);
     if (!(alignment & Qt::AlignLeft) && endsInSpace(text))
         return false;
-    const GlyphTable& table = glyphTable(image, font, fontKey);
+    GlyphTable& table = glyphTable(image, font, fontKey);
+    table.trimMasks();
     QVarLengthArray<PlacedGlyph, 64> placed(text.size());
     int64_t width = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -303,9 +311,8 @@ bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const 
     for (qsizetype i = 0; i < text.size(); ++i) {
         placed[i].x += left;
         placed[i].y = baseline;
-        const GlyphKey key{&table.rawFont(), table.glyph(text[i].unicode()), static_cast<int32_t>(placed[i].x & 63),
-                           static_cast<int32_t>(baseline & 63)};
-        placed[i].mask = &glyphMask(key);
+        placed[i].mask = &table.mask(text[i].unicode(), static_cast<int32_t>(placed[i].x & 63),
+                                     static_cast<int32_t>(baseline & 63));
         if (!placed[i].mask->exact)
             return false;
     }
@@ -313,13 +320,19 @@ bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const 
     uchar* const bits = image.bits();
     const qsizetype stride = image.bytesPerLine();
     for (const PlacedGlyph& glyph : placed) {
-        for (const GlyphMask::Run& run : glyph.mask->runs) {
-            const int64_t y = (glyph.y >> 6) + run.y;
-            const int64_t from = std::max<int64_t>((glyph.x >> 6) + run.left, area.left());
-            const int64_t to = std::min<int64_t>((glyph.x >> 6) + run.right, int64_t{area.right()} + 1);
-            if (y < area.top() || y > area.bottom() || from >= to)
-                continue;
-            auto* row = reinterpret_cast<QRgb*>(bits + y * stride);
+        const GlyphMask& mask = *glyph.mask;
+        const int64_t x = glyph.x >> 6, y = glyph.y >> 6;
+        const bool inside = x + mask.left >= area.left() && x + mask.right <= area.right() + 1 &&
+                            y + mask.top >= area.top() && y + mask.bottom <= area.bottom() + 1;
+        for (const GlyphMask::Run& run : mask.runs) {
+            int64_t from = x + run.left, to = x + run.right;
+            if (!inside) {
+                from = std::max<int64_t>(from, area.left());
+                to = std::min<int64_t>(to, int64_t{area.right()} + 1);
+                if (y + run.y < area.top() || y + run.y > area.bottom() || from >= to)
+                    continue;
+            }
+            auto* row = reinterpret_cast<QRgb*>(bits + (y + run.y) * stride);
             std::fill(row + from, row + to, colour);
         }
     }
