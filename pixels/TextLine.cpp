@@ -61,19 +61,31 @@ GlyphMask renderGlyph(const QRawFont& font, quint32 glyph, int32_t fractionX, in
 
 // The glyph of each plain character of a font and its advance, as the
 // general layout shapes them, and the pairs of characters the shaper does
-// not simply put side by side (kerning, ligatures): measured once by laying
-// out every pair of plain characters.
+// not simply put side by side (kerning, ligatures): measured for a
+// character on its first use, by laying out its pairs with every other
+// plain character.
 class GlyphTable {
 public:
     explicit GlyphTable(const QFont& font);
 
-    const QRawFont& rawFont() const { return raw_; }
     int32_t ascent() const { return ascent_; }
     int32_t height() const { return ascent_ + descent_; }
-    // 0 when the character is not plain or the font lacks its glyph.
-    quint32 glyph(char16_t c) const { return c < 256 ? glyphs_[c] : 0; }
-    int32_t advance(char16_t c) const { return advances_[c & 0xFF]; }
-    bool joined(char16_t left, char16_t right) const { return joined_.test(pairIndex(left, right)); }
+    // Whether the character is plain, has its own glyph in the font and an
+    // advance; measures it first if need be.
+    bool usable(char16_t c)
+    {
+        if (c >= 256 || glyphs_[c] == 0)
+            return false;
+        if (!measured_.test(c))
+            measureChar(c);
+        return glyphs_[c] != 0;
+    }
+    // For usable characters only.
+    int32_t advance(char16_t c) const { return advances_[c]; }
+    bool joined(char16_t left, char16_t right) const
+    {
+        return pairAdvances_[pairIndex(left, right)] != advances_[left];
+    }
 
     // The mask of the glyph of a plain character at fractions of a pixel,
     // read back on first use.
@@ -100,58 +112,76 @@ public:
     }
 
 private:
+    // Pair advances not measured, or measured twice with different results.
     static constexpr int32_t kUnmeasured = INT32_MIN;
+    static constexpr int32_t kUnsettled = INT32_MIN + 1;
     static size_t pairIndex(char16_t left, char16_t right) { return size_t{left} * 256 + right; }
 
-    bool measure(const QString& text, const QFont& font, std::vector<int32_t>& pairAdvances);
-    void settle(const std::vector<char16_t>& chars, const std::vector<int32_t>& pairAdvances);
+    void measureChar(char16_t c);
+    bool measure(const QString& text);
 
+    QFont font_;
     QRawFont raw_;
+    std::vector<char16_t> chars_;
     int32_t ascent_ = 0;
     int32_t descent_ = 0;
     quint32 glyphs_[256] = {};
     int32_t advances_[256] = {};
-    std::bitset<256 * 256> joined_;
+    std::bitset<256> measured_;
+    std::vector<int32_t> pairAdvances_;
     // By fraction down, then by character and fraction across.
     std::map<int32_t, std::vector<std::unique_ptr<GlyphMask>>> masks_;
     size_t maskCount_ = 0;
 };
 
-GlyphTable::GlyphTable(const QFont& font) : raw_(QRawFont::fromFont(font))
+GlyphTable::GlyphTable(const QFont& font)
+    : font_(font), raw_(QRawFont::fromFont(font)), pairAdvances_(256 * 256, kUnmeasured)
 {
     if (!raw_.isValid() || raw_.pixelSize() >= kLargestGlyph)
         return;
-    std::vector<char16_t> chars;
     for (char16_t c = 0x20; c <= 0xFF; ++c) {
         const QList<quint32> glyph = raw_.glyphIndexesForString(QString(QChar(c)));
-        if (isPlainLatin1(c) && glyph.size() == 1 && glyph[0] != 0)
-            chars.push_back(c);
-    }
-    for (const char16_t c : chars)
-        glyphs_[c] = raw_.glyphIndexesForString(QString(QChar(c)))[0];
-    // Each line holds every pair with its first character on both sides;
-    // a line the shaper did not map one to one is measured pair by pair.
-    std::vector<int32_t> pairAdvances(256 * 256, kUnmeasured);
-    for (const char16_t first : chars) {
-        QString line(QChar{first});
-        for (const char16_t other : chars)
-            line.append(QChar{other}).append(QChar{first});
-        if (measure(line, font, pairAdvances))
-            continue;
-        for (const char16_t other : chars) {
-            measure(QString(QChar{first}).append(QChar{other}), font, pairAdvances);
-            measure(QString(QChar{other}).append(QChar{first}), font, pairAdvances);
+        if (isPlainLatin1(c) && glyph.size() == 1 && glyph[0] != 0) {
+            chars_.push_back(c);
+            glyphs_[c] = glyph[0];
         }
     }
-    settle(chars, pairAdvances);
+}
+
+// Lays out one line holding every pair with c on either side, or each pair
+// alone when the shaper did not map that line one to one. The advance of c
+// is the one it has before most others.
+void GlyphTable::measureChar(char16_t c)
+{
+    measured_.set(c);
+    QString line(QChar{c});
+    for (const char16_t other : chars_)
+        line.append(QChar{other}).append(QChar{c});
+    if (!measure(line)) {
+        for (const char16_t other : chars_) {
+            measure(QString(QChar{c}).append(QChar{other}));
+            measure(QString(QChar{other}).append(QChar{c}));
+        }
+    }
+    std::map<int32_t, int> counts;
+    for (const char16_t right : chars_)
+        if (pairAdvances_[pairIndex(c, right)] > kUnsettled)
+            ++counts[pairAdvances_[pairIndex(c, right)]];
+    if (counts.empty()) {
+        glyphs_[c] = 0;
+        return;
+    }
+    advances_[c] = std::max_element(counts.begin(), counts.end(), [](const auto& a, const auto& b) {
+                       return a.second < b.second;
+                   })->first;
 }
 
 // Lays text out as drawTextLine does and records the advance of each
 // character before the next; false when a glyph is not the character's own
 // or is not on the baseline where a plain line would put it.
-bool GlyphTable::measure(const QString& text, const QFont& font, std::vector<int32_t>& pairAdvances)
+bool GlyphTable::measure(const QString& text)
 {
-    QTextLayout layout(text, font);
+    QTextLayout layout(text, font_);
     layout.beginLayout();
     QTextLine line = layout.createLine();
     line.setLineWidth(0x01000000);
@@ -166,35 +196,14 @@ bool GlyphTable::measure(const QString& text, const QFont& font, std::vector<int
     if (positions[0].x() != 0)
         return false;
     for (qsizetype i = 0; i < text.size(); ++i)
-        if (glyphs[i] != glyph(text[i].unicode()) || positions[i].y() != positions[0].y())
+        if (glyphs[i] != glyphs_[text[i].unicode()] || positions[i].y() != positions[0].y())
             return false;
-    for (qsizetype i = 0; i + 1 < text.size(); ++i)
-        pairAdvances[pairIndex(text[i].unicode(), text[i + 1].unicode())] =
-            toFixed(positions[i + 1].x()) - toFixed(positions[i].x());
-    return true;
-}
-
-// A character's advance is the one it has before most others; a pair whose
-// advance differs, or that was never measured, is laid out by the shaper.
-void GlyphTable::settle(const std::vector<char16_t>& chars, const std::vector<int32_t>& pairAdvances)
-{
-    joined_.set();
-    for (const char16_t left : chars) {
-        std::map<int32_t, int> counts;
-        for (const char16_t right : chars)
-            if (pairAdvances[pairIndex(left, right)] != kUnmeasured)
-                ++counts[pairAdvances[pairIndex(left, right)]];
-        if (counts.empty()) {
-            glyphs_[left] = 0;
-            continue;
-        }
-        advances_[left] = std::max_element(counts.begin(), counts.end(), [](const auto& a, const auto& b) {
-                              return a.second < b.second;
-                          })->first;
-        for (const char16_t right : chars)
-            if (pairAdvances[pairIndex(left, right)] == advances_[left])
-                joined_.reset(pairIndex(left, right));
+    for (qsizetype i = 0; i + 1 < text.size(); ++i) {
+        const int32_t advance = toFixed(positions[i + 1].x()) - toFixed(positions[i].x());
+        int32_t& known = pairAdvances_[pairIndex(text[i].unicode(), text[i + 1].unicode())];
+        known = known == kUnmeasured || known == advance ? advance : kUnsettled;
     }
+    return true;
 }
 
 // The table of a font as a painter on a device of this resolution resolves
@@ -294,7 +303,7 @@ bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const 
     int64_t width = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
-        if (table.glyph(c) == 0 || (i > 0 && table.joined(text[i - 1].unicode(), c)))
+        if (!table.usable(c) || (i > 0 && table.joined(text[i - 1].unicode(), c)))
             return false;
         placed[i].x = width;
         width += table.advance(c);
