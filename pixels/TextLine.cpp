@@ -285,21 +285,15 @@ void drawTextLine(QPainter& painter, const QString& text, const QRectF& layout, 
     painter.drawText(layout, static_cast<int>(alignmentOf(flags)) | kLineFlags, text);
 }
 
+namespace {
+
 // Places the glyphs where QPainter::drawText places them: the line's box
 // aligned in the rectangle, its baseline at the box's top plus the ascent,
-// each glyph at the sum of the advances before it, all in 1/64 pixel; then
-// copies each glyph's mask there in the colour.
-bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const QRectF& layout, unsigned flags,
-                   const QFont& font, const QString& fontKey, QRgb colour)
+// each glyph at the sum of the advances before it, all in 1/64 pixel. False
+// when a character or a pair of them is not plain in the font.
+bool placeGlyphs(GlyphTable& table, const QString& text, const QRectF& layout, Qt::Alignment alignment,
+                 QVarLengthArray<PlacedGlyph, 64>& placed)
 {
-    if (text.isEmpty() || font.underline() || font.strikeOut() || font.overline() || image.depth() != 32)
-        return false;
-    const Qt::Alignment alignment = alignmentOf(flags);
-    if (!(alignment & Qt::AlignLeft) && endsInSpace(text))
-        return false;
-    GlyphTable& table = glyphTable(image, font, fontKey);
-    table.trimMasks();
-    QVarLengthArray<PlacedGlyph, 64> placed(text.size());
     int64_t width = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
@@ -325,6 +319,12 @@ bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const 
         if (!placed[i].mask->exact)
             return false;
     }
+    return true;
+}
+
+// Writes each glyph's mask at the whole pixel below its origin, within clip.
+void copyGlyphs(QImage& image, const QRect& clip, const QVarLengthArray<PlacedGlyph, 64>& placed, QRgb colour)
+{
     const QRect area = clip & image.rect();
     uchar* const bits = image.bits();
     const qsizetype stride = image.bytesPerLine();
@@ -345,6 +345,24 @@ bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const 
             std::fill(row + from, row + to, colour);
         }
     }
+}
+
+}  // namespace
+
+bool drawGlyphLine(QImage& image, const QRect& clip, const QString& text, const QRectF& layout, unsigned flags,
+                   const QFont& font, const QString& fontKey, QRgb colour)
+{
+    if (text.isEmpty() || font.underline() || font.strikeOut() || font.overline() || image.depth() != 32)
+        return false;
+    const Qt::Alignment alignment = alignmentOf(flags);
+    if (!(alignment & Qt::AlignLeft) && endsInSpace(text))
+        return false;
+    GlyphTable& table = glyphTable(image, font, fontKey);
+    table.trimMasks();
+    QVarLengthArray<PlacedGlyph, 64> placed(text.size());
+    if (!placeGlyphs(table, text, layout, alignment, placed))
+        return false;
+    copyGlyphs(image, clip, placed, colour);
     return true;
 }
 
