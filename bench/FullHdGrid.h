@@ -7,7 +7,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <array>
+#include <algorithm>
 #include <memory>
 
 namespace TabulaBench {
@@ -17,14 +17,52 @@ namespace TabulaBench {
 inline constexpr int ControlWidth = 1925;
 inline constexpr int ControlHeight = 1085;
 
-// A shown 1920 x 1080 grid of rows x cols cells, every cell holding one of a
-// few texts (short texts sit inside their cells, so even a large grid stays
-// small).
-// AutoRedraw is left off.
+// A number no call returned before. The text masks are kept per thread,
+// across grids, so a benchmark of new texts puts one into every text it makes.
+inline int newGeneration()
+{
+    static int generation = 0;
+    return ++generation;
+}
+
+// A text no other cell and no other generation holds; short enough to sit
+// inside its cell.
+inline QString distinctText(int generation, int32_t row, int32_t col)
+{
+    return QStringLiteral("%1.%2:%3").arg(generation).arg(row).arg(col);
+}
+
+// Gives the data cells of rows 1..rows and columns 1..cols texts of a new
+// generation, with AutoRedraw off for the writing. Setting AutoRedraw
+// repaints, so a grid that has it off is left alone and nothing draws the
+// new texts here.
+inline void writeNewTexts(TabulaControl::Tabula& grid, int32_t rows, int32_t cols)
+{
+    const bool autoRedraw = grid.AutoRedraw();
+    if (autoRedraw)
+        grid.setAutoRedraw(false);
+    const int generation = newGeneration();
+    for (int32_t r = 1; r <= rows; ++r)
+        for (int32_t c = 1; c <= cols; ++c)
+            grid.setTextMatrix(r, c, distinctText(generation, r, c));
+    if (autoRedraw)
+        grid.setAutoRedraw(true);
+}
+
+// More rows and columns than a 1920 x 1080 surface shows at the top left.
+inline constexpr int32_t ShownRows = 80;
+inline constexpr int32_t ShownCols = 32;
+
+// New texts in every cell that can show at the top left.
+inline void writeNewShownTexts(TabulaControl::Tabula& grid)
+{
+    writeNewTexts(grid, std::min(grid.Rows() - 1, ShownRows), std::min(grid.Cols() - 1, ShownCols));
+}
+
+// A shown 1920 x 1080 grid of rows x cols cells, every cell holding a text
+// of its own, never drawn before. AutoRedraw is left off.
 inline std::unique_ptr<TabulaControl::Tabula> fullHdGrid(int32_t rows, int32_t cols)
 {
-    static const std::array<QString, 8> texts = {"Alpha",      "12.50",      "Bravo charlie", "x",
-                                                 "2024-01-31", "Delta echo", "-7",            "Foxtrot golf hotel"};
     auto grid = std::make_unique<TabulaControl::Tabula>();
     grid->resize(ControlWidth, ControlHeight);
     grid->show();
@@ -34,22 +72,24 @@ inline std::unique_ptr<TabulaControl::Tabula> fullHdGrid(int32_t rows, int32_t c
     grid->setRows(rows);
     for (int32_t c = 1; c <= cols; ++c)
         grid->setTextMatrix(0, c, QStringLiteral("Column %1").arg(c));
-    for (int32_t r = 1; r <= rows; ++r) {
+    for (int32_t r = 1; r <= rows; ++r)
         grid->setTextMatrix(r, 0, QString::number(r));
-        for (int32_t c = 1; c <= cols; ++c)
-            grid->setTextMatrix(r, c, texts[static_cast<size_t>(r * 7 + c) % texts.size()]);
-    }
+    writeNewTexts(*grid, rows, cols);
     return grid;
 }
 
 // One step of the grid's scroll bar per iteration, the pixels read after
-// each; at its end the bar is put back to the start outside the measured time.
+// each. At its end, outside the measured time, the cells the bar passed get
+// new texts and the bar is put back to the start, so every step shows texts
+// never drawn before.
 inline void stepScrollBar(benchmark::State& state, TabulaControl::Tabula& grid, const char* barName)
 {
     auto* bar = grid.findChild<QScrollBar*>(barName);
+    const bool vertical = bar->orientation() == Qt::Vertical;
     for (auto _ : state) {
         if (bar->value() >= bar->maximum()) {
             state.PauseTiming();
+            writeNewTexts(grid, vertical ? grid.Rows() - 1 : std::min(grid.Rows() - 1, ShownRows), grid.Cols() - 1);
             bar->setValue(1);
             state.ResumeTiming();
         }

@@ -34,6 +34,9 @@ void refreshGrid(benchmark::State& state, int32_t rows, int32_t cols, Cells cell
     if (!TabulaBench::surfaceIsFullHd(state, *grid))
         return;
     for (auto _ : state) {
+        state.PauseTiming();
+        TabulaBench::writeNewShownTexts(*grid);
+        state.ResumeTiming();
         grid->Refresh();
         benchmark::DoNotOptimize(grid->Picture().constBits());
     }

@@ -1,6 +1,8 @@
 // The same host work on Tabula and on QTableWidget, in one process. Every
 // iteration ends with the event loop's turn (or a grab), so each side is
-// charged for painting what the work changed.
+// charged for painting what the work changed, and every iteration shows
+// texts never drawn before (made outside the measured time), except in the
+// figure named for repeated texts.
 
 #include "bench/FullHdGrid.h"
 
@@ -27,7 +29,19 @@ std::unique_ptr<Widget> shown(int width, int height)
     return widget;
 }
 
-QString cellText(int row, int col, int round) { return QStringLiteral("%1:%2.%3").arg(row).arg(col).arg(round & 1); }
+using TabulaBench::distinctText;
+using TabulaBench::newGeneration;
+
+// The texts of FillRows x FillCols cells, row by row, of a new generation.
+QStringList fillTexts()
+{
+    const int generation = newGeneration();
+    QStringList texts;
+    for (int r = 1; r <= FillRows; ++r)
+        for (int c = 1; c <= FillCols; ++c)
+            texts.append(distinctText(generation, r, c));
+    return texts;
+}
 
 void fillCellsTabula(benchmark::State& state)
 {
@@ -35,13 +49,14 @@ void fillCellsTabula(benchmark::State& state)
     grid->setCols(FillCols);
     grid->setRows(FillRows);
     QApplication::processEvents();
-    int round = 0;
     for (auto _ : state) {
+        state.PauseTiming();
+        const QStringList texts = fillTexts();
+        state.ResumeTiming();
         for (int r = 1; r <= FillRows; ++r)
             for (int c = 1; c <= FillCols; ++c)
-                grid->setTextMatrix(r, c, cellText(r, c, round));
+                grid->setTextMatrix(r, c, texts[(r - 1) * FillCols + c - 1]);
         QApplication::processEvents();
-        ++round;
     }
 }
 
@@ -51,14 +66,28 @@ void fillCellsTableWidget(benchmark::State& state)
     table->setColumnCount(FillCols);
     table->setRowCount(FillRows);
     QApplication::processEvents();
-    int round = 0;
     for (auto _ : state) {
+        state.PauseTiming();
+        const QStringList texts = fillTexts();
+        state.ResumeTiming();
         for (int r = 0; r < FillRows; ++r)
             for (int c = 0; c < FillCols; ++c)
-                table->setItem(r, c, new QTableWidgetItem(cellText(r, c, round)));
+                table->setItem(r, c, new QTableWidgetItem(texts[r * FillCols + c]));
         QApplication::processEvents();
-        ++round;
     }
+}
+
+// The fields of the appended rows, of a new generation.
+constexpr int AppendedCols = 5;
+
+QStringList appendedFields()
+{
+    const int generation = newGeneration();
+    QStringList fields;
+    for (int r = 0; r < AppendedRows; ++r)
+        for (int c = 0; c < AppendedCols; ++c)
+            fields.append(distinctText(generation, r, c));
+    return fields;
 }
 
 void appendRowsTabula(benchmark::State& state)
@@ -66,9 +95,13 @@ void appendRowsTabula(benchmark::State& state)
     for (auto _ : state) {
         state.PauseTiming();
         auto grid = shown<Tabula>(HdWidth + 5, HdHeight + 5);
-        state.ResumeTiming();
+        const QStringList fields = appendedFields();
+        QStringList items;
         for (int r = 0; r < AppendedRows; ++r)
-            grid->AddItem(QStringLiteral("Alpha\t12.50\tBravo\t%1\tx").arg(r));
+            items.append(fields.mid(r * AppendedCols, AppendedCols).join(QLatin1Char('\t')));
+        state.ResumeTiming();
+        for (const QString& item : items)
+            grid->AddItem(item);
         QApplication::processEvents();
         state.PauseTiming();
         grid.reset();
@@ -78,16 +111,16 @@ void appendRowsTabula(benchmark::State& state)
 
 void appendRowsTableWidget(benchmark::State& state)
 {
-    const QStringList fields = {"Alpha", "12.50", "Bravo", "", "x"};
     for (auto _ : state) {
         state.PauseTiming();
         auto table = shown<QTableWidget>(HdWidth, HdHeight);
-        table->setColumnCount(static_cast<int>(fields.size()));
+        table->setColumnCount(AppendedCols);
+        const QStringList fields = appendedFields();
         state.ResumeTiming();
         for (int r = 0; r < AppendedRows; ++r) {
             table->insertRow(r);
-            for (int c = 0; c < fields.size(); ++c)
-                table->setItem(r, c, new QTableWidgetItem(c == 3 ? QString::number(r) : fields[c]));
+            for (int c = 0; c < AppendedCols; ++c)
+                table->setItem(r, c, new QTableWidgetItem(fields[r * AppendedCols + c]));
         }
         QApplication::processEvents();
         state.PauseTiming();
@@ -98,18 +131,19 @@ void appendRowsTableWidget(benchmark::State& state)
 
 QStringList captions()
 {
+    const int generation = newGeneration();
     QStringList list;
     for (int c = 1; c <= Captions; ++c)
-        list.append(QStringLiteral("Caption %1").arg(c));
+        list.append(QStringLiteral("Caption %1.%2").arg(c).arg(generation));
     return list;
 }
 
 void formatStringTabula(benchmark::State& state)
 {
-    const QString format = captions().join('|');
     for (auto _ : state) {
         state.PauseTiming();
         auto grid = shown<Tabula>(HdWidth + 5, HdHeight + 5);
+        const QString format = captions().join('|');
         state.ResumeTiming();
         grid->setFormatString(format);
         QApplication::processEvents();
@@ -121,10 +155,10 @@ void formatStringTabula(benchmark::State& state)
 
 void headerItemsTableWidget(benchmark::State& state)
 {
-    const QStringList list = captions();
     for (auto _ : state) {
         state.PauseTiming();
         auto table = shown<QTableWidget>(HdWidth, HdHeight);
+        const QStringList list = captions();
         state.ResumeTiming();
         table->setColumnCount(Captions);
         for (int c = 0; c < Captions; ++c)
@@ -138,23 +172,34 @@ void headerItemsTableWidget(benchmark::State& state)
     }
 }
 
-// The full-HD grid of the other benchmarks and a QTableWidget of the same
-// size and content.
+// A QTableWidget of the size and shape of the full-HD grid, every cell
+// holding a text of its own.
 std::unique_ptr<QTableWidget> fullHdTable(const Tabula& grid)
 {
     auto table = shown<QTableWidget>(TabulaBench::ControlWidth - 5, TabulaBench::ControlHeight - 5);
     table->setRowCount(grid.Rows());
     table->setColumnCount(grid.Cols());
-    for (int r = 1; r <= std::min(grid.Rows(), 200); ++r)
-        for (int c = 1; c <= grid.Cols(); ++c)
-            table->setItem(r - 1, c - 1, new QTableWidgetItem(grid.TextMatrix(r, c)));
+    const int generation = newGeneration();
+    for (int r = 0; r < grid.Rows(); ++r)
+        for (int c = 0; c < grid.Cols(); ++c)
+            table->setItem(r, c, new QTableWidgetItem(distinctText(generation, r, c)));
     QApplication::processEvents();
     return table;
 }
 
+// New texts in the table's first rows.
+void writeNewTexts(QTableWidget& table, int rows)
+{
+    const int generation = newGeneration();
+    for (int r = 0; r < rows; ++r)
+        for (int c = 0; c < table.columnCount(); ++c)
+            table.item(r, c)->setText(distinctText(generation, r, c));
+}
+
 constexpr int32_t HdRows = 2000, HdCols = 60;
 
-void fullRepaintTabula(benchmark::State& state)
+// Every iteration draws the texts the one before drew.
+void fullRepaintRepeatedTextsTabula(benchmark::State& state)
 {
     auto grid = TabulaBench::fullHdGrid(HdRows, HdCols);
     if (!TabulaBench::surfaceIsFullHd(state, *grid))
@@ -165,32 +210,41 @@ void fullRepaintTabula(benchmark::State& state)
     }
 }
 
-// Every shown cell holds a text never drawn before, so each repaint lays
-// out all of its texts: the cost of a first paint.
+// Every shown cell holds a text never drawn before: the cost of a first paint.
 void fullRepaintNewTextsTabula(benchmark::State& state)
 {
     auto grid = TabulaBench::fullHdGrid(HdRows, HdCols);
     if (!TabulaBench::surfaceIsFullHd(state, *grid))
         return;
-    int round = 0;
     for (auto _ : state) {
         state.PauseTiming();
-        for (int32_t r = 1; r <= 70; ++r)
-            for (int32_t c = 1; c <= 32; ++c)
-                grid->setTextMatrix(r, c, QStringLiteral("%1 r%2c%3").arg(round).arg(r).arg(c));
-        ++round;
+        TabulaBench::writeNewShownTexts(*grid);
         state.ResumeTiming();
         grid->Refresh();
         benchmark::DoNotOptimize(grid->Picture().constBits());
     }
 }
 
-void fullRepaintTableWidget(benchmark::State& state)
+void fullRepaintRepeatedTextsTableWidget(benchmark::State& state)
 {
     auto grid = TabulaBench::fullHdGrid(HdRows, HdCols);
     auto table = fullHdTable(*grid);
     grid.reset();
     for (auto _ : state) {
+        table->viewport()->update();
+        benchmark::DoNotOptimize(table->grab().cacheKey());
+    }
+}
+
+void fullRepaintNewTextsTableWidget(benchmark::State& state)
+{
+    auto grid = TabulaBench::fullHdGrid(HdRows, HdCols);
+    auto table = fullHdTable(*grid);
+    grid.reset();
+    for (auto _ : state) {
+        state.PauseTiming();
+        writeNewTexts(*table, TabulaBench::ShownRows);
+        state.ResumeTiming();
         table->viewport()->update();
         benchmark::DoNotOptimize(table->grab().cacheKey());
     }
@@ -213,6 +267,7 @@ void scrollOneRowTableWidget(benchmark::State& state)
     for (auto _ : state) {
         if (bar->value() >= 150) {
             state.PauseTiming();
+            writeNewTexts(*table, 150 + TabulaBench::ShownRows);
             bar->setValue(0);
             state.ResumeTiming();
         }
@@ -268,9 +323,10 @@ BENCHMARK(appendRowsTabula)->Unit(benchmark::kMillisecond);
 BENCHMARK(appendRowsTableWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK(formatStringTabula)->Unit(benchmark::kMillisecond);
 BENCHMARK(headerItemsTableWidget)->Unit(benchmark::kMillisecond);
-BENCHMARK(fullRepaintTabula)->Unit(benchmark::kMillisecond);
+BENCHMARK(fullRepaintRepeatedTextsTabula)->Unit(benchmark::kMillisecond);
+BENCHMARK(fullRepaintRepeatedTextsTableWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK(fullRepaintNewTextsTabula)->Unit(benchmark::kMillisecond);
-BENCHMARK(fullRepaintTableWidget)->Unit(benchmark::kMillisecond);
+BENCHMARK(fullRepaintNewTextsTableWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollOneRowTabula)->Unit(benchmark::kMillisecond);
 BENCHMARK(scrollOneRowTableWidget)->Unit(benchmark::kMillisecond);
 BENCHMARK(moveCurrentCellTabula)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);

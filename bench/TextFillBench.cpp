@@ -1,4 +1,4 @@
-#include <TabulaControl/Tabula.h>
+#include "bench/FullHdGrid.h"
 
 #include <QAbstractTableModel>
 #include <QList>
@@ -11,7 +11,8 @@
 #include <memory>
 #include <vector>
 
-// Fills 32,767 x 10 text cells such as "R123C4 text" into Tabula, a
+// Fills 32,767 x 10 text cells such as "R123C4 g5" (a new generation each
+// time) into Tabula, a
 // QTableWidget and a QTableView over a flat QList<QString> model, each
 // through its ordinary per-cell interface. Reported per grid: the time of
 // sizing and filling (the texts are made beforehand and not timed) and the
@@ -31,11 +32,12 @@ size_t heapInUse()
 
 std::vector<QString> makeTexts()
 {
+    const int generation = TabulaBench::newGeneration();
     std::vector<QString> texts;
     texts.reserve(static_cast<size_t>(Rows) * Cols);
     for (int r = 1; r <= Rows; ++r) {
         for (int c = 1; c <= Cols; ++c) {
-            QString text = QStringLiteral("R%1C%2 text").arg(r).arg(c);
+            QString text = QStringLiteral("R%1C%2 g%3").arg(r).arg(c).arg(generation);
             text.squeeze();
             texts.push_back(std::move(text));
         }

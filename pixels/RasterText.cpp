@@ -2,6 +2,7 @@
 
 #include "pixels/Digest.h"
 #include "pixels/TextCache.h"
+#include "pixels/TextLine.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -36,13 +37,6 @@ Anchor verticalAnchor(unsigned flags)
     }
 }
 
-Qt::Alignment alignmentOf(unsigned flags)
-{
-    constexpr Qt::AlignmentFlag across[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
-    constexpr Qt::AlignmentFlag down[] = {Qt::AlignTop, Qt::AlignVCenter, Qt::AlignBottom};
-    return across[static_cast<int>(horizontalAnchor(flags))] | down[static_cast<int>(verticalAnchor(flags))];
-}
-
 // Qt lays text out in 26.6 fixed point, which overflows a little beyond
 // 2^25 pixels; rectangles within this bound are passed on unchanged.
 constexpr int64_t kLayoutSafeCoordinate = int64_t{1} << 22;
@@ -52,9 +46,6 @@ bool isLayoutSafe(const Box& b)
     const auto safe = [](int64_t v) { return std::abs(v) <= kLayoutSafeCoordinate; };
     return safe(b.left) && safe(b.top) && safe(b.right) && safe(b.bottom);
 }
-
-// How drawTextLine lays every text out besides its alignment.
-constexpr int kLineFlags = Qt::TextSingleLine | Qt::TextDontClip;
 
 // The width of the text as drawTextLine lays it out: on one line, with its
 // line breaks drawn as spaces, which horizontalAdvance leaves out.
@@ -136,16 +127,6 @@ QString visibleText(const QString& s, const QRectF& layout, const Box& visible, 
             return part;
     }
     return s;
-}
-
-
-// Copies the pixels of destination from (x - dx, y - dy), row by row in
-void drawTextLine(QPainter& painter, const QString& text, const QRectF& layout, unsigned flags, const QFont& font,
-                  QRgb pixel)
-{
-    painter.setFont(font);
-    painter.setPen(QColor::fromRgb(pixel));
-    painter.drawText(layout, static_cast<int>(alignmentOf(flags)) | kLineFlags, text);
 }
 
 // Texts in rectangles larger than this, in device pixels, are not cached.
@@ -287,6 +268,10 @@ void Raster::text(const QString& s, const Box& bounds, unsigned flags, const Tex
     if (!layout)
         return;
     const QString shown = visibleText(s, *layout, visible, flags, style.font, device);
+    // Glyph masks cost no more than a text's mask, and nothing to remember.
+    if (ratio_ == 1 && drawGlyphLine(image_, toQRect(visible), shown, *layout, flags, style.font, style.key.key,
+                                     style.colour))
+        return;
     if (shown.size() == s.size() && drawCachedText(s, *layout, bounds, flags, style))
         return;
     QPainter painter(&image_);
