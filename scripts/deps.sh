@@ -2,7 +2,7 @@
 # Installs the Debian packages the build needs, when they are missing.
 set -euo pipefail
 
-packages=(build-essential cmake qt6-base-dev qt6-base-private-dev qt6-tools-dev libgl-dev libgtest-dev libbenchmark-dev fonts-dejavu-core)
+packages=(build-essential cmake qt6-base-dev qt6-base-private-dev qt6-tools-dev libgl-dev libgtest-dev libbenchmark-dev fonts-dejavu-core libqt6sql6-sqlite)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
