@@ -293,10 +293,10 @@ int main(int argc, char** argv)
     layout->addWidget(ordersDatabaseButton(window));
     layout->addWidget(splitter);
     window.setCentralWidget(central);
-    addEditMenu(window, *grid);
     window.resize(574, 480);
     fill(*grid);
     addFileMenu(window, *grid, settings);
+    addEditMenu(window, *grid);
     logEvents(*grid, *log);
     QObject::connect(&app, &QApplication::aboutToQuit,
                      [&] { grid->WriteProperties(SettingsPropertyBag(settings, QStringLiteral("grid"))); });
