@@ -19,14 +19,26 @@ int32_t shifted(int32_t line, int32_t first, int32_t count)
 
 void Grid::bindCells(std::unique_ptr<CellSource> source)
 {
+    // The old cells' pixels are made before the swap: the scroll bars that
+    // follow the new counts would flush them against the new cells.
     Refresh();
+    flushPaint();
     if (!ownCells_)
         ownCells_.emplace(std::move(model));
     model = GridModel();
     source_ = std::move(source);
     model.bind(*source_);
-    viewport.scrollHome();
+    scrollBarsHome();
     followCounts();
+}
+
+// The view and its scroll bars start over at the first cell: a bar left at
+// the old position would scroll the new cells there.
+void Grid::scrollBarsHome()
+{
+    viewport.scrollHome();
+    ui.scrVertical.setValue(1);
+    ui.scrHorizontal.setValue(1);
 }
 
 void Grid::unbindCells()
@@ -34,10 +46,11 @@ void Grid::unbindCells()
     if (!ownCells_)
         return;
     Refresh();
+    flushPaint();
     model = std::move(*ownCells_);
     ownCells_.reset();
     source_.reset();
-    viewport.scrollHome();
+    scrollBarsHome();
     followCounts();
 }
 

@@ -88,6 +88,7 @@ public:
     // cells wait, as they were, until unbound.
     void bindCells(std::unique_ptr<CellSource> source);
     void unbindCells();
+    void scrollBarsHome();
     const CellSource* cellSource() const { return source_.get(); }
     // What the bound table did by itself: rows first..last (grid rows) came
     // or went, or anything else changed.

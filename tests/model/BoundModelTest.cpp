@@ -188,3 +188,22 @@ TEST(BoundDatabase, LoadsRowsAsTheUserNearsTheEndAndWritesEditsToTheFile)
 }
 
 }  // namespace
+
+TEST_F(Bound, BindingFromAScrolledViewShowsTheModelFromItsTop)
+{
+    const QImage fromTop = picture();
+    const std::vector<std::pair<const char*, std::function<void(TabulaControl::Tabula&)>>> views{
+        {"scrolled down", [](TabulaControl::Tabula& g) { g.setRows(200), g.setRow(187); }},
+        {"scrolled right", [](TabulaControl::Tabula& g) { g.setCols(40), g.setLeftCol(30); }},
+    };
+    for (const auto& [name, scroll] : views) {
+        grid().setModel(nullptr);
+        grid().setRows(1), grid().setCols(5);
+        scroll(grid());
+        grid().setModel(&items);
+        QApplication::processEvents();
+        EXPECT_EQ(QString("%1,%2").arg(grid().TopRow()).arg(grid().LeftCol()), "1,1") << name;
+        moveTo(1, 1);
+        EXPECT_EQ(picture(), fromTop) << name;
+    }
+}
