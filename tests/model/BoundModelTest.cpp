@@ -187,8 +187,6 @@ TEST(BoundDatabase, LoadsRowsAsTheUserNearsTheEndAndWritesEditsToTheFile)
     QSqlDatabase::removeDatabase("bound");
 }
 
-}  // namespace
-
 TEST_F(Bound, BindingFromAScrolledViewShowsTheModelFromItsTop)
 {
     const QImage fromTop = picture();
@@ -207,3 +205,5 @@ TEST_F(Bound, BindingFromAScrolledViewShowsTheModelFromItsTop)
         EXPECT_EQ(picture(), fromTop) << name;
     }
 }
+
+}  // namespace
