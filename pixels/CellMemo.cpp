@@ -115,15 +115,17 @@ void CellMemo::moved(const Box& source, const Box& target, int64_t dx, int64_t d
     std::vector<Row> carried, kept;
     for (Row& row : rows_) {
         Row moving{row.top + dy, INT64_MIN, {}}, staying{row.top, INT64_MIN, {}};
-        const auto count = [&](Fate f) { return std::count_if(row.cells.begin(), row.cells.end(), [&](const Cell& c) { return fate(row, c) == f; }); };
+        const auto count = [&](Fate f) {
+            return std::count_if(row.cells.begin(), row.cells.end(), [&](const Cell& c) { return fate(row, c) == f; });
+        };
         moving.cells.reserve(size_t(count(Fate::Carried)));
         staying.cells.reserve(size_t(count(Fate::Kept)));
         for (Cell& cell : row.cells) {
             const Fate f = fate(row, cell);
             if (f == Fate::Carried) {
                 moving.bottom = std::max(moving.bottom, cell.bottom + dy);
-                moving.cells.push_back({int32_t(cell.left + dx), int32_t(cell.right + dx), int32_t(cell.bottom + dy), move_,
-                                        cell.digest});
+                moving.cells.push_back(
+                    {int32_t(cell.left + dx), int32_t(cell.right + dx), int32_t(cell.bottom + dy), move_, cell.digest});
             } else if (f == Fate::Kept) {
                 staying.bottom = std::max(staying.bottom, int64_t(cell.bottom));
                 staying.cells.push_back(cell);
