@@ -374,13 +374,6 @@ public:
     bool sortOnHeaderClick() const;
     void setSortOnHeaderClick(bool value);
 
-public slots:
-    // Copies the selected block, or the current cell, then clears it as the
-    // Delete key does, as one undo command.
-    void cut();
-
-public:
-
     // Files and paper: CSV, printing, the desktop's colours, a saved layout.
     // Replaces the grid's rows, columns and texts with the file's; a
     // malformed file changes nothing. Cancelled (cancelCsv) it returns with
@@ -398,13 +391,15 @@ public:
     bool restoreLayout(const QByteArray& layout);
 
 public slots:
+    // Copies the selected block, or the current cell, then clears it as the
+    // Delete key does, as one undo command.
+    void cut();
+    // Stops a loadCsv under way; the grid stays as it was.
     void cancelCsv();
 
 signals:
     // While loadCsv reads: bytes read so far of total (0 when unknown).
     void csvProgress(qint64 done, qint64 total);
-
-signals:
     // A saved property changed; the host marks its form as modified.
     void propertyChanged(const QString& name);
     // A failure inside a notification from a child control, which has no
