@@ -7,37 +7,6 @@
 
 namespace TabulaControl {
 
-namespace {
-
-// Each event of events() raises the grid's signal of the same event. A
-// direct signal-to-signal connection passes the arguments on by reference,
-// so a Cancel set by a handler of the grid's signal reaches the grid.
-// Connected by member pointer: a connection by QMetaMethod would pass the
-// meta-call guard, which would keep a handler's failure from the grid.
-void forwardEvents(const TabulaEvents& from, Tabula& to)
-{
-    QObject::connect(&from, &TabulaEvents::Click, &to, &Tabula::Click);
-    QObject::connect(&from, &TabulaEvents::BtnClick, &to, &Tabula::BtnClick);
-    QObject::connect(&from, &TabulaEvents::DblClick, &to, &Tabula::DblClickEvent);
-    QObject::connect(&from, &TabulaEvents::KeyDown, &to, &Tabula::KeyDownEvent);
-    QObject::connect(&from, &TabulaEvents::KeyPress, &to, &Tabula::KeyPress);
-    QObject::connect(&from, &TabulaEvents::KeyUp, &to, &Tabula::KeyUp);
-    QObject::connect(&from, &TabulaEvents::MouseDown, &to, &Tabula::MouseDownEvent);
-    QObject::connect(&from, &TabulaEvents::MouseMove, &to, &Tabula::MouseMoveEvent);
-    QObject::connect(&from, &TabulaEvents::MouseUp, &to, &Tabula::MouseUpEvent);
-    QObject::connect(&from, &TabulaEvents::Scroll, &to, &Tabula::Scroll);
-    QObject::connect(&from, &TabulaEvents::BeforeEdit, &to, &Tabula::BeforeEdit);
-    QObject::connect(&from, &TabulaEvents::AfterEdit, &to, &Tabula::AfterEdit);
-    QObject::connect(&from, &TabulaEvents::BeforeAddRow, &to, &Tabula::BeforeAddRow);
-    QObject::connect(&from, &TabulaEvents::AfterAddRow, &to, &Tabula::AfterAddRow);
-    QObject::connect(&from, &TabulaEvents::BeforeDeleteRow, &to, &Tabula::BeforeDeleteRow);
-    QObject::connect(&from, &TabulaEvents::AfterDeleteRow, &to, &Tabula::AfterDeleteRow);
-    QObject::connect(&from, &TabulaEvents::Resize, &to, &Tabula::Resize);
-    QObject::connect(&from, &TabulaEvents::RowColChange, &to, &Tabula::RowColChange);
-}
-
-}  // namespace
-
 Tabula::Tabula(QWidget* parent)
     : QWidget(parent), events_(new TabulaEvents(this)), grid_(std::make_unique<detail::Grid>(*this, *events_))
 {
@@ -56,16 +25,11 @@ void Tabula::wireGrid()
 {
     grid_->onPropertyChanged = [this](const QString& name) { emit propertyChanged(name); };
     detail::installAccessibleFactory();
-    // The user moves the current cell and adds or deletes rows without a setter.
-    connect(events_, &TabulaEvents::RowColChange, this, &Tabula::settingsChanged);
-    connect(events_, &TabulaEvents::AfterAddRow, this, &Tabula::settingsChanged);
-    connect(events_, &TabulaEvents::AfterDeleteRow, this, &Tabula::settingsChanged);
     grid_->onPaintFailure = [this](const std::exception_ptr& cause) { reportPaintFailure(cause); };
     wireChildren();
     wireEditor();
     wireSheetEditing();
     detail::guardMetaCalls(*this);
-    forwardEvents(*events_, *this);
     call("UserControl_Initialize", [&] { grid_->initialize(); });
 }
 

@@ -2,8 +2,8 @@
 
 namespace TabulaControl::detail {
 
-Grid::Grid(QWidget& control, TabulaEvents& events)
-    : ui(&control), surface(ui.surface), marks(ui.surface), events(events), control(control)
+Grid::Grid(Tabula& control, TabulaEvents& events)
+    : ui(&control), surface(ui.surface), marks(ui.surface), events(control, events), control(control)
 {
 }
 

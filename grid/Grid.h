@@ -17,6 +17,7 @@
 #include "grid/OnDemand.h"
 #include "state/Viewport.h"
 #include "grid/UndoCommands.h"
+#include "grid/Events.h"
 
 #include <QUndoStack>
 #include <QVariant>
@@ -38,7 +39,7 @@ using navigation::CellIndex;
 // procedures themselves let failures propagate to that trap.
 class Grid {
 public:
-    Grid(QWidget& control, TabulaEvents& events);
+    Grid(Tabula& control, TabulaEvents& events);
 
     GridModel model;
     platform::Controls ui;
@@ -51,7 +52,7 @@ public:
     lookups::DropDownSettings dropDownSettings;
     render::Viewport viewport;
     render::Appearance appearance;
-    TabulaEvents& events;
+    GridEvents events;
     QWidget& control;
 
     // Lifecycle

@@ -116,8 +116,9 @@ private:
 
 }  // namespace
 
-// Every signal of events(), raised here with zero arguments, reaches the form
-// under its own name, with Event added where a method has its signature.
+// Every event of events() is a signal of the grid with the same arguments,
+// under its own name, with Event added where a method has its signature; raised
+// here with zero arguments, each reaches the form.
 TEST(MetaObject, EachEventIsASignalOfTheGridThatAFormConnectsByName)
 {
     Form form;
@@ -127,15 +128,19 @@ TEST(MetaObject, EachEventIsASignalOfTheGridThatAFormConnectsByName)
     const QMetaObject& events = TabulaControl::TabulaEvents::staticMetaObject;
     QStringList expected;
     for (int i = events.methodOffset(); i < events.methodCount(); ++i) {
-        const QMetaMethod signal = events.method(i);
-        const int same = meta.indexOfMethod(signal.methodSignature());
-        expected << signal.name() + (same >= 0 && meta.method(same).methodType() == QMetaMethod::Method ? "Event" : "");
+        const QMetaMethod event = events.method(i);
+        const int same = meta.indexOfMethod(event.methodSignature());
+        const QByteArray name =
+            event.name() + (same >= 0 && meta.method(same).methodType() == QMetaMethod::Method ? "Event" : "");
+        expected << name;
+        const int signal = meta.indexOfSignal(name + event.methodSignature().mid(event.name().size()));
+        ASSERT_GE(signal, meta.methodOffset()) << name.constData();
         QVariant values[4];
         void* arguments[5] = {nullptr};
-        for (int p = 0; p < signal.parameterCount(); ++p)
-            arguments[p + 1] = (values[p] = QVariant(signal.parameterMetaType(p))).data();
-        // TabulaEvents has only signals: a method's own index is its signal index.
-        QMetaObject::activate(grid->events(), &events, i - events.methodOffset(), arguments);
+        for (int p = 0; p < event.parameterCount(); ++p)
+            arguments[p + 1] = (values[p] = QVariant(event.parameterMetaType(p))).data();
+        // moc numbers a class's signals before its other methods.
+        QMetaObject::activate(grid, &meta, signal - meta.methodOffset(), arguments);
     }
     EXPECT_EQ(form.heard, expected);
     QApplication::clipboard()->setText("pasted");
@@ -195,6 +200,30 @@ TEST(MetaObject, PropertiesNotifyAndMethodsWorkByName)
     ASSERT_TRUE(QMetaObject::invokeMethod(&grid, "TextMatrix", Q_RETURN_ARG(QString, text), Q_ARG(int32_t, 2),
                                           Q_ARG(int32_t, 1)));
     EXPECT_EQ(text, "b1");
+}
+
+// Handlers on the grid run before those on events(); a Cancel set by one
+// reaches the next and the grid, and rows the user adds mark settings changed.
+TEST(MetaObject, EventsReachTheGridThenEventsInOneOrder)
+{
+    Tabula grid;
+    grid.setCols(2);
+    QStringList heard;
+    bool refuse = true;
+    QObject::connect(&grid, &Tabula::BeforeAddRow, [&](bool& cancel) { cancel = refuse; });
+    QObject::connect(grid.events(), &TabulaControl::TabulaEvents::BeforeAddRow,
+                     [&](bool& cancel) { heard << QStringLiteral("events sees cancel %1").arg(cancel); });
+    QObject::connect(&grid, &Tabula::AfterAddRow, [&](int32_t row) { heard << QStringLiteral("grid %1").arg(row); });
+    QObject::connect(grid.events(), &TabulaControl::TabulaEvents::AfterAddRow,
+                     [&](int32_t row) { heard << QStringLiteral("events %1").arg(row); });
+    grid.setRows(2);
+    QObject::connect(&grid, &Tabula::settingsChanged, [&] { heard << "settings"; });
+    grid.AddItem("refused");
+    EXPECT_EQ(grid.Rows(), 2);
+    refuse = false;
+    grid.AddItem("added");
+    EXPECT_EQ(heard, QStringList({"events sees cancel 1", "settings", "events sees cancel 0", "settings", "grid 3",
+                                  "events 3", "settings"}));
 }
 
 #include "MetaObjectTest.moc"
