@@ -100,9 +100,11 @@ void appendRowsTabula(benchmark::State& state)
     for (auto _ : state) {
         state.PauseTiming();
         auto grid = shown<Tabula>(HdWidth + 5, HdHeight + 5);
-        const QStringList fields = appendedFields();
-        for (int r = 0; r < AppendedRows; ++r)
-            items.append(fields.mid(r * AppendedCols, AppendedCols).join(QLatin1Char('\t')));
+        {
+            const QStringList fields = appendedFields();
+            for (int r = 0; r < AppendedRows; ++r)
+                items.append(fields.mid(r * AppendedCols, AppendedCols).join(QLatin1Char('\t')));
+        }
         state.ResumeTiming();
         for (const QString& item : std::as_const(items))
             grid->AddItem(item);
