@@ -7,18 +7,6 @@ namespace {
 
 class RowsCols : public TabulaTest::WithRows<TabulaTest::GridFixture, 10> {};
 
-TEST_F(RowsCols, NewControlHasOneRowFiveColumnsAndTheCurrentCellAtOneOne)
-{
-    TabulaControl::Tabula fresh;
-    const QString where = TabulaTest::whereIn(fresh);
-    EXPECT_EQ(QString("%1x%2 at %3 '%4'").arg(fresh.Rows()).arg(fresh.Cols()).arg(where, fresh.Text()),
-              "1x5 at 1,1 in 1,1:1,1 ''");
-    EXPECT_EQ(fresh.ColWidth(0), 32);
-    EXPECT_EQ(fresh.ColWidth(5), 64);
-    EXPECT_EQ(fresh.RowHeight(1), 15);
-    EXPECT_TRUE(fresh.AutoRedraw());
-}
-
 TEST_F(RowsCols, RowAndColClampAboveAndRaiseRowColChangeWithTheOldCellOnlyWhenTheyMove)
 {
     grid().setCol(9);

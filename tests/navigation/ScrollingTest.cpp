@@ -50,23 +50,19 @@ TEST_F(Scrolling, TopRowIsABareStoreUntilTheBarMovesOrTakesTheSameValue)
 
 TEST_F(Scrolling, LeftColMovesTheCurrentColumnAndClampsOnlyAboveTheBarMaximum)
 {
+    const auto view = [this] {
+        return QString("left %1 at %2 bar %3").arg(grid().LeftCol()).arg(current()).arg(horizontal()->value());
+    };
     grid().setLeftCol(0);
-    EXPECT_EQ(grid().LeftCol(), 0);
-    EXPECT_EQ(grid().Col(), 0);
-    EXPECT_EQ(horizontal()->value(), 1);
-
+    EXPECT_EQ(view(), "left 0 at 1,0 bar 1");
     grid().setLeftCol(4);
-    EXPECT_EQ(grid().LeftCol(), 4);
-    EXPECT_EQ(grid().Col(), 4);
+    EXPECT_EQ(view(), "left 4 at 1,4 bar 4");
     EXPECT_EQ(log().entries, QStringList({"Scroll"}));
 
     grid().setRow(3);
     log().clear();
     grid().setLeftCol(99);
-    EXPECT_EQ(grid().LeftCol(), 20);
-    EXPECT_EQ(grid().Col(), 20);
-    EXPECT_EQ(grid().Row(), 3);
-    EXPECT_EQ(horizontal()->value(), 20);
+    EXPECT_EQ(view(), "left 20 at 3,20 bar 20");
     EXPECT_EQ(log().entries, QStringList({"Scroll"})) << "no RowColChange";
 }
 

@@ -105,16 +105,3 @@ TEST(TextLine, GlyphPathDrawsTheGeneralPathsPixelsOrDeclines)
     // Most plain texts take the glyph path in most fonts.
     EXPECT_GT(drawn, 400);
 }
-
-TEST(TextLine, GlyphPathDeclinesWhatItCannotPlace)
-{
-    const QFont font = fontOf(kFonts[0]);
-    QImage image = blank();
-    const QRectF rect(0, 0, 50, 20);
-    EXPECT_TRUE(drawGlyphLine(image, kClip, "Alpha", rect, TextLeft, font, font.key(), 0));
-    for (const auto& text : {QString::fromUtf8("e\u0301"), QString::fromUtf8("שלום"), QString("a\tb"),
-                             QString::fromUtf8("\U0001F600"), QString("right ")})
-        EXPECT_FALSE(drawGlyphLine(image, kClip, text, rect, TextRight, font, font.key(), 0)) << text.toStdString();
-    const QFont underlined = fontOf(kFonts[7]);
-    EXPECT_FALSE(drawGlyphLine(image, kClip, "Alpha", rect, TextLeft, underlined, underlined.key(), 0));
-}
