@@ -21,13 +21,6 @@ public:
     }
     void key(QWidget* target, Qt::Key k, Qt::KeyboardModifiers mods = {}) { QTest::keyClick(target, k, mods); }
     void onSurface(Qt::Key k, Qt::KeyboardModifiers mods = {}) { key(surface(), k, mods); }
-    QString cells()
-    {
-        QStringList rows;
-        for (int32_t row = 1; row <= grid().Rows(); ++row)
-            rows << rowTexts(row).join(' ');
-        return rows.join('/');
-    }
     QStringList afterEdits() { return log().only({"AfterEdit"}); }
     using NavigationFixture::editor;
     using NavigationFixture::grid;
@@ -41,18 +34,25 @@ struct UndoCase {
     std::function<void(Sheet&)> act;
     const char* changed;
     int commands;
+    std::function<void(Sheet&)> prepare = nullptr;
+    const char* undoRedoEdits = nullptr;  // the AfterEdit events of an undo and a redo
 };
 
 class Undo : public Sheet, public ::testing::WithParamInterface<UndoCase> {};
-
-const char* const initial = "1,1 1,2 1,3/2,1 2,2 2,3/3,1 3,2 3,3";
 
 const UndoCase undoCases[] = {
     {"editor_commit", [](Sheet& t) {
          QTest::keyClick(t.surface(), 'a');
          t.key(t.editor(), Qt::Key_Return);
      }, "1,1a 1,2 1,3/2,1 2,2 2,3/3,1 3,2 3,3", 1},
-    {"check_mark_toggle", [](Sheet& t) { QTest::keyClick(t.surface(), ' '); }, "1 1,2 1,3/0 2,2 2,3/0 3,2 3,3", 1},
+    {"check_mark_toggle", [](Sheet& t) { QTest::keyClick(t.surface(), ' '); }, "1 1,2 1,3/0 2,2 2,3/0 3,2 3,3", 1,
+     [](Sheet& t) { t.grid().setColMask(1, TabulaControl::checkmark); }},
+    {"edit_that_added_a_row", [](Sheet& t) {
+         QTest::keyClick(t.surface(), 'n');
+         t.key(t.editor(), Qt::Key_Return);
+     }, "1,1 1,2 1,3/2,1 2,2 2,3/3,1 3,2 3,3/ n /  ", 1,
+     [](Sheet& t) { t.grid().setAutoNewRow(true), t.grid().setRows(4), t.moveTo(4, 2); },
+     "AfterEdit(4,2,) AfterEdit(4,2,n)"},
     {"list_pick", [](Sheet& t) {
          t.grid().AddLookup(1, "pick");
          t.grid().setCol(1);
@@ -78,8 +78,8 @@ const UndoCase undoCases[] = {
 TEST_P(Undo, EachUserChangeIsOneCommandThatUndoAndRedoRestoreWithAfterEdit)
 {
     const UndoCase& c = GetParam();
-    if (QString(c.name).startsWith("check"))
-        grid().setColMask(1, TabulaControl::checkmark);
+    if (c.prepare)
+        c.prepare(*this);
     const QString before = cells();
     c.act(*this);
     QApplication::processEvents();
@@ -92,6 +92,9 @@ TEST_P(Undo, EachUserChangeIsOneCommandThatUndoAndRedoRestoreWithAfterEdit)
     EXPECT_EQ(cells(), before);
     EXPECT_FALSE(afterEdits().isEmpty());
     onSurface(Qt::Key_Y, Qt::ControlModifier);
+    if (c.undoRedoEdits) {
+        EXPECT_EQ(afterEdits().join(' '), c.undoRedoEdits);
+    }
     const QString changed = cells();
     onSurface(Qt::Key_Z, Qt::ControlModifier);
     onSurface(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
@@ -99,23 +102,6 @@ TEST_P(Undo, EachUserChangeIsOneCommandThatUndoAndRedoRestoreWithAfterEdit)
 }
 
 INSTANTIATE_TEST_SUITE_P(Sheet, Undo, ::testing::ValuesIn(undoCases), TabulaTest::caseName);
-
-TEST_F(Sheet, UndoOfAnAutoNewRowEditRemovesTheRowWithItsText)
-{
-    grid().setAutoNewRow(true);
-    grid().setRows(4);
-    moveTo(4, 2);
-    QTest::keyClick(surface(), 'n');
-    key(editor(), Qt::Key_Return);
-    ASSERT_EQ(grid().Rows(), 5);
-    EXPECT_EQ(grid().undoStack()->count(), 1);
-    grid().undoStack()->undo();
-    EXPECT_EQ(grid().Rows(), 4);
-    grid().undoStack()->redo();
-    EXPECT_EQ(grid().Rows(), 5);
-    EXPECT_EQ(grid().TextMatrix(4, 2), "n");
-    EXPECT_EQ(afterEdits(), QStringList({"AfterEdit(4,2,n)", "AfterEdit(4,2,)", "AfterEdit(4,2,n)"}));
-}
 
 TEST_F(Sheet, F2EditsWithTheCaretAtTheEndAndEnterAndTabCommitAndMove)
 {
@@ -143,7 +129,7 @@ TEST_F(Sheet, F2EditsWithTheCaretAtTheEndAndEnterAndTabCommitAndMove)
     }
 }
 
-TEST_F(Sheet, CornerKeysMoveAndEscapeAndLockedCellsStayPut)
+TEST_F(Sheet, CornerKeysMoveAndEscapeAndLockedCellsStayPutButOffTheKeysKeepTheirMeaning)
 {
     onSurface(Qt::Key_End, Qt::ControlModifier);
     EXPECT_EQ(current(), "3,3");
@@ -156,14 +142,14 @@ TEST_F(Sheet, CornerKeysMoveAndEscapeAndLockedCellsStayPut)
     select(1, 1, 2, 2);
     onSurface(Qt::Key_Delete);
     EXPECT_EQ(cells(), QString("1,1 1,2 1,3/ 2,2 2,3/3,1 3,2 3,3"));
-}
 
-TEST_F(Sheet, OffTheKeysKeepTheirMeaning)
-{
     grid().setSpreadsheetKeys(false);
+    log().onBeforeEdit = nullptr;
+    select(2, 2, 2, 3);
     onSurface(Qt::Key_F2);
+    EXPECT_FALSE(editor()->isVisible());
     onSurface(Qt::Key_Delete);
-    EXPECT_EQ(cells(), QString(initial));
+    EXPECT_EQ(cells(), QString("1,1 1,2 1,3/ 2,2 2,3/3,1 3,2 3,3"));
     onSurface(Qt::Key_End, Qt::ControlModifier);
     EXPECT_EQ(current(), "3,1");
 }
@@ -174,27 +160,36 @@ struct SortCase {
     int32_t mask;
     Qt::SortOrder order;
     const char* rows;  // the rows' old numbers in their new order
+    int headerClicks = 0;  // none: sorted by sort()
 };
 
 class Sorting : public TabulaTest::NavigationFixture, public ::testing::WithParamInterface<SortCase> {
 protected:
-    // Column 1 holds the keys, column 2 each row's old number.
-    void fill(const QStringList& keys, int32_t mask = TabulaControl::NoMask)
+    // Column 1 holds the keys; column 2, the tag of column 3 and the
+    // bookmark hold each row's old number.
+    void fill(const QStringList& keys, int32_t mask)
     {
         grid().setRows(static_cast<int32_t>(keys.size()));
         grid().setColMask(1, mask);
         for (int32_t row = 1; row <= grid().Rows(); ++row) {
             grid().setTextMatrix(row, 1, keys[row - 1]);
             grid().setTextMatrix(row, 2, QString::number(row));
+            grid().setCellTag(row, 3, QString::number(row));
+            grid().setRowBookmark(row, row);
         }
     }
+    // The old numbers in row order; each row's tag and bookmark agree.
     QString rows()
     {
         QStringList numbers;
-        for (int32_t row = 1; row <= grid().Rows(); ++row)
+        for (int32_t row = 1; row <= grid().Rows(); ++row) {
             numbers << grid().TextMatrix(row, 2);
+            EXPECT_EQ(grid().CellTag(row, 3), numbers.last());
+            EXPECT_EQ(grid().RowBookmark(row).toString(), numbers.last());
+        }
         return numbers.join(' ');
     }
+    QImage header() { return picture().copy(cell(0, 1)); }
 };
 
 const SortCase sortCases[] = {
@@ -207,62 +202,53 @@ const SortCase sortCases[] = {
     {"dates_by_day", {"12/01/2020", "", "01/15/2021", "02/03/2019"}, TabulaControl::DateOnly,
      Qt::AscendingOrder, "4 1 3 2"},
     {"stable_for_equal_keys", {"b", "a", "b", "a"}, 0, Qt::DescendingOrder, "1 3 2 4"},
+    {"header_click_ascending", {"b", "c", "a"}, 0, Qt::AscendingOrder, "3 1 2", 1},
+    {"second_header_click_descending", {"b", "c", "a"}, 0, Qt::DescendingOrder, "2 1 3", 2},
 };
 
-TEST_P(Sorting, OrdersRowsStablyByKindWithEmptyCellsLast)
+TEST_P(Sorting, OrdersRowsStablyByKindWithEmptyCellsLastTakingTheirDataAlongAndUndoPutsThemBack)
 {
-    fill(GetParam().keys, GetParam().mask);
-    grid().sort(1, GetParam().order);
-    EXPECT_EQ(rows(), GetParam().rows);
+    const SortCase& c = GetParam();
+    fill(c.keys, c.mask);
+    const QString before = rows();
+    const QImage unsorted = header();
+    if (c.headerClicks > 0) {
+        click(centre(0, 1));
+        EXPECT_EQ(rows(), before) << "off by default";
+        grid().setSortOnHeaderClick(true);
+    }
+    moveTo(1, 2);
+    select(1, 2, 1, 3);
+    for (int i = 0; i < c.headerClicks; ++i) {
+        const QImage arrow = header();
+        click(centre(0, 1));
+        EXPECT_NE(header(), arrow) << "click " << i;
+    }
+    if (c.headerClicks == 0)
+        grid().sort(1, c.order);
+    EXPECT_EQ(rows(), c.rows);
+    EXPECT_NE(header(), unsorted);
+    EXPECT_EQ(where(), QString("%1,2 in %1,2:%1,3").arg(QString(c.rows).split(' ').indexOf("1") + 1));
+    for (int i = 0; i < std::max(1, c.headerClicks); ++i)
+        grid().undoStack()->undo();
+    EXPECT_EQ(rows(), before);
+    EXPECT_EQ(current(), "1,2");
+    EXPECT_EQ(TabulaTest::errorOf([&] { grid().sort(3 + grid().Cols()); }).Source, "TabulaControl.Tabula.sort");
 }
 
 INSTANTIATE_TEST_SUITE_P(Sheet, Sorting, ::testing::ValuesIn(sortCases), TabulaTest::caseName);
 
-TEST_F(Sorting, RowsTakeTheirTagsBookmarksAndSelectionAlongAndUndoPutsThemBack)
-{
-    fill({"c", "a", "b"});
-    grid().setCellTag(1, 3, "tag of c");
-    grid().setRowBookmark(1, 42);
-    moveTo(1, 2);
-    select(1, 2, 1, 3);
-    grid().sort(1);
-    EXPECT_EQ(rows(), "2 3 1");
-    EXPECT_EQ(grid().CellTag(3, 3), "tag of c");
-    EXPECT_EQ(grid().RowBookmark(3).toInt(), 42);
-    EXPECT_EQ(where(), "3,2 in 3,2:3,3");
-    grid().undoStack()->undo();
-    EXPECT_EQ(rows(), "1 2 3");
-    EXPECT_EQ(current(), "1,2");
-    const auto error = TabulaTest::errorOf([&] { grid().sort(3 + grid().Cols()); });
-    EXPECT_EQ(error.Source, "TabulaControl.Tabula.sort");
-}
-
-TEST_F(Sorting, HeaderClicksSortThenReverseAndTheHeaderShowsAnArrow)
-{
-    fill({"b", "c", "a"});
-    const QImage unsorted = picture();
-    grid().sort(2);
-    EXPECT_NE(picture().copy(cell(0, 2)), unsorted.copy(cell(0, 2)));
-    click(centre(0, 1));
-    EXPECT_EQ(rows(), "1 2 3") << "off by default";
-    grid().setSortOnHeaderClick(true);
-    click(centre(0, 1));
-    EXPECT_EQ(rows(), "3 1 2");
-    const QImage ascending = picture();
-    click(centre(0, 1));
-    EXPECT_EQ(rows(), "2 1 3");
-    EXPECT_NE(picture().copy(cell(0, 1)), ascending.copy(cell(0, 1)));
-}
-
-TEST_F(Sorting, TheSettingsBagKeepsBothSwitches)
+TEST_F(Sorting, TheSettingsBagKeepsTheSwitches)
 {
     grid().setSpreadsheetKeys(true);
     grid().setSortOnHeaderClick(true);
+    grid().setFollowPalette(true);
     TabulaControl::MemoryPropertyBag bag;
     grid().WriteProperties(bag);
     const Tabula loaded(bag);
     EXPECT_TRUE(loaded.spreadsheetKeys());
     EXPECT_TRUE(loaded.sortOnHeaderClick());
+    EXPECT_TRUE(loaded.followPalette());
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 #include "layout/PagePlan.h"
 #include "tests/support/GridFixture.h"
 
-#include <TabulaControl/SettingsPropertyBag.h>
-
 #include <QBuffer>
 #include <QPdfWriter>
 
@@ -86,9 +84,6 @@ TEST_F(Paper, FollowPaletteTakesSystemColoursFromThePalette)
     dark.setColor(QPalette::Base, QColor(0x102030));
     grid().setPalette(dark);
     EXPECT_EQ(pixel(past.x(), past.y()), 0x102030u);
-    MemoryPropertyBag bag;
-    grid().WriteProperties(bag);
-    EXPECT_EQ(bag.values.value("FollowPalette"), true);
     grid().setFollowPalette(false);
     EXPECT_EQ(pixel(past.x(), past.y()), 0xFFFFFFu);
 }

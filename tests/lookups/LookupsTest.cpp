@@ -15,6 +15,7 @@ struct CellButton {
     const char* name;
     const char* objectName;
     std::function<void(TabulaControl::Tabula&, int32_t)> add;
+    const char* clicked;  // the event a click raises in cell (4, 3)
 };
 
 class ColumnButton : public TabulaTest::GridFixture, public ::testing::WithParamInterface<CellButton> {};
@@ -43,7 +44,7 @@ protected:
 
 }  // namespace
 
-TEST_P(ColumnButton, ShowsAtTheRightEndOfTheCurrentCellOfItsColumnOnly)
+TEST_P(ColumnButton, ShowsAtTheRightEndOfTheCurrentCellOfItsColumnOnlyAndAClickKeepsTheCell)
 {
     const CellButton& c = GetParam();
     grid().setRows(5);
@@ -55,24 +56,19 @@ TEST_P(ColumnButton, ShowsAtTheRightEndOfTheCurrentCellOfItsColumnOnly)
     EXPECT_EQ(button->geometry(), QRect(164 + 64 - 19 + 1, 17 + 3, 19, 15 - 2));
     grid().setCol(2);
     EXPECT_TRUE(button->isHidden());
+    moveTo(4, 3);
+    log().clear();
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(log().entries, QStringList{c.clicked});
+    EXPECT_EQ(current(), "4,3");
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Lookups, ColumnButton,
-    ::testing::Values(CellButton{"lookup", "cmdLookup", [](auto& g, int32_t c) { g.AddLookup(c, "value"); }},
-                      CellButton{"button", "cmdButton", [](auto& g, int32_t c) { g.AddButton(c); }}),
+    ::testing::Values(
+        CellButton{"lookup", "cmdLookup", [](auto& g, int32_t c) { g.AddLookup(c, "value"); }, "BeforeEdit(4,3)"},
+        CellButton{"button", "cmdButton", [](auto& g, int32_t c) { g.AddButton(c); }, "BtnClick(4,3)"}),
     TabulaTest::caseName);
-
-TEST_F(Lookups, ButtonClickRaisesBtnClickWithTheCurrentCell)
-{
-    grid().setRows(5);
-    grid().AddButton(2);
-    moveTo(4, 2);
-    log().clear();
-    QTest::mouseClick(child("cmdButton"), Qt::LeftButton);
-    EXPECT_EQ(log().entries, QStringList({"BtnClick(4,2)"}));
-    EXPECT_EQ(grid().Row(), 4);
-}
 
 TEST_F(Lookups, RemovingTheOnlyButtonOrAMissingOneSucceedsButOneOfSeveralRunsPastTheEnd)
 {
@@ -107,17 +103,8 @@ TEST_F(Lookups, RemovingTakesTheFirstOfDuplicateValuesOrOneWholeColumn)
     EXPECT_TRUE(grid().ColHasLookup(3));
 }
 
-TEST_F(Lookups, ItemDataIsFoundByExactValue)
-{
-    grid().AddLookup(2, "A", 7);
-    grid().AddLookup(2, "B");
-    EXPECT_EQ(grid().LookupItemData(2, "A").toInt(), 7);
-    EXPECT_EQ(grid().LookupItemData(2, "a").toInt(), -1);
-    EXPECT_EQ(grid().LookupItemData(3, "A").toInt(), -1);
-    EXPECT_FALSE(grid().LookupItemData(2, "B").isValid());
-}
-
-TEST_F(DropDown, ButtonOpensTheListUnderItAndASecondPressClosesIt)
+// Short lists get ListBoxRows rows, long ones all their items.
+TEST_F(DropDown, ButtonOpensTheListUnderItSizedByListBoxRowsAndASecondPressClosesIt)
 {
     openByButton();
     ASSERT_TRUE(form()->isVisible());
@@ -126,24 +113,18 @@ TEST_F(DropDown, ButtonOpensTheListUnderItAndASecondPressClosesIt)
     const QRect button(lookupButton->mapToGlobal(QPoint(0, 0)), lookupButton->size());
     EXPECT_EQ(form()->geometry().topLeft(), QPoint(button.left() - 64 + button.width() + 1, button.bottom() + 1));
     EXPECT_EQ(form()->width(), 64);
+    const double perRow = list->font().pointSizeF() * 25;
+    EXPECT_NEAR(list->height() * 15, 6 * perRow + 30, 15);
     EXPECT_EQ(log().entries, QStringList({"BeforeEdit(1,2)"}));
     openByButton();
     EXPECT_FALSE(form()->isVisible());
-}
-
-TEST_F(DropDown, ShortListsGetListBoxRowsRowsAndLongOnesAllTheirItems)
-{
-    openByButton();
-    const double perRow = list->font().pointSizeF() * 25;
-    EXPECT_NEAR(list->height() * 15, 6 * perRow + 30, 15);
-    QTest::keyClick(list, Qt::Key_Escape);
     for (int i = 0; i < 7; ++i)
         grid().AddLookup(2, QString("extra %1").arg(i));
     openByButton();
     EXPECT_NEAR(list->height() * 15, 10 * perRow + 30, 15);
 }
 
-TEST_F(DropDown, EnterOrAReleaseOnAnItemPicksItAndEscapeClosesWithoutChangingTheCell)
+TEST_F(DropDown, TheCellTextOrATypedKeyChoosesTheItemWhichEnterOrAReleasePicksAndEscapeLeaves)
 {
     grid().setText("cherry");
     openByButton();
@@ -166,23 +147,24 @@ TEST_F(DropDown, EnterOrAReleaseOnAnItemPicksItAndEscapeClosesWithoutChangingThe
     openByButton();
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(2)).center());
     EXPECT_EQ(grid().Text(), "Cherry");
+
+    QTest::keyClick(surface(), Qt::Key_B);
+    ASSERT_TRUE(form()->isVisible());
+    EXPECT_EQ(list->currentRow(), 1) << "a typed key opens the list at its first match";
 }
 
-TEST_F(DropDown, ItemDataIsWrittenWhenAsked)
+TEST_F(DropDown, ItemDataIsFoundByExactValueAndWrittenWhenAsked)
 {
     grid().AddLookup(2, "X", 42);
+    EXPECT_EQ(grid().LookupItemData(2, "X").toInt(), 42);
+    EXPECT_EQ(grid().LookupItemData(2, "x").toInt(), -1);
+    EXPECT_EQ(grid().LookupItemData(3, "X").toInt(), -1);
+    EXPECT_FALSE(grid().LookupItemData(2, "Apple").isValid());
     grid().setUseItemData(true);
     openByButton();
     list->setCurrentRow(3);
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(grid().Text(), "42");
-}
-
-TEST_F(DropDown, TypedKeyOpensTheListAtTheFirstMatch)
-{
-    QTest::keyClick(surface(), Qt::Key_B);
-    ASSERT_TRUE(form()->isVisible());
-    EXPECT_EQ(list->currentRow(), 1);
 }
 
 // Offscreen, the list's window is activated at the next turn of the event

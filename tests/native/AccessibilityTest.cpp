@@ -52,13 +52,6 @@ protected:
         QAccessible::installUpdateHandler(recordEvent);
         setActive(true);
     }
-    void focusSurface()
-    {
-        grid().activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&grid()));
-        surface()->setFocus();
-        QApplication::processEvents();
-    }
 
     QAccessibleInterface* table_ = nullptr;
 };
@@ -119,7 +112,9 @@ TEST_F(Accessibility, TheSelectionIsTheBlockOrElseTheCurrentCell)
 TEST_F(Accessibility, FocusSelectionAndValueChangesAreAnnounced)
 {
     grid().setSelectionMode(TabulaControl::SelectionByRow);
-    focusSurface();
+    grid().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&grid()));
+    surface()->setFocus();
     listen();
     QTest::keyClick(surface(), Qt::Key_Down);
     QApplication::processEvents();

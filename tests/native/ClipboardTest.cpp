@@ -23,14 +23,6 @@ protected:
         log().clear();
     }
     static QClipboard* clipboard() { return QApplication::clipboard(); }
-    // Every data cell, rows joined by "/" and cells by " ".
-    QString cells()
-    {
-        QStringList rows;
-        for (int32_t row = 1; row <= grid().Rows(); ++row)
-            rows << rowTexts(row).join(' ');
-        return rows.join('/');
-    }
 };
 
 TEST_F(Clipboard, CopiesTheSelectedBlockOrElseTheCurrentCellAsTextAndHtml)
@@ -118,9 +110,6 @@ TEST_F(Clipboard, CtrlCAndCtrlVReachTheGridUntilTheShortcutsAreTurnedOn)
     EXPECT_EQ(log().entries, QStringList({"KeyDown(17,2)", "BeforeEdit(2,2)", "AfterEdit(2,2,pasted)", "KeyUp(17,0)",
                                           "KeyDown(17,2)", "KeyUp(17,0)"}));
     EXPECT_EQ(clipboard()->text(), "pasted\n");
-
-    grid().setClipboardShortcuts(false);
-    EXPECT_FALSE(grid().clipboardShortcuts());
 }
 
 TEST_F(Clipboard, PasteIsASlotThatReportsTheFailureOfItsSignal)

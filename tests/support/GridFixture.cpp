@@ -90,6 +90,14 @@ QStringList GridFixture::rowTexts(int32_t row)
     return texts;
 }
 
+QString GridFixture::cells()
+{
+    QStringList rows;
+    for (int32_t row = 1; row <= grid_->Rows(); ++row)
+        rows << rowTexts(row).join(' ');
+    return rows.join('/');
+}
+
 uint32_t GridFixture::pixel(int x, int y) { return picture().pixel(x, y) & 0xFFFFFF; }
 
 QString whereIn(const TabulaControl::Tabula& g)

@@ -58,6 +58,8 @@ protected:
     uint32_t pixel(int x, int y);
     // The texts of the row's data cells.
     QStringList rowTexts(int32_t row);
+    // Every data cell, rows joined by "/" and cells by " ".
+    QString cells();
     // The sources of the errors the grid reports from now on.
     std::shared_ptr<QStringList> errorSources()
     {
