@@ -121,6 +121,10 @@ private:
         return changed(part);
     }
     void resizeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
+    // Asks the source to take one of its counts from count to n, adding or
+    // removing lines at the end; lines names them when it refuses.
+    using SourceWrite = bool (CellSource::*)(int32_t first, int32_t count);
+    void resizeSource(int32_t n, int32_t count, SourceWrite insert, SourceWrite remove, const char* lines);
     // Runs a write to the source with writingSource() true.
     template <class F>
     bool writeSource(F&& write)
