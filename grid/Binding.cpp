@@ -87,9 +87,11 @@ void Grid::followCounts()
     Refresh();
 }
 
+// Callers set the bar before the model: a count the cells cannot hold fails
+// here, before either changes.
 void Grid::setRowsMax(int64_t rows)
 {
-    ui.scrVertical.setMax(model.bound() ? to32(rows) : to16(rows));
+    ui.scrVertical.setMax(model.checkedRowCount(rows));
 }
 
 }  // namespace TabulaControl::detail

@@ -102,7 +102,7 @@ void moveByPage(Grid& g, int16_t keyCode)
     g.hideFocus();
     g.selection.setRow(pagedRow(g, g.selection.row(), keyCode));
     g.redrawAllCells(true);
-    g.ui.scrVertical.setValue(g.model.bound() ? g.selection.row() : to16(g.selection.row()));
+    g.ui.scrVertical.setValue(g.selection.row());
     g.showCellButtons();
     g.fitSelectionToMode();
 }

@@ -322,7 +322,7 @@ void Grid::onSurfaceMousePress(const MouseArgs& e)
 {
     if (e.Button == 1)
         MouseDown(e.Button, e.Shift, e.X, e.Y);
-    pointer.setRow(model.bound() ? to32(rowAt(e.X, e.Y)) : to16(rowAt(e.X, e.Y)));
+    pointer.setRow(rowAt(e.X, e.Y));
     pointer.setCol(to16(columnAt(e.X, e.Y)));
     if (!resizeZones.dragging())
         events.MouseDown(e.Button, e.Shift, e.X, e.Y);

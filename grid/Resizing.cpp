@@ -95,7 +95,7 @@ void Grid::MouseMove(int16_t, int16_t, float x, float y)
 {
     const int16_t surfaceWidth = to16(ui.picGrid.ScaleWidth());
     const int16_t surfaceHeight = to16(ui.picGrid.ScaleHeight());
-    pointer.setRow(model.bound() ? to32(rowAt(x, y)) : to16(rowAt(x, y)));
+    pointer.setRow(rowAt(x, y));
     pointer.setCol(to16(columnAt(x, y)));
     if (resizeZones.columnDragging())
         return followSizer(*this, true, x, surfaceWidth);

@@ -77,7 +77,7 @@ void Grid::goToCell(int32_t row, int32_t col)
     selection.setCurrent({row, col});
     redrawAllCells(true);
     if (!lineShown(row, viewport.topRow(), viewport.pageRows()))
-        ui.scrVertical.setValue(to16(row));
+        ui.scrVertical.setValue(row);
     if (!lineShown(col, viewport.leftCol(), viewport.pageCols()))
         ui.scrHorizontal.setValue(to16(col));
     showCellButtons();

@@ -1,10 +1,17 @@
 #include "layout/PagePlan.h"
 
+#include "layout/Positions.h"
+
+#include <algorithm>
+
 namespace TabulaControl::detail::layout {
 
-std::vector<LineRun> splitLines(const Axis& axis, bool header, int32_t room, int32_t lineWidth)
+namespace {
+
+std::vector<LineRun> splitLines(const PrintedAxis& printed, int32_t lineWidth)
 {
-    const int64_t available = room - (header ? int64_t{axis.size(0)} + lineWidth : 0);
+    const Axis& axis = printed.axis;
+    const int64_t available = printed.room - (printed.header ? int64_t{axis.size(0)} + lineWidth : 0);
     std::vector<LineRun> runs{LineRun{1, 0}};
     int64_t used = 0;
     for (int32_t i = 1; i <= axis.count(); ++i) {
@@ -21,15 +28,39 @@ std::vector<LineRun> splitLines(const Axis& axis, bool header, int32_t room, int
     return runs;
 }
 
-std::vector<PrintedPage> planPages(const std::vector<LineRun>& rows, const std::vector<LineRun>& cols)
+// Places the header line, when repeated, and the run with the walk the
+// painters make on screen.
+PageLines placeLines(const PrintedAxis& printed, LineRun run, int32_t lineWidth)
 {
-    std::vector<PrintedPage> pages;
-    pages.reserve(rows.size() * cols.size());
-    for (const LineRun& c : cols) {
-        for (const LineRun& r : rows)
-            pages.push_back({r, c});
-    }
-    return pages;
+    PageLines placed;
+    int32_t at = lineWidth;
+    const auto place = [&](int32_t index) {
+        placed.lines.push_back({index, at});
+        at = advance(at, printed.axis.size(index), lineWidth);
+    };
+    if (printed.header)
+        place(0);
+    for (int32_t i = run.first; i <= run.last; ++i)
+        place(i);
+    placed.extent = std::max(at, 1);
+    return placed;
+}
+
+}  // namespace
+
+PagePlan::PagePlan(PrintedAxis rows, PrintedAxis cols, int32_t lineWidth)
+    : rows_(rows),
+      cols_(cols),
+      lineWidth_(lineWidth),
+      rowRuns_(splitLines(rows, lineWidth)),
+      colRuns_(splitLines(cols, lineWidth))
+{
+}
+
+PrintedPage PagePlan::page(size_t index) const
+{
+    return {placeLines(rows_, rowRuns_[index % rowRuns_.size()], lineWidth_),
+            placeLines(cols_, colRuns_[index / rowRuns_.size()], lineWidth_)};
 }
 
 }  // namespace TabulaControl::detail::layout

@@ -2,6 +2,7 @@
 
 #include "state/Axis.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -11,24 +12,55 @@ namespace TabulaControl::detail::layout {
 struct LineRun {
     int32_t first = 1;
     int32_t last = 0;
-    friend bool operator==(const LineRun&, const LineRun&) = default;
 };
 
-// The rows and columns one printed page shows besides the headers.
+// One line of a printed page: its index and its first pixel.
+struct PlacedLine {
+    int32_t index = 0;
+    int32_t start = 0;
+};
+
+// The lines a printed page shows along one axis, the header line first when
+// it is repeated, each after the one before and its grid line; the first
+// starts one grid line in. extent is where the last grid line ends, at
+// least 1.
+struct PageLines {
+    std::vector<PlacedLine> lines;
+    int32_t extent = 1;
+};
+
 struct PrintedPage {
-    LineRun rows;
-    LineRun cols;
-    friend bool operator==(const PrintedPage&, const PrintedPage&) = default;
+    PageLines rows;
+    PageLines cols;
 };
 
-// Splits the lines 1..count of axis into runs that fit in room pixels each,
-// after the header line when it is repeated; every line is followed by
-// lineWidth pixels of grid line. A line longer than the room gets a run of
-// its own. Always at least one run.
-std::vector<LineRun> splitLines(const Axis& axis, bool header, int32_t room, int32_t lineWidth);
+// One axis of a printout: its lines, whether the header line is repeated on
+// every page, and the room a page has for them.
+struct PrintedAxis {
+    const Axis& axis;
+    bool header = false;
+    int32_t room = 0;
+};
 
-// The pages of a printout: every row run of the first column run, then
-// every row run of the next, and so on.
-std::vector<PrintedPage> planPages(const std::vector<LineRun>& rows, const std::vector<LineRun>& cols);
+// The pages of a printout. Each axis is split into runs of lines that fit
+// in its room after the header line when it is repeated, every line followed
+// by lineWidth pixels of grid line; a line longer than the room gets a run
+// of its own, and an axis without lines one empty run. The pages are every
+// row run of the first column run, then every row run of the next, and so
+// on. Each page is placed when asked for, from the axes, which must outlive
+// the plan.
+class PagePlan {
+public:
+    PagePlan(PrintedAxis rows, PrintedAxis cols, int32_t lineWidth);
+    size_t pageCount() const { return rowRuns_.size() * colRuns_.size(); }
+    PrintedPage page(size_t index) const;
+
+private:
+    PrintedAxis rows_;
+    PrintedAxis cols_;
+    int32_t lineWidth_;
+    std::vector<LineRun> rowRuns_;
+    std::vector<LineRun> colRuns_;
+};
 
 }  // namespace TabulaControl::detail::layout

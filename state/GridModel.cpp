@@ -26,9 +26,9 @@ void initializeGridCell(CellArray& cells, int16_t row, int16_t col)
 }
 
 // A bound grid's source refused a change; the text says which.
-[[noreturn]] void refused(const char* change)
+[[noreturn]] void refused(const std::string& change)
 {
-    throw std::runtime_error(std::string("the bound model refused to ") + change);
+    throw std::runtime_error("the bound model refused to " + change);
 }
 
 bool isBlankText(const QString& text)
@@ -41,19 +41,23 @@ bool isBlankText(const QString& text)
 void GridModel::setRowCount(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
 {
     if (source_) {
-        const int32_t count = source_->rowCount();
-        if (n < 0)
-            raise(RuntimeError::Subscript);
-        if (n > count && !writeSource([&] { return source_->insertRows(count + 1, n - count); }))
-            refused("add rows");
-        if (n < count && !writeSource([&] { return source_->removeRows(n + 1, count - n); }))
-            refused("remove rows");
+        resizeSource(n, source_->rowCount(), &CellSource::insertRows, &CellSource::removeRows, "rows");
         followSource();
         return;
     }
     resizeRows(n, backColor, foreColor);
     if (listener_)
         listener_->everythingChanged();
+}
+
+void GridModel::resizeSource(int32_t n, int32_t count, SourceWrite insert, SourceWrite remove, const char* lines)
+{
+    if (n < 0)
+        raise(RuntimeError::Subscript);
+    if (n > count && !writeSource([&] { return (source_->*insert)(count + 1, n - count); }))
+        refused(std::string("add ") + lines);
+    if (n < count && !writeSource([&] { return (source_->*remove)(n + 1, count - n); }))
+        refused(std::string("remove ") + lines);
 }
 
 void GridModel::appendRow(std::optional<int32_t> backColor, std::optional<int32_t> foreColor)
@@ -116,13 +120,7 @@ void GridModel::resizeRows(int32_t n, std::optional<int32_t> backColor, std::opt
 void GridModel::setColumnCount(int32_t n)
 {
     if (source_ && n != source_->columnCount()) {
-        const int32_t count = source_->columnCount();
-        if (n < 0)
-            raise(RuntimeError::Subscript);
-        if (n > count && !writeSource([&] { return source_->insertColumns(count + 1, n - count); }))
-            refused("add columns");
-        if (n < count && !writeSource([&] { return source_->removeColumns(n + 1, count - n); }))
-            refused("remove columns");
+        resizeSource(n, source_->columnCount(), &CellSource::insertColumns, &CellSource::removeColumns, "columns");
         n = source_->columnCount();
     }
     revision_.changed();

@@ -4,6 +4,7 @@
 #include "state/CellArray.h"
 #include "state/CellSource.h"
 #include "state/ColumnSettings.h"
+#include "state/Errors.h"
 #include "state/GridListener.h"
 #include "state/Revision.h"
 #include "state/VbArray.h"
@@ -44,6 +45,9 @@ public:
     // afresh.
     void bind(CellSource& source);
     bool bound() const { return source_ != nullptr; }
+    // n as a row count, failing with the overflow error past what the cells
+    // can hold: the own store numbers its rows in 16 bits.
+    int32_t checkedRowCount(int64_t n) const { return source_ ? to32(n) : to16(n); }
     // Takes the source's counts after it changed them itself.
     void followSource();
     // Something a bound grid shows changed in its source.
@@ -121,6 +125,10 @@ private:
         return changed(part);
     }
     void resizeRows(int32_t n, std::optional<int32_t> backColor, std::optional<int32_t> foreColor);
+    // Asks the source to take one of its counts from count to n, adding or
+    // removing lines at the end; lines names them when it refuses.
+    using SourceWrite = bool (CellSource::*)(int32_t first, int32_t count);
+    void resizeSource(int32_t n, int32_t count, SourceWrite insert, SourceWrite remove, const char* lines);
     // Runs a write to the source with writingSource() true.
     template <class F>
     bool writeSource(F&& write)

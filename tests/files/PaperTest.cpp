@@ -10,38 +10,42 @@ namespace layout = TabulaControl::detail::layout;
 
 namespace {
 
-struct SplitCase {
-    const char* name;
-    std::vector<int16_t> sizes;  // the header line first
-    bool header;
-    int32_t room;
-    std::vector<layout::LineRun> runs;
-};
-
-class PageSplit : public ::testing::TestWithParam<SplitCase> {};
-
-TEST_P(PageSplit, RunsFitTheRoomAfterTheHeader)
+detail::Axis axisOf(const std::vector<int16_t>& sizes)
 {
     detail::Axis axis;
-    axis.setLastSizedIndex(static_cast<int64_t>(GetParam().sizes.size()) - 1);
-    for (size_t i = 0; i < GetParam().sizes.size(); ++i)
-        axis.setSize(static_cast<int64_t>(i), GetParam().sizes[i]);
-    axis.setCount(static_cast<int32_t>(GetParam().sizes.size()) - 1);
-    EXPECT_EQ(layout::splitLines(axis, GetParam().header, GetParam().room, 1), GetParam().runs);
+    axis.setLastSizedIndex(static_cast<int64_t>(sizes.size()) - 1);
+    for (size_t i = 0; i < sizes.size(); ++i)
+        axis.setSize(static_cast<int64_t>(i), sizes[i]);
+    axis.setCount(static_cast<int32_t>(sizes.size()) - 1);
+    return axis;
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, PageSplit, ::testing::Values(
-    SplitCase{"header_repeated", {9, 9, 9, 9, 9}, true, 30, {{1, 2}, {3, 4}}},
-    SplitCase{"without_header", {9, 9, 9, 9, 9}, false, 30, {{1, 3}, {4, 4}}},
-    SplitCase{"line_longer_than_the_room", {9, 50, 9}, true, 30, {{1, 1}, {2, 2}}},
-    SplitCase{"no_lines", {9}, true, 30, {{1, 0}}}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST(PagePlan, GoesDownThenAcross)
+// The pages in order, each side as "line@start ... extent".
+std::vector<std::string> pagesOf(const layout::PagePlan& plan)
 {
-    const auto pages = layout::planPages({{1, 2}, {3, 4}}, {{1, 5}, {6, 6}});
-    EXPECT_EQ(pages, (std::vector<layout::PrintedPage>{{{1, 2}, {1, 5}}, {{3, 4}, {1, 5}}, {{1, 2}, {6, 6}},
-                                                        {{3, 4}, {6, 6}}}));
+    const auto side = [](const layout::PageLines& lines) {
+        std::string text;
+        for (const layout::PlacedLine& line : lines.lines)
+            text += std::to_string(line.index) + "@" + std::to_string(line.start) + " ";
+        return text + std::to_string(lines.extent);
+    };
+    std::vector<std::string> pages;
+    for (size_t i = 0; i < plan.pageCount(); ++i)
+        pages.push_back(side(plan.page(i).rows) + " | " + side(plan.page(i).cols));
+    return pages;
+}
+
+// Rows after the repeated header, the one longer than the room on a page of
+// its own; columns without a header; then an axis without lines and no grid
+// lines.
+TEST(PagePlan, GoesDownThenAcrossEachLineAfterTheOneBefore)
+{
+    const detail::Axis rows = axisOf({9, 9, 50, 9, 9}), cols = axisOf({9, 9, 9, 9, 9}), none = axisOf({9});
+    const std::string left = " | 1@1 2@11 3@21 31", right = " | 4@1 11";
+    EXPECT_EQ(pagesOf(layout::PagePlan({rows, true, 30}, {cols, false, 30}, 1)),
+              (std::vector<std::string>{"0@1 1@11 21" + left, "0@1 2@11 62" + left, "0@1 3@11 4@21 31" + left,
+                                        "0@1 1@11 21" + right, "0@1 2@11 62" + right, "0@1 3@11 4@21 31" + right}));
+    EXPECT_EQ(pagesOf(layout::PagePlan({none, true, 30}, {none, false, 30}, 0)), std::vector<std::string>{"0@0 9 | 1"});
 }
 
 class Paper : public GridFixture {

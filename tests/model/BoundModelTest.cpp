@@ -162,6 +162,9 @@ TEST_F(BoundMillions, EveryRowIsReachableAndOnlyShownCellsAreRead)
     grid().findChild<QScrollBar*>("scrVertical")->setValue(9'999'000);
     EXPECT_EQ(grid().TopRow(), 9'999'000);
     EXPECT_LT(computed.reads, 2000);
+    grid.setSpreadsheetKeys(true);
+    QTest::keyClick(surface, Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(grid.TopRow(), 10'000'000);
 }
 
 using BoundDatabase = GridFixture;
