@@ -47,7 +47,12 @@ void Grid::sort(int32_t col, Qt::SortOrder order)
 
 void Grid::sortBoundRows(int32_t col, bool descending)
 {
-    model.sortSource(col, descending);
+    const navigation::CellBlock block = selection.block();
+    std::vector<int32_t> followed{selection.row(), block.row1, block.row2};
+    model.sortSource(col, descending, followed);
+    selection.setRow(followed[0]);
+    selection.setRow1(followed[1]);
+    selection.setRow2(followed[2]);
     appearance.setSortIndicator(col, descending);
     Refresh();
 }

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <vector>
 
 namespace TabulaControl::detail {
 
@@ -23,8 +24,9 @@ public:
     virtual bool removeRows(int32_t first, int32_t count) = 0;
     virtual bool insertColumns(int32_t first, int32_t count) = 0;
     virtual bool removeColumns(int32_t first, int32_t count) = 0;
-    // Asks the table to order its rows by col; false when it cannot.
-    virtual bool sortRows(int32_t col, bool descending) = 0;
+    // Asks the table to order its rows by col; false when it cannot. Each
+    // data line in followed becomes the line its record moved to.
+    virtual bool sortRows(int32_t col, bool descending, std::vector<int32_t>& followed) = 0;
 };
 
 }  // namespace TabulaControl::detail

@@ -207,9 +207,9 @@ void GridModel::permuteRows(const std::vector<int32_t>& order)
         listener_->everythingChanged();
 }
 
-void GridModel::sortSource(int32_t col, bool descending)
+void GridModel::sortSource(int32_t col, bool descending, std::vector<int32_t>& followed)
 {
-    if (!writeSource([&] { return source_->sortRows(col, descending); }))
+    if (!writeSource([&] { return source_->sortRows(col, descending, followed); }))
         refused("sort its rows");
 }
 

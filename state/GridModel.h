@@ -93,7 +93,7 @@ public:
     // takes those of row order[i]. Row heights stay by index.
     void permuteRows(const std::vector<int32_t>& order);
     // Asks a bound grid's table to order its rows by col.
-    void sortSource(int32_t col, bool descending);
+    void sortSource(int32_t col, bool descending, std::vector<int32_t>& followed);
 
     void setRowHeight(int64_t row, int16_t height) { changed(rows_).setSize(row, height); }
     void setColumnWidth(int64_t col, int16_t width) { changedColumns(cols_).setSize(col, width); }

@@ -68,12 +68,20 @@ void ItemModelSource::fetchMoreSoon() const
 }
 
 // QAbstractItemModel::sort does nothing unless the model implements it;
-// a model that cannot sort shows its rows as they were.
-bool ItemModelSource::sortRows(int32_t col, bool descending)
+// a model that cannot sort shows its rows as they were. A model that sorts
+// by resetting itself, as QSqlTableModel does, leaves the lines as they were.
+bool ItemModelSource::sortRows(int32_t col, bool descending, std::vector<int32_t>& followed)
 {
     if (!model_)
         return false;
+    std::vector<QPersistentModelIndex> records;
+    for (const int32_t line : followed)
+        records.emplace_back(line >= 1 ? model_->index(line - 1, 0) : QModelIndex());
     model_->sort(col - 1, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    for (size_t i = 0; i < followed.size(); ++i) {
+        if (records[i].isValid())
+            followed[i] = records[i].row() + 1;
+    }
     return true;
 }
 

@@ -25,7 +25,7 @@ public:
     bool removeRows(int32_t first, int32_t count) override;
     bool insertColumns(int32_t first, int32_t count) override;
     bool removeColumns(int32_t first, int32_t count) override;
-    bool sortRows(int32_t col, bool descending) override;
+    bool sortRows(int32_t col, bool descending, std::vector<int32_t>& followed) override;
 
 private:
     // Asks the model for more rows, once, when the current call is done.
