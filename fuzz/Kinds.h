@@ -44,5 +44,7 @@ inline Print host(const char* format)
 // Steps through saved settings and whole host sequences: reloading the grid,
 // building a second grid from its settings, and restoring a valid grid.
 std::vector<Kind> savedSettingsKinds();
+// Undo, spreadsheet keys, sorting, CSV, printing, palette, layout and models.
+std::vector<Kind> sheetKinds();
 
 }  // namespace TabulaFuzz

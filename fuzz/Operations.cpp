@@ -478,7 +478,8 @@ const std::vector<Kind>& kinds()
 {
     static const std::vector<Kind> all = [] {
         std::vector<Kind> k;
-        for (auto group : {inputKinds(), cellKinds(), columnKinds(), appearanceKinds(), hostInputKinds(), savedSettingsKinds()})
+        for (auto group : {inputKinds(), cellKinds(), columnKinds(), appearanceKinds(), hostInputKinds(), savedSettingsKinds(),
+                           sheetKinds()})
             k.insert(k.end(), group.begin(), group.end());
         return k;
     }();
