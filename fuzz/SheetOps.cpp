@@ -84,12 +84,30 @@ void restoreLayout(Harness& h, const Operation& op)
     (void)h.grid().restoreLayout(layout);
 }
 
+// A host model that keeps every cell in memory and, like such a store,
+// refuses to grow past what it can hold (Qt's own model would try and fail).
+class HostModel : public QStandardItemModel {
+public:
+    using QStandardItemModel::QStandardItemModel;
+    bool insertRows(int row, int count, const QModelIndex& parent = {}) override
+    {
+        return holds(rowCount() + int64_t{count}, columnCount()) && QStandardItemModel::insertRows(row, count, parent);
+    }
+    bool insertColumns(int col, int count, const QModelIndex& parent = {}) override
+    {
+        return holds(rowCount(), columnCount() + int64_t{count}) && QStandardItemModel::insertColumns(col, count, parent);
+    }
+
+private:
+    static bool holds(int64_t rows, int64_t cols) { return std::max<int64_t>(rows, 1) * std::max<int64_t>(cols, 1) <= 1'000'000; }
+};
+
 // A host model of its own size, kept by the grid; or none.
 void setModel(Harness& h, const Operation& op)
 {
     QStandardItemModel* model = nullptr;
     if (op.a > 0) {
-        model = new QStandardItemModel(int(op.a), int(op.b), &h.grid());
+        model = new HostModel(int(op.a), int(op.b), &h.grid());
         for (int r = 0; r < model->rowCount(); ++r)
             for (int c = 0; c < model->columnCount(); ++c)
                 model->setItem(r, c, new QStandardItem(QStringLiteral("%1-%2").arg(r).arg(c) + op.text));
