@@ -7,6 +7,7 @@
 #include <QStandardItemModel>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUndoStack>
 
 namespace {
 
@@ -204,6 +205,16 @@ TEST_F(Bound, BindingFromAScrolledViewShowsTheModelFromItsTop)
         moveTo(1, 1);
         EXPECT_EQ(picture(), fromTop) << name;
     }
+}
+
+TEST_F(Bound, BindingAndUnbindingForgetTheUndoHistory)
+{
+    typeInto(2, 2, "x");
+    grid().setModel(nullptr);
+    EXPECT_FALSE(grid().undoStack()->canUndo());
+    typeInto(1, 1, "y");
+    grid().setModel(&items);
+    EXPECT_FALSE(grid().undoStack()->canUndo());
 }
 
 }  // namespace
