@@ -36,10 +36,25 @@ inline QString fill(QString format, const Operation& op)
     return format;
 }
 
-inline Print host(const char* format)
+// Prints the step as a host call, such as "sort(%a, %b)" with the arguments filled in.
+inline Print host(const QString& call)
 {
-    return [format](const Operation& op) { return QStringLiteral("call([&] { grid->%1; });").arg(fill(QLatin1String(format), op)); };
+    return [call](const Operation& op) { return fill(QStringLiteral("call([&] { grid->%1; });").arg(call), op); };
 }
+
+// A host call with one argument drawn into op.a, passed as value(op.a) and
+// printed as literal(op.a).
+template <class T>
+Kind oneArgument(const char* name, void (TabulaControl::Tabula::*set)(T), int weight, Generate generate,
+                 std::function<T(int64_t)> value, std::function<QString(int64_t)> literal)
+{
+    return {QLatin1String(name), false, weight, std::move(generate),
+            [=](Harness& h, const Operation& op) { (h.grid().*set)(value(op.a)); },
+            [=](const Operation& op) { return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name), literal(op.a)); }};
+}
+
+// A switch set on or off.
+Kind flag(const char* name, void (TabulaControl::Tabula::*set)(bool), int weight = 1);
 
 // Steps through saved settings and whole host sequences: reloading the grid,
 // building a second grid from its settings, and restoring a valid grid.

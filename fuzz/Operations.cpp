@@ -27,7 +27,10 @@ const std::vector<Key> keys{
     KEY(Up),     KEY(Down),   KEY(Left),      KEY(Right), KEY(PageUp), KEY(PageDown), KEY(Home),  KEY(End),  KEY(Tab),
     KEY(Backtab), KEY(Return), KEY(Enter),    KEY(Escape), KEY(Space), KEY(Delete),   KEY(Insert), KEY(Backspace),
     KEY(F2),     KEY(F4),     KEY(A),         KEY(Z),     KEY(0),      KEY(5),        KEY(Minus), KEY(Slash), KEY(Period),
+    KEY(Y),      KEY(X),      KEY(V),         KEY(C),
 };
+// Shortcuts of the spreadsheet keys, each pressed with Ctrl.
+const std::array<Qt::Key, 7> shortcuts{Qt::Key_Home, Qt::Key_End, Qt::Key_Z, Qt::Key_Y, Qt::Key_X, Qt::Key_V, Qt::Key_C};
 #undef KEY
 
 struct Modifiers {
@@ -159,10 +162,15 @@ Kind clickKind(const char* name, int weight,
 std::vector<Kind> inputKinds()
 {
     std::vector<Kind> k;
-    k.push_back({"key", true, 40,
+    k.push_back({"key", true, 50,
                  [](Rng& r, const Harness&, Operation& op) {
                      op.a = r.range(0, static_cast<int64_t>(keys.size()) - 1);
                      op.b = r.range(0, static_cast<int64_t>(modifiers.size()) - 1);
+                     if (r.percent(15)) {
+                         const Qt::Key key = shortcuts[size_t(r.range(0, int64_t(shortcuts.size()) - 1))];
+                         op.a = std::find_if(keys.begin(), keys.end(), [key](const Key& k) { return k.key == key; }) - keys.begin();
+                         op.b = 4;  // Qt::ControlModifier
+                     }
                  },
                  [](Harness& h, const Operation& op) {
                      QTest::keyClick(h.keyboardTarget(), keys.at(size_t(op.a)).key, modifiers.at(size_t(op.b)).value);
@@ -229,11 +237,7 @@ std::vector<Kind> inputKinds()
 // A host call with one row, column or count argument.
 Kind indexCall(const char* name, void (Tabula::*call)(int32_t), Generate generate, int weight = 1)
 {
-    return {QLatin1String(name), false, weight, std::move(generate),
-            [call](Harness& h, const Operation& op) { (h.grid().*call)(i32(op.a)); },
-            [name](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name)).arg(op.a);
-            }};
+    return oneArgument<int32_t>(name, call, weight, std::move(generate), i32, [](int64_t v) { return QString::number(v); });
 }
 
 // Host calls with row and column arguments.
@@ -344,42 +348,26 @@ std::vector<Kind> columnKinds()
     return k;
 }
 
-Kind flag(const char* name, void (Tabula::*setter)(bool), int weight = 1)
-{
-    return {QLatin1String(name), false, weight, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(0, 1); },
-            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(op.a != 0); },
-            [name](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name), op.a ? "true" : "false");
-            }};
-}
-
 Kind colourSetter(const char* name, void (Tabula::*setter)(TabulaControl::OleColor))
 {
-    return {QLatin1String(name), false, 1, [](Rng& r, const Harness&, Operation& op) { op.a = colour(r); },
-            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(static_cast<TabulaControl::OleColor>(op.a)); },
-            [name](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(0x%2); });").arg(QLatin1String(name)).arg(op.a, 0, 16);
-            }};
+    return oneArgument<TabulaControl::OleColor>(
+        name, setter, 1, [](Rng& r, const Harness&, Operation& op) { op.a = colour(r); },
+        [](int64_t v) { return static_cast<TabulaControl::OleColor>(v); }, [](int64_t v) { return QStringLiteral("0x%1").arg(v, 0, 16); });
 }
 
 Kind fontSetter(const char* name, void (Tabula::*setter)(TabulaControl::FontRef))
 {
-    return {QLatin1String(name), false, 1,
-            [](Rng& r, const Harness&, Operation& op) { op.a = r.range(holdBack.hostile ? 1 : 0, fontCount() - 1); },
-            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(font(op.a)); },
-            [name](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name), fontLiteral(op.a));
-            }};
+    return oneArgument<TabulaControl::FontRef>(
+        name, setter, 1, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(holdBack.hostile ? 1 : 0, fontCount() - 1); },
+        font, fontLiteral);
 }
 
 template <class E>
 Kind enumSetter(const char* name, void (Tabula::*setter)(E), const char* type, int64_t last)
 {
-    return {QLatin1String(name), false, 1, [last](Rng& r, const Harness&, Operation& op) { op.a = smallEnum(r, last); },
-            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(static_cast<E>(op.a)); },
-            [name, type](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(%2(%3)); });").arg(QLatin1String(name), QLatin1String(type)).arg(op.a);
-            }};
+    return oneArgument<E>(
+        name, setter, 1, [last](Rng& r, const Harness&, Operation& op) { op.a = smallEnum(r, last); },
+        [](int64_t v) { return static_cast<E>(v); }, [type](int64_t v) { return QStringLiteral("%1(%2)").arg(QLatin1String(type)).arg(v); });
 }
 
 std::vector<Kind> appearanceKinds()
@@ -506,6 +494,13 @@ int weightOf(const Kind& k)
 }
 
 }  // namespace
+
+Kind flag(const char* name, void (Tabula::*set)(bool), int weight)
+{
+    return oneArgument<bool>(
+        name, set, weight, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(0, 1); },
+        [](int64_t v) { return v != 0; }, [](int64_t v) { return QLatin1String(v ? "true" : "false"); });
+}
 
 Operation restoreStep(Rng& rng)
 {

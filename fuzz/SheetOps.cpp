@@ -2,8 +2,8 @@
 
 #include <QBuffer>
 #include <QPdfWriter>
+#include <QScopeGuard>
 #include <QStandardItemModel>
-#include <QTest>
 #include <QUndoStack>
 
 namespace TabulaFuzz {
@@ -11,32 +11,6 @@ namespace TabulaFuzz {
 using TabulaControl::Tabula;
 
 namespace {
-
-struct SheetKey {
-    Qt::Key key;
-    Qt::KeyboardModifiers modifiers;
-    const char* printed;
-};
-const std::vector<SheetKey> sheetKeys{
-    {Qt::Key_F2, Qt::NoModifier, "Qt::Key_F2, Qt::NoModifier"},
-    {Qt::Key_Delete, Qt::NoModifier, "Qt::Key_Delete, Qt::NoModifier"},
-    {Qt::Key_Tab, Qt::NoModifier, "Qt::Key_Tab, Qt::NoModifier"},
-    {Qt::Key_Return, Qt::NoModifier, "Qt::Key_Return, Qt::NoModifier"},
-    {Qt::Key_Home, Qt::ControlModifier, "Qt::Key_Home, Qt::ControlModifier"},
-    {Qt::Key_End, Qt::ControlModifier, "Qt::Key_End, Qt::ControlModifier"},
-    {Qt::Key_Z, Qt::ControlModifier, "Qt::Key_Z, Qt::ControlModifier"},
-    {Qt::Key_Y, Qt::ControlModifier, "Qt::Key_Y, Qt::ControlModifier"},
-    {Qt::Key_X, Qt::ControlModifier, "Qt::Key_X, Qt::ControlModifier"},
-    {Qt::Key_V, Qt::ControlModifier, "Qt::Key_V, Qt::ControlModifier"},
-    {Qt::Key_C, Qt::ControlModifier, "Qt::Key_C, Qt::ControlModifier"},
-};
-
-Kind switchKind(const char* name, void (Tabula::*setter)(bool), int weight)
-{
-    return {QLatin1String(name), false, weight, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(0, 1); },
-            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(op.a != 0); },
-            [name](const Operation& op) { return fill(QStringLiteral("call([&] { grid->%1(%a); });").arg(QLatin1String(name)), op); }};
-}
 
 // Lines of random fields, some quoted, joined by one of the separators.
 QString csvText(Rng& r)
@@ -68,10 +42,7 @@ void loadCsv(Harness& h, const Operation& op)
     buffer.open(QIODevice::ReadOnly);
     const auto cancel = op.c ? QObject::connect(&h.grid(), &Tabula::csvProgress, &h.grid(), &Tabula::cancelCsv)
                              : QMetaObject::Connection();
-    struct Disconnect {
-        QMetaObject::Connection c;
-        ~Disconnect() { QObject::disconnect(c); }
-    } guard{cancel};
+    const auto disconnect = qScopeGuard([&cancel] { QObject::disconnect(cancel); });
     h.grid().loadCsv(buffer, csvOptions(op));
 }
 
@@ -121,18 +92,9 @@ void setModel(Harness& h, const Operation& op)
 std::vector<Kind> sheetKinds()
 {
     std::vector<Kind> k;
-    k.push_back({"sheetKey", true, 10,
-                 [](Rng& r, const Harness&, Operation& op) { op.a = r.range(0, int64_t(sheetKeys.size()) - 1); },
-                 [](Harness& h, const Operation& op) {
-                     const SheetKey& key = sheetKeys.at(size_t(op.a));
-                     QTest::keyClick(h.keyboardTarget(), key.key, key.modifiers);
-                 },
-                 [](const Operation& op) {
-                     return QStringLiteral("QTest::keyClick(focused(), %1);").arg(QLatin1String(sheetKeys.at(size_t(op.a)).printed));
-                 }});
-    k.push_back(switchKind("setSpreadsheetKeys", &Tabula::setSpreadsheetKeys, 3));
-    k.push_back(switchKind("setSortOnHeaderClick", &Tabula::setSortOnHeaderClick, 2));
-    k.push_back(switchKind("setFollowPalette", &Tabula::setFollowPalette, 1));
+    k.push_back(flag("setSpreadsheetKeys", &Tabula::setSpreadsheetKeys, 3));
+    k.push_back(flag("setSortOnHeaderClick", &Tabula::setSortOnHeaderClick, 2));
+    k.push_back(flag("setFollowPalette", &Tabula::setFollowPalette, 1));
     k.push_back({"undo", false, 3, {}, [](Harness& h, const Operation&) { h.grid().undoStack()->undo(); },
                  host("undoStack()->undo()")});
     k.push_back({"redo", false, 2, {}, [](Harness& h, const Operation&) { h.grid().undoStack()->redo(); },
