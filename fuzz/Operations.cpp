@@ -37,24 +37,21 @@ struct Modifiers {
     Qt::KeyboardModifiers value;
     const char* name;
 };
-const std::vector<Modifiers> modifiers{
-    {Qt::NoModifier, "Qt::NoModifier"},
-    {Qt::NoModifier, "Qt::NoModifier"},
-    {Qt::NoModifier, "Qt::NoModifier"},
-    {Qt::ShiftModifier, "Qt::ShiftModifier"},
-    {Qt::ControlModifier, "Qt::ControlModifier"},
-    {Qt::AltModifier, "Qt::AltModifier"},
-    {Qt::ShiftModifier | Qt::ControlModifier, "Qt::ShiftModifier | Qt::ControlModifier"},
-};
-
 struct Button {
     Qt::MouseButton value;
     const char* name;
 };
-const std::vector<Button> buttons{
-    {Qt::LeftButton, "Qt::LeftButton"}, {Qt::LeftButton, "Qt::LeftButton"}, {Qt::LeftButton, "Qt::LeftButton"},
-    {Qt::RightButton, "Qt::RightButton"}, {Qt::MiddleButton, "Qt::MiddleButton"},
+#define NAMED(Type, value) Type { value, #value }
+const std::vector<Modifiers> modifiers{
+    NAMED(Modifiers, Qt::NoModifier),      NAMED(Modifiers, Qt::NoModifier),  NAMED(Modifiers, Qt::NoModifier),
+    NAMED(Modifiers, Qt::ShiftModifier),   NAMED(Modifiers, Qt::ControlModifier), NAMED(Modifiers, Qt::AltModifier),
+    NAMED(Modifiers, Qt::ShiftModifier | Qt::ControlModifier),
 };
+const std::vector<Button> buttons{
+    NAMED(Button, Qt::LeftButton),  NAMED(Button, Qt::LeftButton),   NAMED(Button, Qt::LeftButton),
+    NAMED(Button, Qt::RightButton), NAMED(Button, Qt::MiddleButton),
+};
+#undef NAMED
 
 // Children that take mouse input, by the name a test finds them with.
 const std::vector<const char*> targets{"picGrid", "picGrid", "picGrid", "picGrid", "scrVertical", "scrHorizontal",
