@@ -25,13 +25,15 @@ struct Kind {
 inline int32_t i32(int64_t v) { return static_cast<int32_t>(v); }
 inline int16_t i16(int64_t v) { return static_cast<int16_t>(v); }
 
-// Fills %a..%d and %s of a printed line with the step's arguments.
+// Fills a printed line with the step's arguments: %a..%d as numbers, %A..%C
+// as the variants they index, %s as the text.
 inline QString fill(QString format, const Operation& op)
 {
-    format.replace(QLatin1String("%a"), QString::number(op.a));
-    format.replace(QLatin1String("%b"), QString::number(op.b));
-    format.replace(QLatin1String("%c"), QString::number(op.c));
-    format.replace(QLatin1String("%d"), QString::number(op.d));
+    for (const auto& [mark, value] : {std::pair{'a', op.a}, {'b', op.b}, {'c', op.c}, {'d', op.d}}) {
+        if (const QString variantMark = QStringLiteral("%") + QChar(mark).toUpper(); format.contains(variantMark))
+            format.replace(variantMark, variantLiteral(value));
+        format.replace(QStringLiteral("%") + QLatin1Char(mark), QString::number(value));
+    }
     format.replace(QLatin1String("%s"), literal(op.text));
     return format;
 }

@@ -277,31 +277,20 @@ std::vector<Kind> cellKinds()
                         h.negativeSizes |= op.b < 0;
                         (h.grid().*set)(i32(op.a), i32(op.b));
                     },
-                    [name](const Operation& op) {
-                        return QStringLiteral("call([&] { grid->%1(%2, %3); });").arg(QLatin1String(name)).arg(op.a).arg(op.b);
-                    }};
+                    host(QLatin1String(name) + QLatin1String("(%a, %b)"))};
     };
     k.push_back(sizeSetter("setRowHeight", 2, &Tabula::setRowHeight, rows));
     k.push_back(sizeSetter("setColWidth", 3, &Tabula::setColWidth, cols));
-    k.push_back({"setRowBookmark", false, 1,
-                 [row](Rng& r, const Harness& h, Operation& op) { row(r, h, op), op.b = r.range(0, variantCount() - 1); },
-                 [](Harness& h, const Operation& op) { h.grid().setRowBookmark(i32(op.a), variant(op.b)); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->setRowBookmark(%1, %2); });").arg(op.a).arg(variantLiteral(op.b));
-                 }});
+    auto rowAndValue = [row](Rng& r, const Harness& h, Operation& op) { row(r, h, op), op.b = r.range(0, variantCount() - 1); };
+    k.push_back(HOST_CALL(setRowBookmark, 1, rowAndValue, (i32(op.a), variant(op.b)), "(%a, %B)"));
     k.push_back(HOST_CALL(RowEmpty, 1, row, (i32(op.a)), "(%a)"));
     k.push_back(indexCall("RemoveItem", &Tabula::RemoveItem, row, 3));
-    k.push_back({"AddItem", false, 4,
-                 [](Rng& r, const Harness&, Operation& op) {
-                     op.text = text(r);
-                     op.b = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
-                     op.c = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
-                 },
-                 [](Harness& h, const Operation& op) { h.grid().AddItem(op.text, variant(op.b), variant(op.c)); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->AddItem(%1, %2, %3); });")
-                         .arg(literal(op.text), variantLiteral(op.b), variantLiteral(op.c));
-                 }});
+    auto item = [](Rng& r, const Harness&, Operation& op) {
+        op.text = text(r);
+        op.b = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
+        op.c = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
+    };
+    k.push_back(HOST_CALL(AddItem, 4, item, (op.text, variant(op.b), variant(op.c)), "(%s, %B, %C)"));
     k.push_back(HOST_CALL(Clear, 1, {}, (), "()"));
     return k;
 }
@@ -319,24 +308,13 @@ std::vector<Kind> columnKinds()
     k.push_back(HOST_CALL(setColAlign, 1, col, (i32(op.a), i32(op.b)), "(%a, %b)"));
     k.push_back(HOST_CALL(ColAlign, 1, col, (i32(op.a)), "(%a)"));
     k.push_back(HOST_CALL(setColMask, 2, col, (i32(op.a), i32(op.b)), "(%a, %b)"));
-    k.push_back({"setColAllowEdit", false, 1, col,
-                 [](Harness& h, const Operation& op) { h.grid().setColAllowEdit(i32(op.a), op.b & 1); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->setColAllowEdit(%1, %2); });").arg(op.a).arg((op.b & 1) ? "true" : "false");
-                 }});
-    k.push_back({"setColEditWidth", false, 1, [](Rng& r, const Harness& h, Operation& op) {
-                     op.a = indexFor(r, cols(h));
-                     op.b = r.percent(20) && !holdBack.hostile ? boundaryInt(r) : r.range(-1, 80);
-                 },
-                 [](Harness& h, const Operation& op) { h.grid().setColEditWidth(i32(op.a), i16(op.b)); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->setColEditWidth(%1, int16_t(%2)); });").arg(op.a).arg(op.b);
-                 }});
-    k.push_back({"AddLookup", false, 4, col,
-                 [](Harness& h, const Operation& op) { h.grid().AddLookup(i32(op.a), op.text, variant(op.c)); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->AddLookup(%1, %2, %3); });").arg(op.a).arg(literal(op.text), variantLiteral(op.c));
-                 }});
+    k.push_back(HOST_CALL(setColAllowEdit, 1, col, (i32(op.a), (op.b & 1) != 0), "(%a, (%b & 1) != 0)"));
+    auto editWidth = [](Rng& r, const Harness& h, Operation& op) {
+        op.a = indexFor(r, cols(h));
+        op.b = r.percent(20) && !holdBack.hostile ? boundaryInt(r) : r.range(-1, 80);
+    };
+    k.push_back(HOST_CALL(setColEditWidth, 1, editWidth, (i32(op.a), i16(op.b)), "(%a, int16_t(%b))"));
+    k.push_back(HOST_CALL(AddLookup, 4, col, (i32(op.a), op.text, variant(op.c)), "(%a, %s, %C)"));
     k.push_back(HOST_CALL(LookupItemData, 1, col, (i32(op.a), op.text), "(%a, %s)"));
     k.push_back(HOST_CALL(RemoveLookupValue, 1, col, (i32(op.a), op.text), "(%a, %s)"));
     k.push_back(indexCall("RemoveLookup", &Tabula::RemoveLookup, col));
@@ -402,21 +380,12 @@ std::vector<Kind> appearanceKinds()
     k.push_back(HOST_CALL(Picture, 1, {}, (), "()"));
     k.push_back(HOST_CALL(setFormatString, 2, [](Rng& r, const Harness&, Operation& op) { op.text = formatString(r); },
                           (op.text), "(%s)"));
-    k.push_back({"AutoSetup", false, 1,
-                 [](Rng& r, const Harness&, Operation& op) {
-                     op.a = r.range(0, variantCount() - 1);
-                     op.b = r.range(0, variantCount() - 1);
-                     op.c = r.range(0, 3);
-                     op.text = formatString(r);
-                 },
-                 [](Harness& h, const Operation& op) {
-                     h.grid().AutoSetup(variant(op.a), variant(op.b), op.c & 1, op.c & 2, QVariant(op.text));
-                 },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->AutoSetup(%1, %2, %3, %4, QVariant(%5)); });")
-                         .arg(variantLiteral(op.a), variantLiteral(op.b), (op.c & 1) ? "true" : "false",
-                              (op.c & 2) ? "true" : "false", literal(op.text));
-                 }});
+    auto setup = [](Rng& r, const Harness&, Operation& op) {
+        op.a = r.range(0, variantCount() - 1), op.b = r.range(0, variantCount() - 1), op.c = r.range(0, 3);
+        op.text = formatString(r);
+    };
+    k.push_back(HOST_CALL(AutoSetup, 1, setup, (variant(op.a), variant(op.b), op.c & 1, op.c & 2, QVariant(op.text)),
+                          "(%A, %B, (%c & 1) != 0, (%c & 2) != 0, QVariant(%s))"));
     return k;
 }
 
@@ -446,14 +415,12 @@ std::vector<Kind> hostInputKinds()
     k.push_back({"MouseMove", false, 1, generate, mouse(&Tabula::MouseMove), print("MouseMove")});
     k.push_back({"MouseUp", false, 2, generate, mouse(&Tabula::MouseUp), print("MouseUp")});
     k.push_back(HOST_CALL(DblClick, 1, {}, (), "()"));
-    k.push_back({"KeyDown", false, 2,
-                 [](Rng& r, const Harness&, Operation& op) {
-                     static const std::array<int64_t, 12> codes{9, 13, 27, 33, 34, 35, 36, 37, 38, 39, 40, 46};
-                     op.a = r.percent(10) && !holdBack.hostile ? boundaryInt(r) : codes[size_t(r.range(0, 11))];
-                     op.b = r.range(0, 7);
-                 },
-                 [](Harness& h, const Operation& op) { h.grid().KeyDown(i16(op.a), i16(op.b)); },
-                 [](const Operation& op) { return QStringLiteral("call([&] { grid->KeyDown(int16_t(%1), %2); });").arg(op.a).arg(op.b); }});
+    auto keyCode = [](Rng& r, const Harness&, Operation& op) {
+        static const std::array<int64_t, 12> codes{9, 13, 27, 33, 34, 35, 36, 37, 38, 39, 40, 46};
+        op.a = r.percent(10) && !holdBack.hostile ? boundaryInt(r) : codes[size_t(r.range(0, 11))];
+        op.b = r.range(0, 7);
+    };
+    k.push_back(HOST_CALL(KeyDown, 2, keyCode, (i16(op.a), i16(op.b)), "(int16_t(%a), %b)"));
     return k;
 }
 
