@@ -100,7 +100,7 @@ TEST_P(Undo, EachUserChangeIsOneCommandThatUndoAndRedoRestoreWithAfterEdit)
 
 INSTANTIATE_TEST_SUITE_P(Sheet, Undo, ::testing::ValuesIn(undoCases), TabulaTest::caseName);
 
-TEST_F(Sheet, UndoOfAnAutoNewRowEditRemovesTheRowWithItsText)
+TEST_F(Sheet, UndoOfAnAutoNewRowEditRemovesTheRowWithItsTextAndFromTheSelection)
 {
     grid().setAutoNewRow(true);
     grid().setRows(4);
@@ -109,8 +109,9 @@ TEST_F(Sheet, UndoOfAnAutoNewRowEditRemovesTheRowWithItsText)
     key(editor(), Qt::Key_Return);
     ASSERT_EQ(grid().Rows(), 5);
     EXPECT_EQ(grid().undoStack()->count(), 1);
+    grid().setRow(1), grid().setRow2(5);
     grid().undoStack()->undo();
-    EXPECT_EQ(grid().Rows(), 4);
+    EXPECT_EQ(QString("%1 %2").arg(grid().Rows()).arg(grid().Row2()), "4 4");
     grid().undoStack()->redo();
     EXPECT_EQ(grid().Rows(), 5);
     EXPECT_EQ(grid().TextMatrix(4, 2), "n");
