@@ -20,7 +20,7 @@ QString csvText(Rng& r)
     QString csv;
     for (int64_t line = r.range(0, 6), fields = r.range(1, 5); line > 0; --line) {
         for (int64_t f = r.percent(10) ? r.range(1, 8) : fields; f > 0; --f)
-            csv += (r.percent(20) ? QLatin1Char('"') + text(r) + QLatin1Char('"') : text(r)) + (f > 1 ? separator : QChar());
+            csv += (r.percent(20) ? QLatin1Char('"') + text(r) + QLatin1Char('"') : text(r)) + (f > 1 ? QString(separator) : QString());
         csv += r.percent(90) ? QStringLiteral("\n") : QStringLiteral("\r\n");
     }
     return csv;
