@@ -56,7 +56,8 @@ void restoreLayout(Harness& h, const Operation& op)
 }
 
 // A host model that keeps every cell in memory and, like such a store,
-// refuses to grow past what it can hold (Qt's own model would try and fail).
+// refuses to grow past what it can hold (Qt's own model would try and fail):
+// more than the restoring step asks for, 500 rows of 32,767 columns.
 class HostModel : public QStandardItemModel {
 public:
     using QStandardItemModel::QStandardItemModel;
@@ -70,7 +71,7 @@ public:
     }
 
 private:
-    static bool holds(int64_t rows, int64_t cols) { return std::max<int64_t>(rows, 1) * std::max<int64_t>(cols, 1) <= 1'000'000; }
+    static bool holds(int64_t rows, int64_t cols) { return std::max<int64_t>(rows, 1) * std::max<int64_t>(cols, 1) <= 20'000'000; }
 };
 
 // A host model of its own size, kept by the grid; or none.
