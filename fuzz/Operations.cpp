@@ -27,31 +27,31 @@ const std::vector<Key> keys{
     KEY(Up),     KEY(Down),   KEY(Left),      KEY(Right), KEY(PageUp), KEY(PageDown), KEY(Home),  KEY(End),  KEY(Tab),
     KEY(Backtab), KEY(Return), KEY(Enter),    KEY(Escape), KEY(Space), KEY(Delete),   KEY(Insert), KEY(Backspace),
     KEY(F2),     KEY(F4),     KEY(A),         KEY(Z),     KEY(0),      KEY(5),        KEY(Minus), KEY(Slash), KEY(Period),
+    KEY(Y),      KEY(X),      KEY(V),         KEY(C),
 };
+// Shortcuts of the spreadsheet keys, each pressed with Ctrl.
+const std::array<Qt::Key, 7> shortcuts{Qt::Key_Home, Qt::Key_End, Qt::Key_Z, Qt::Key_Y, Qt::Key_X, Qt::Key_V, Qt::Key_C};
 #undef KEY
 
 struct Modifiers {
     Qt::KeyboardModifiers value;
     const char* name;
 };
-const std::vector<Modifiers> modifiers{
-    {Qt::NoModifier, "Qt::NoModifier"},
-    {Qt::NoModifier, "Qt::NoModifier"},
-    {Qt::NoModifier, "Qt::NoModifier"},
-    {Qt::ShiftModifier, "Qt::ShiftModifier"},
-    {Qt::ControlModifier, "Qt::ControlModifier"},
-    {Qt::AltModifier, "Qt::AltModifier"},
-    {Qt::ShiftModifier | Qt::ControlModifier, "Qt::ShiftModifier | Qt::ControlModifier"},
-};
-
 struct Button {
     Qt::MouseButton value;
     const char* name;
 };
-const std::vector<Button> buttons{
-    {Qt::LeftButton, "Qt::LeftButton"}, {Qt::LeftButton, "Qt::LeftButton"}, {Qt::LeftButton, "Qt::LeftButton"},
-    {Qt::RightButton, "Qt::RightButton"}, {Qt::MiddleButton, "Qt::MiddleButton"},
+#define NAMED(Type, value) Type { value, #value }
+const std::vector<Modifiers> modifiers{
+    NAMED(Modifiers, Qt::NoModifier),      NAMED(Modifiers, Qt::NoModifier),  NAMED(Modifiers, Qt::NoModifier),
+    NAMED(Modifiers, Qt::ShiftModifier),   NAMED(Modifiers, Qt::ControlModifier), NAMED(Modifiers, Qt::AltModifier),
+    NAMED(Modifiers, Qt::ShiftModifier | Qt::ControlModifier),
 };
+const std::vector<Button> buttons{
+    NAMED(Button, Qt::LeftButton),  NAMED(Button, Qt::LeftButton),   NAMED(Button, Qt::LeftButton),
+    NAMED(Button, Qt::RightButton), NAMED(Button, Qt::MiddleButton),
+};
+#undef NAMED
 
 // Children that take mouse input, by the name a test finds them with.
 const std::vector<const char*> targets{"picGrid", "picGrid", "picGrid", "picGrid", "scrVertical", "scrHorizontal",
@@ -159,10 +159,15 @@ Kind clickKind(const char* name, int weight,
 std::vector<Kind> inputKinds()
 {
     std::vector<Kind> k;
-    k.push_back({"key", true, 40,
+    k.push_back({"key", true, 50,
                  [](Rng& r, const Harness&, Operation& op) {
                      op.a = r.range(0, static_cast<int64_t>(keys.size()) - 1);
                      op.b = r.range(0, static_cast<int64_t>(modifiers.size()) - 1);
+                     if (r.percent(15)) {
+                         const Qt::Key key = shortcuts[size_t(r.range(0, int64_t(shortcuts.size()) - 1))];
+                         op.a = std::find_if(keys.begin(), keys.end(), [key](const Key& k) { return k.key == key; }) - keys.begin();
+                         op.b = 4;  // Qt::ControlModifier
+                     }
                  },
                  [](Harness& h, const Operation& op) {
                      QTest::keyClick(h.keyboardTarget(), keys.at(size_t(op.a)).key, modifiers.at(size_t(op.b)).value);
@@ -229,11 +234,7 @@ std::vector<Kind> inputKinds()
 // A host call with one row, column or count argument.
 Kind indexCall(const char* name, void (Tabula::*call)(int32_t), Generate generate, int weight = 1)
 {
-    return {QLatin1String(name), false, weight, std::move(generate),
-            [call](Harness& h, const Operation& op) { (h.grid().*call)(i32(op.a)); },
-            [name](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name)).arg(op.a);
-            }};
+    return oneArgument<int32_t>(name, call, weight, std::move(generate), i32, [](int64_t v) { return QString::number(v); });
 }
 
 // Host calls with row and column arguments.
@@ -276,31 +277,20 @@ std::vector<Kind> cellKinds()
                         h.negativeSizes |= op.b < 0;
                         (h.grid().*set)(i32(op.a), i32(op.b));
                     },
-                    [name](const Operation& op) {
-                        return QStringLiteral("call([&] { grid->%1(%2, %3); });").arg(QLatin1String(name)).arg(op.a).arg(op.b);
-                    }};
+                    host(QLatin1String(name) + QLatin1String("(%a, %b)"))};
     };
     k.push_back(sizeSetter("setRowHeight", 2, &Tabula::setRowHeight, rows));
     k.push_back(sizeSetter("setColWidth", 3, &Tabula::setColWidth, cols));
-    k.push_back({"setRowBookmark", false, 1,
-                 [row](Rng& r, const Harness& h, Operation& op) { row(r, h, op), op.b = r.range(0, variantCount() - 1); },
-                 [](Harness& h, const Operation& op) { h.grid().setRowBookmark(i32(op.a), variant(op.b)); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->setRowBookmark(%1, %2); });").arg(op.a).arg(variantLiteral(op.b));
-                 }});
+    auto rowAndValue = [row](Rng& r, const Harness& h, Operation& op) { row(r, h, op), op.b = r.range(0, variantCount() - 1); };
+    k.push_back(HOST_CALL(setRowBookmark, 1, rowAndValue, (i32(op.a), variant(op.b)), "(%a, %B)"));
     k.push_back(HOST_CALL(RowEmpty, 1, row, (i32(op.a)), "(%a)"));
     k.push_back(indexCall("RemoveItem", &Tabula::RemoveItem, row, 3));
-    k.push_back({"AddItem", false, 4,
-                 [](Rng& r, const Harness&, Operation& op) {
-                     op.text = text(r);
-                     op.b = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
-                     op.c = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
-                 },
-                 [](Harness& h, const Operation& op) { h.grid().AddItem(op.text, variant(op.b), variant(op.c)); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->AddItem(%1, %2, %3); });")
-                         .arg(literal(op.text), variantLiteral(op.b), variantLiteral(op.c));
-                 }});
+    auto item = [](Rng& r, const Harness&, Operation& op) {
+        op.text = text(r);
+        op.b = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
+        op.c = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
+    };
+    k.push_back(HOST_CALL(AddItem, 4, item, (op.text, variant(op.b), variant(op.c)), "(%s, %B, %C)"));
     k.push_back(HOST_CALL(Clear, 1, {}, (), "()"));
     return k;
 }
@@ -318,24 +308,13 @@ std::vector<Kind> columnKinds()
     k.push_back(HOST_CALL(setColAlign, 1, col, (i32(op.a), i32(op.b)), "(%a, %b)"));
     k.push_back(HOST_CALL(ColAlign, 1, col, (i32(op.a)), "(%a)"));
     k.push_back(HOST_CALL(setColMask, 2, col, (i32(op.a), i32(op.b)), "(%a, %b)"));
-    k.push_back({"setColAllowEdit", false, 1, col,
-                 [](Harness& h, const Operation& op) { h.grid().setColAllowEdit(i32(op.a), op.b & 1); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->setColAllowEdit(%1, %2); });").arg(op.a).arg((op.b & 1) ? "true" : "false");
-                 }});
-    k.push_back({"setColEditWidth", false, 1, [](Rng& r, const Harness& h, Operation& op) {
-                     op.a = indexFor(r, cols(h));
-                     op.b = r.percent(20) && !holdBack.hostile ? boundaryInt(r) : r.range(-1, 80);
-                 },
-                 [](Harness& h, const Operation& op) { h.grid().setColEditWidth(i32(op.a), i16(op.b)); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->setColEditWidth(%1, int16_t(%2)); });").arg(op.a).arg(op.b);
-                 }});
-    k.push_back({"AddLookup", false, 4, col,
-                 [](Harness& h, const Operation& op) { h.grid().AddLookup(i32(op.a), op.text, variant(op.c)); },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->AddLookup(%1, %2, %3); });").arg(op.a).arg(literal(op.text), variantLiteral(op.c));
-                 }});
+    k.push_back(HOST_CALL(setColAllowEdit, 1, col, (i32(op.a), (op.b & 1) != 0), "(%a, (%b & 1) != 0)"));
+    auto editWidth = [](Rng& r, const Harness& h, Operation& op) {
+        op.a = indexFor(r, cols(h));
+        op.b = r.percent(20) && !holdBack.hostile ? boundaryInt(r) : r.range(-1, 80);
+    };
+    k.push_back(HOST_CALL(setColEditWidth, 1, editWidth, (i32(op.a), i16(op.b)), "(%a, int16_t(%b))"));
+    k.push_back(HOST_CALL(AddLookup, 4, col, (i32(op.a), op.text, variant(op.c)), "(%a, %s, %C)"));
     k.push_back(HOST_CALL(LookupItemData, 1, col, (i32(op.a), op.text), "(%a, %s)"));
     k.push_back(HOST_CALL(RemoveLookupValue, 1, col, (i32(op.a), op.text), "(%a, %s)"));
     k.push_back(indexCall("RemoveLookup", &Tabula::RemoveLookup, col));
@@ -344,42 +323,26 @@ std::vector<Kind> columnKinds()
     return k;
 }
 
-Kind flag(const char* name, void (Tabula::*setter)(bool), int weight = 1)
-{
-    return {QLatin1String(name), false, weight, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(0, 1); },
-            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(op.a != 0); },
-            [name](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name), op.a ? "true" : "false");
-            }};
-}
-
 Kind colourSetter(const char* name, void (Tabula::*setter)(TabulaControl::OleColor))
 {
-    return {QLatin1String(name), false, 1, [](Rng& r, const Harness&, Operation& op) { op.a = colour(r); },
-            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(static_cast<TabulaControl::OleColor>(op.a)); },
-            [name](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(0x%2); });").arg(QLatin1String(name)).arg(op.a, 0, 16);
-            }};
+    return oneArgument<TabulaControl::OleColor>(
+        name, setter, 1, [](Rng& r, const Harness&, Operation& op) { op.a = colour(r); },
+        [](int64_t v) { return static_cast<TabulaControl::OleColor>(v); }, [](int64_t v) { return QStringLiteral("0x%1").arg(v, 0, 16); });
 }
 
 Kind fontSetter(const char* name, void (Tabula::*setter)(TabulaControl::FontRef))
 {
-    return {QLatin1String(name), false, 1,
-            [](Rng& r, const Harness&, Operation& op) { op.a = r.range(holdBack.hostile ? 1 : 0, fontCount() - 1); },
-            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(font(op.a)); },
-            [name](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(%2); });").arg(QLatin1String(name), fontLiteral(op.a));
-            }};
+    return oneArgument<TabulaControl::FontRef>(
+        name, setter, 1, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(holdBack.hostile ? 1 : 0, fontCount() - 1); },
+        font, fontLiteral);
 }
 
 template <class E>
 Kind enumSetter(const char* name, void (Tabula::*setter)(E), const char* type, int64_t last)
 {
-    return {QLatin1String(name), false, 1, [last](Rng& r, const Harness&, Operation& op) { op.a = smallEnum(r, last); },
-            [setter](Harness& h, const Operation& op) { (h.grid().*setter)(static_cast<E>(op.a)); },
-            [name, type](const Operation& op) {
-                return QStringLiteral("call([&] { grid->%1(%2(%3)); });").arg(QLatin1String(name), QLatin1String(type)).arg(op.a);
-            }};
+    return oneArgument<E>(
+        name, setter, 1, [last](Rng& r, const Harness&, Operation& op) { op.a = smallEnum(r, last); },
+        [](int64_t v) { return static_cast<E>(v); }, [type](int64_t v) { return QStringLiteral("%1(%2)").arg(QLatin1String(type)).arg(v); });
 }
 
 std::vector<Kind> appearanceKinds()
@@ -417,21 +380,12 @@ std::vector<Kind> appearanceKinds()
     k.push_back(HOST_CALL(Picture, 1, {}, (), "()"));
     k.push_back(HOST_CALL(setFormatString, 2, [](Rng& r, const Harness&, Operation& op) { op.text = formatString(r); },
                           (op.text), "(%s)"));
-    k.push_back({"AutoSetup", false, 1,
-                 [](Rng& r, const Harness&, Operation& op) {
-                     op.a = r.range(0, variantCount() - 1);
-                     op.b = r.range(0, variantCount() - 1);
-                     op.c = r.range(0, 3);
-                     op.text = formatString(r);
-                 },
-                 [](Harness& h, const Operation& op) {
-                     h.grid().AutoSetup(variant(op.a), variant(op.b), op.c & 1, op.c & 2, QVariant(op.text));
-                 },
-                 [](const Operation& op) {
-                     return QStringLiteral("call([&] { grid->AutoSetup(%1, %2, %3, %4, QVariant(%5)); });")
-                         .arg(variantLiteral(op.a), variantLiteral(op.b), (op.c & 1) ? "true" : "false",
-                              (op.c & 2) ? "true" : "false", literal(op.text));
-                 }});
+    auto setup = [](Rng& r, const Harness&, Operation& op) {
+        op.a = r.range(0, variantCount() - 1), op.b = r.range(0, variantCount() - 1), op.c = r.range(0, 3);
+        op.text = formatString(r);
+    };
+    k.push_back(HOST_CALL(AutoSetup, 1, setup, (variant(op.a), variant(op.b), op.c & 1, op.c & 2, QVariant(op.text)),
+                          "(%A, %B, (%c & 1) != 0, (%c & 2) != 0, QVariant(%s))"));
     return k;
 }
 
@@ -461,14 +415,12 @@ std::vector<Kind> hostInputKinds()
     k.push_back({"MouseMove", false, 1, generate, mouse(&Tabula::MouseMove), print("MouseMove")});
     k.push_back({"MouseUp", false, 2, generate, mouse(&Tabula::MouseUp), print("MouseUp")});
     k.push_back(HOST_CALL(DblClick, 1, {}, (), "()"));
-    k.push_back({"KeyDown", false, 2,
-                 [](Rng& r, const Harness&, Operation& op) {
-                     static const std::array<int64_t, 12> codes{9, 13, 27, 33, 34, 35, 36, 37, 38, 39, 40, 46};
-                     op.a = r.percent(10) && !holdBack.hostile ? boundaryInt(r) : codes[size_t(r.range(0, 11))];
-                     op.b = r.range(0, 7);
-                 },
-                 [](Harness& h, const Operation& op) { h.grid().KeyDown(i16(op.a), i16(op.b)); },
-                 [](const Operation& op) { return QStringLiteral("call([&] { grid->KeyDown(int16_t(%1), %2); });").arg(op.a).arg(op.b); }});
+    auto keyCode = [](Rng& r, const Harness&, Operation& op) {
+        static const std::array<int64_t, 12> codes{9, 13, 27, 33, 34, 35, 36, 37, 38, 39, 40, 46};
+        op.a = r.percent(10) && !holdBack.hostile ? boundaryInt(r) : codes[size_t(r.range(0, 11))];
+        op.b = r.range(0, 7);
+    };
+    k.push_back(HOST_CALL(KeyDown, 2, keyCode, (i16(op.a), i16(op.b)), "(int16_t(%a), %b)"));
     return k;
 }
 
@@ -478,7 +430,8 @@ const std::vector<Kind>& kinds()
 {
     static const std::vector<Kind> all = [] {
         std::vector<Kind> k;
-        for (auto group : {inputKinds(), cellKinds(), columnKinds(), appearanceKinds(), hostInputKinds(), savedSettingsKinds()})
+        for (auto group : {inputKinds(), cellKinds(), columnKinds(), appearanceKinds(), hostInputKinds(), savedSettingsKinds(),
+                           sheetKinds()})
             k.insert(k.end(), group.begin(), group.end());
         return k;
     }();
@@ -505,6 +458,13 @@ int weightOf(const Kind& k)
 }
 
 }  // namespace
+
+Kind flag(const char* name, void (Tabula::*set)(bool), int weight)
+{
+    return oneArgument<bool>(
+        name, set, weight, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(0, 1); },
+        [](int64_t v) { return v != 0; }, [](int64_t v) { return QLatin1String(v ? "true" : "false"); });
+}
 
 Operation restoreStep(Rng& rng)
 {

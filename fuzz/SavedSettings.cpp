@@ -60,16 +60,13 @@ void restore(Harness& h, const Operation& op)
     };
     const auto r = i32(op.c);
     const auto c = i32(op.d);
-    must("setRows", [&] { g.setRows(i32(op.a)); });
-    must("setCols", [&] { g.setCols(i32(op.b)); });
-    must("setTopRow", [&] { g.setTopRow(r); });
-    must("setLeftCol", [&] { g.setLeftCol(c); });
-    must("setRow", [&] { g.setRow(r); });
-    must("setCol", [&] { g.setCol(c); });
-    must("setRow1", [&] { g.setRow1(r); });
-    must("setCol1", [&] { g.setCol1(c); });
-    must("setRow2", [&] { g.setRow2(r); });
-    must("setCol2", [&] { g.setCol2(c); });
+    const std::tuple<const char*, void (Tabula::*)(int32_t), int32_t> settings[] = {
+        {"setRows", &Tabula::setRows, i32(op.a)}, {"setCols", &Tabula::setCols, i32(op.b)}, {"setTopRow", &Tabula::setTopRow, r},
+        {"setLeftCol", &Tabula::setLeftCol, c},   {"setRow", &Tabula::setRow, r},           {"setCol", &Tabula::setCol, c},
+        {"setRow1", &Tabula::setRow1, r},         {"setCol1", &Tabula::setCol1, c},         {"setRow2", &Tabula::setRow2, r},
+        {"setCol2", &Tabula::setCol2, c}};
+    for (const auto& [name, set, value] : settings)
+        must(name, [&, set = set, value = value] { (g.*set)(value); });
     must("setAutoRedraw", [&] { g.setAutoRedraw(true); });
     settle();
     must("Refresh", [&] { g.Refresh(); });

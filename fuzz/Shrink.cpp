@@ -106,6 +106,24 @@ auto copyGrid = [&](int width, int height, const QString& text) {
     TabulaControl::MemoryPropertyBag bag; grid->WriteProperties(bag); TabulaControl::Tabula second(bag);
     second.resize(width, height); second.show(); settle(); second.setTextMatrix(1, 1, text); (void)second.Picture();
     QTest::keyClick(second.findChild<QWidget*>("picGrid"), Qt::Key_Down); settle(); };
+auto csvOptions = [](int separator, bool header) { TabulaControl::CsvOptions o; o.headerRow = header;
+    o.separator = separator ? QStringLiteral(",;\t|")[separator - 1] : QChar(); return o; };
+auto loadCsv = [&](const QString& text, int separator, bool header, bool cancel) {
+    QByteArray bytes = text.toUtf8(); QBuffer b(&bytes); b.open(QIODevice::ReadOnly);
+    auto c = cancel ? QObject::connect(grid.get(), &TabulaControl::Tabula::csvProgress, grid.get(), &TabulaControl::Tabula::cancelCsv)
+                    : QMetaObject::Connection();
+    call([&] { grid->loadCsv(b, csvOptions(separator, header)); }); QObject::disconnect(c); };
+auto saveCsv = [&](int separator, bool header) { QBuffer b; b.open(QIODevice::WriteOnly); call([&] { grid->saveCsv(b, csvOptions(separator, header)); }); };
+auto printToPdf = [&] { QBuffer b; b.open(QIODevice::WriteOnly); QPdfWriter pdf(&b); call([&] { grid->print(&pdf); }); };
+auto restoreLayout = [&](int how, int at, int byte, const QString& text) {
+    QByteArray l = how == 2 ? text.toLatin1() : grid->saveLayout(); if (how == 1 && !l.isEmpty()) l[at % l.size()] = char(byte);
+    call([&] { (void)grid->restoreLayout(l); }); };
+auto setModelData = [&](int row, int col, const QString& text) {
+    auto* m = grid->model(); m->setData(m->index(row, col), text); (void)m->data(m->index(col, row)); settle(); };
+auto setStandardModel = [&](int rows, int cols, const QString& text) {
+    auto* m = rows > 0 ? new QStandardItemModel(rows, cols, grid.get()) : nullptr;
+    for (int r = 0; m && r < rows; ++r) for (int c = 0; c < cols; ++c) m->setItem(r, c, new QStandardItem(QString("%1-%2").arg(r).arg(c) + text));
+    call([&] { grid->setModel(m); }); };
 )";
 
 }  // namespace

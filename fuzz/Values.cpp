@@ -137,54 +137,33 @@ struct VariantValue {
     QVariant value;
     const char* cpp;
 };
+#define VALUE(...) VariantValue{QVariant(__VA_ARGS__), "QVariant(" #__VA_ARGS__ ")"}
 
 const std::vector<VariantValue>& variants()
 {
     static const std::vector<VariantValue> values{
-        {QVariant(), "QVariant()"},
-        {QVariant(0), "QVariant(0)"},
-        {QVariant(-1), "QVariant(-1)"},
-        {QVariant(255), "QVariant(255)"},
-        {QVariant(QStringLiteral("abc")), "QVariant(QStringLiteral(\"abc\"))"},
-        {QVariant(1e300), "QVariant(1e300)"},
-        {QVariant(QStringLiteral("12")), "QVariant(QStringLiteral(\"12\"))"},
-        {QVariant(qlonglong(1) << 40), "QVariant(qlonglong(1) << 40)"},
-        {QVariant(QDate(2000, 1, 1)), "QVariant(QDate(2000, 1, 1))"},
-        {QVariant(QStringList{QStringLiteral("a"), QStringLiteral("b")}), "QVariant(QStringList{\"a\", \"b\"})"},
-        {QVariant(true), "QVariant(true)"},
-        {QVariant(std::numeric_limits<double>::quiet_NaN()), "QVariant(std::numeric_limits<double>::quiet_NaN())"},
-        {QVariant(-32769), "QVariant(-32769)"},
-        {QVariant(65536), "QVariant(65536)"},
-        {QVariant(INT32_MIN), "QVariant(INT32_MIN)"},
-        {QVariant(QString(100000, QLatin1Char('z'))), "QVariant(QString(100000, QChar('z')))"},
-        {QVariant(-5), "QVariant(-5)"},
-        {QVariant(3), "QVariant(3)"},
-        {QVariant(QVariantList{1, 2}), "QVariant(QVariantList{1, 2})"},
+        VALUE(), VALUE(0), VALUE(-1), VALUE(255), VALUE(QStringLiteral("abc")), VALUE(1e300), VALUE(QStringLiteral("12")),
+        VALUE(qlonglong(1) << 40), VALUE(QDate(2000, 1, 1)), VALUE(QStringList{QStringLiteral("a"), QStringLiteral("b")}),
+        VALUE(true), VALUE(std::numeric_limits<double>::quiet_NaN()), VALUE(-32769), VALUE(65536), VALUE(INT32_MIN),
+        VALUE(QString(100000, QLatin1Char('z'))), VALUE(-5), VALUE(3), VALUE(QVariantList{1, 2}),
     };
     return values;
 }
+#undef VALUE
 
+// A font by name, size and whether every style is on; the first is none.
 struct FontValue {
-    bool null;
     const char* name;
     float size;
     bool styled;
-    const char* cpp;
 };
 
 const std::vector<FontValue>& fonts()
 {
     static const std::vector<FontValue> values{
-        {true, "", 0, false, "nullptr"},
-        {false, "", 8.25f, false, "font(\"\", 8.25f)"},
-        {false, "Sans", 0, false, "font(\"Sans\", 0)"},
-        {false, "Sans", -5, false, "font(\"Sans\", -5)"},
-        {false, "Sans", 1e6f, false, "font(\"Sans\", 1e6f)"},
-        {false, "NoSuchFont", 72, true, "font(\"NoSuchFont\", 72, true)"},
-        {false, "Sans", 1, false, "font(\"Sans\", 1)"},
-        {false, "Sans", 12, true, "font(\"Sans\", 12, true)"},
-        {false, "DejaVu Sans", 200, true, "font(\"DejaVu Sans\", 200, true)"},
-        {false, "", 200, true, "font(\"\", 200, true)"},
+        {nullptr, 0, false}, {"", 8.25f, false},        {"Sans", 0, false},          {"Sans", -5, false},
+        {"Sans", 1e6f, false}, {"NoSuchFont", 72, true}, {"Sans", 1, false},          {"Sans", 12, true},
+        {"DejaVu Sans", 200, true}, {"", 200, true},
     };
     return values;
 }
@@ -200,7 +179,7 @@ int fontCount() { return static_cast<int>(fonts().size()); }
 TabulaControl::FontRef font(int64_t index)
 {
     const FontValue& f = fonts().at(static_cast<size_t>(index));
-    if (f.null)
+    if (!f.name)
         return nullptr;
     auto result = std::make_shared<TabulaControl::StdFont>();
     result->Name = QLatin1String(f.name);
@@ -209,7 +188,13 @@ TabulaControl::FontRef font(int64_t index)
     return result;
 }
 
-QString fontLiteral(int64_t index) { return QLatin1String(fonts().at(static_cast<size_t>(index)).cpp); }
+QString fontLiteral(int64_t index)
+{
+    const FontValue& f = fonts().at(static_cast<size_t>(index));
+    if (!f.name)
+        return QStringLiteral("nullptr");
+    return QStringLiteral("font(\"%1\", %2%3)").arg(QLatin1String(f.name)).arg(double(f.size)).arg(f.styled ? ", true" : "");
+}
 
 int64_t coordinate(Rng& rng, int64_t extent)
 {

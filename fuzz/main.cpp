@@ -101,26 +101,14 @@ void say(const QString& text)
 // so every sequence starts from the same state, and a crash or a sanitizer
 // report ends the child only: the parent still has the steps, which the child
 // sends it before running each one.
-class Channel {
-public:
-    explicit Channel(int fd) : fd_(fd) {}
-    void send(const QString& line)
-    {
-        const QByteArray bytes = line.toUtf8() + '\n';
-        for (qsizetype done = 0; done < bytes.size();) {
-            const ssize_t n = ::write(fd_, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
-            if (n <= 0)
-                return;
-            done += n;
-        }
-    }
+void send(int fd, const QString& line)
+{
+    const QByteArray bytes = line.toUtf8() + '\n';
+    for (qsizetype done = 0, n = 0; done < bytes.size(); done += n)
+        if ((n = ::write(fd, bytes.constData() + done, static_cast<size_t>(bytes.size() - done))) <= 0)
+            return;
+}
 
-private:
-    int fd_;
-};
-
-// Runs steps on a fresh grid, from the list and then, while more is asked
-// for, drawn from rng; reports each step before it runs.
 // How often the steps reached the editor and the drop-down list, and how
 // often a step raised a ComponentError: a rough measure of what a run covers.
 struct Reach {
@@ -148,7 +136,9 @@ QString pictureDigest(const QImage& picture)
 
 bool tracePictures = false;
 
-Verdict runSteps(Channel& channel, const Sequence& given, Rng* rng, int64_t drawn)
+// Runs steps on a fresh grid, from the list and then, while more is asked
+// for, drawn from rng; reports each step before it runs.
+Verdict runSteps(int channel, const Sequence& given, Rng* rng, int64_t drawn)
 {
     Harness harness;
     Reach reach;
@@ -157,16 +147,16 @@ Verdict runSteps(Channel& channel, const Sequence& given, Rng* rng, int64_t draw
         const Operation op = i < static_cast<int64_t>(given.size()) ? given[static_cast<size_t>(i)]
                              : i + 1 < total                         ? generate(*rng, harness)
                                                                      : restoreStep(*rng);
-        channel.send(QStringLiteral("op ") + serialize(op));
+        send(channel, QStringLiteral("op ") + serialize(op));
         try {
             countReach(harness, checkedStep(harness, op), reach);
             if (tracePictures)
-                channel.send(QStringLiteral("picture ") + pictureDigest(harness.grid().Picture()));
+                send(channel, QStringLiteral("picture ") + pictureDigest(harness.grid().Picture()));
         } catch (const CheckFailure& failure) {
             return {QString::fromStdString(failure.what()), static_cast<size_t>(i), failure.detail};
         }
     }
-    channel.send(QStringLiteral("reach %1 %2 %3").arg(reach.editor).arg(reach.list).arg(reach.raised));
+    send(channel, QStringLiteral("reach %1 %2 %3").arg(reach.editor).arg(reach.list).arg(reach.raised));
     return {};
 }
 
@@ -254,11 +244,10 @@ ChildResult parseReport(const QByteArray& report)
 // handlers (the leak checker among them) of a process that forked.
 [[noreturn]] void childMain(int out, const Sequence& given, uint64_t seed, int64_t drawn)
 {
-    Channel channel(out);
     Rng rng(seed);
-    const Verdict verdict = runSteps(channel, given, &rng, drawn);
+    const Verdict verdict = runSteps(out, given, &rng, drawn);
     if (verdict.failed())
-        channel.send(QStringLiteral("fail\t%1\t%2\t%3").arg(verdict.failedAt).arg(verdict.signature, verdict.detail));
+        send(out, QStringLiteral("fail\t%1\t%2\t%3").arg(verdict.failedAt).arg(verdict.signature, verdict.detail));
     ::_exit(0);
 }
 

@@ -28,6 +28,9 @@ void Grid::bindCells(std::unique_ptr<CellSource> source)
     model = GridModel();
     source_ = std::move(source);
     model.bind(*source_);
+    // The undo history was made in the old cells: undone in the new ones it
+    // would put texts and row orders into rows they never had.
+    undoStack.clear();
     scrollBarsHome();
     followCounts();
 }
@@ -50,6 +53,7 @@ void Grid::unbindCells()
     model = std::move(*ownCells_);
     ownCells_.reset();
     source_.reset();
+    undoStack.clear();
     scrollBarsHome();
     followCounts();
 }

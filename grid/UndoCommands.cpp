@@ -110,8 +110,12 @@ void Grid::restoreCells(const std::vector<CellChange>& changes, bool undo, int32
             std::for_each(changes.rbegin(), changes.rend(), restore);
         else
             std::for_each(changes.begin(), changes.end(), restore);
-        if (undo && addedRow > 0 && model.rows().count() == addedRow)
+        // Rows alone pulls back only a current cell past the end; a block
+        // that reached into the removed row must leave it too.
+        if (undo && addedRow > 0 && model.rows().count() == addedRow) {
             setRows(addedRow - 1);
+            selection.clampRows(addedRow - 1);
+        }
     }
     redrawIfAuto();
 }

@@ -50,6 +50,7 @@ const UndoCase undoCases[] = {
     {"edit_that_added_a_row", [](Sheet& t) {
          QTest::keyClick(t.surface(), 'n');
          t.key(t.editor(), Qt::Key_Return);
+         t.grid().setRow2(5);
      }, "1,1 1,2 1,3/2,1 2,2 2,3/3,1 3,2 3,3/ n /  ", 1,
      [](Sheet& t) { t.grid().setAutoNewRow(true), t.grid().setRows(4), t.moveTo(4, 2); },
      "AfterEdit(4,2,) AfterEdit(4,2,n)"},
@@ -90,6 +91,7 @@ TEST_P(Undo, EachUserChangeIsOneCommandThatUndoAndRedoRestoreWithAfterEdit)
     log().clear();
     onSurface(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(cells(), before);
+    EXPECT_LE(grid().Row2(), grid().Rows()) << "the block keeps within the rows";
     EXPECT_FALSE(afterEdits().isEmpty());
     onSurface(Qt::Key_Y, Qt::ControlModifier);
     if (c.undoRedoEdits) {

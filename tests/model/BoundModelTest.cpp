@@ -7,6 +7,7 @@
 #include <QStandardItemModel>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUndoStack>
 
 namespace {
 
@@ -194,6 +195,16 @@ TEST_F(BoundDatabase, LoadsRowsAsTheUserNearsTheEnd)
         EXPECT_EQ(grid().Rows(), 600);
     }
     QSqlDatabase::removeDatabase("bound");
+}
+
+TEST_F(Bound, BindingAndUnbindingForgetTheUndoHistory)
+{
+    typeInto(2, 2, "x");
+    grid().setModel(nullptr);
+    EXPECT_FALSE(grid().undoStack()->canUndo());
+    typeInto(1, 1, "y");
+    grid().setModel(&items);
+    EXPECT_FALSE(grid().undoStack()->canUndo());
 }
 
 }  // namespace
