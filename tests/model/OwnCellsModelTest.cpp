@@ -1,6 +1,8 @@
 #include "tests/support/GridFixture.h"
 
 #include <QAbstractItemModelTester>
+#include <QDataWidgetMapper>
+#include <QLineEdit>
 #include <QSortFilterProxyModel>
 
 namespace {
@@ -13,7 +15,7 @@ protected:
     QString at(int row, int col) { return model().index(row, col).data().toString(); }
 };
 
-TEST_F(OwnCellsModel, MapsCellsAndHeadersForDisplayAndEditingAndCountsTheDataLines)
+TEST_F(OwnCellsModel, MapsCellsAndHeadersAndCountsTheDataLines)
 {
     QAbstractItemModelTester tester(&model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     grid().setTextMatrix(0, 2, "Name");
@@ -21,7 +23,6 @@ TEST_F(OwnCellsModel, MapsCellsAndHeadersForDisplayAndEditingAndCountsTheDataLin
     grid().setTextMatrix(2, 2, "b");
     EXPECT_EQ(QString("%1x%2").arg(model().rowCount()).arg(model().columnCount()), "3x5");
     EXPECT_EQ(at(1, 1), "b");
-    EXPECT_EQ(model().index(1, 1).data(Qt::EditRole), "b");
     EXPECT_EQ(model().headerData(1, Qt::Horizontal).toString(), "Name");
     EXPECT_EQ(model().headerData(1, Qt::Vertical).toString(), "two");
     EXPECT_TRUE(model().setData(model().index(0, 4), "x"));
@@ -56,6 +57,22 @@ TEST_F(OwnCellsModel, EveryChangeRaisesItsSignalAndProxiesFollow)
     grid().setCols(2);
     EXPECT_EQ(seen, QStringList({"inserted 3", "changed 3,0", "changed 3,1", "inserted 4", "changed 4,0",
                                  "changed 4,1", "changed 0,0", "removed 1", "reset", "reset"}));
+}
+
+TEST_F(OwnCellsModel, DataWidgetMapperEditsTheCurrentRecord)
+{
+    grid().setTextMatrix(2, 1, "before");
+    QLineEdit editor;
+    QDataWidgetMapper mapper;
+    mapper.setModel(&model());
+    mapper.addMapping(&editor, 0);
+    mapper.setCurrentIndex(1);
+    EXPECT_EQ(editor.text(), "before");
+    editor.setText("after");
+    EXPECT_TRUE(mapper.submit());
+    EXPECT_EQ(grid().TextMatrix(2, 1), "after");
+    grid().setTextMatrix(2, 1, "host");
+    EXPECT_EQ(editor.text(), "host");
 }
 
 }  // namespace
