@@ -16,6 +16,20 @@ std::vector<int32_t> newIndexes(const std::vector<int32_t>& order)
     return moved;
 }
 
+// The rows the current cell and the block sit on, and putting them back
+// where their records went.
+std::vector<int32_t> selectedRows(const Selection& selection)
+{
+    return {selection.row(), selection.block().row1, selection.block().row2};
+}
+
+void moveSelectedRows(Selection& selection, const std::vector<int32_t>& rows)
+{
+    selection.setRow(rows[0]);
+    selection.setRow1(rows[1]);
+    selection.setRow2(rows[2]);
+}
+
 }  // namespace
 
 void Grid::sort(int32_t col, Qt::SortOrder order)
@@ -47,12 +61,9 @@ void Grid::sort(int32_t col, Qt::SortOrder order)
 
 void Grid::sortBoundRows(int32_t col, bool descending)
 {
-    const navigation::CellBlock block = selection.block();
-    std::vector<int32_t> followed{selection.row(), block.row1, block.row2};
+    std::vector<int32_t> followed = selectedRows(selection);
     model.sortSource(col, descending, followed);
-    selection.setRow(followed[0]);
-    selection.setRow1(followed[1]);
-    selection.setRow2(followed[2]);
+    moveSelectedRows(selection, followed);
     appearance.setSortIndicator(col, descending);
     Refresh();
 }
@@ -61,12 +72,12 @@ void Grid::reorderRows(const std::vector<int32_t>& order)
 {
     model.permuteRows(order);
     const std::vector<int32_t> moved = newIndexes(order);
-    const auto follow = [&moved](int32_t row) {
-        return row >= 1 && static_cast<size_t>(row) < moved.size() ? moved[static_cast<size_t>(row)] : row;
-    };
-    selection.setRow(follow(selection.row()));
-    selection.setRow1(follow(selection.block().row1));
-    selection.setRow2(follow(selection.block().row2));
+    std::vector<int32_t> followed = selectedRows(selection);
+    for (int32_t& row : followed) {
+        if (row >= 1 && static_cast<size_t>(row) < moved.size())
+            row = moved[static_cast<size_t>(row)];
+    }
+    moveSelectedRows(selection, followed);
 }
 
 // The rows are put back as they were only while the grid has as many as
