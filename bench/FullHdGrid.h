@@ -49,6 +49,29 @@ inline void writeNewTexts(TabulaControl::Tabula& grid, int32_t rows, int32_t col
         grid.setAutoRedraw(true);
 }
 
+// Turns the event loop until a turn delivers no event. QAbstractItemView lays
+// out inserted rows from a zero timer and paints the scroll bar that layout
+// shows one turn later, so a single turn would leave part of its work undone.
+inline void runUntilIdle()
+{
+    struct DeliveryCounter : QObject {
+        int delivered = 0;
+        bool eventFilter(QObject*, QEvent*) override
+        {
+            ++delivered;
+            return false;
+        }
+    } counter;
+    qApp->installEventFilter(&counter);
+    for (int turn = 0; turn < 8; ++turn) {
+        counter.delivered = 0;
+        QApplication::processEvents();
+        if (counter.delivered == 0)
+            break;
+    }
+    qApp->removeEventFilter(&counter);
+}
+
 // More rows and columns than a 1920 x 1080 surface shows at the top left.
 inline constexpr int32_t ShownRows = 80;
 inline constexpr int32_t ShownCols = 32;

@@ -90,10 +90,11 @@ QStringList appendedFields()
     return fields;
 }
 
-// The host's texts are made and freed outside the measured time on both
-// sides: QTableWidget shares them with its items until the table goes, while
-// the grid copies them into its store and would otherwise be charged here for
-// the host freeing its own list.
+// Both sides turn the event loop until it is idle, so each has painted its
+// rows and its scroll bar. The host's texts are made and freed outside the
+// measured time on both sides: QTableWidget shares them with its items until
+// the table goes, while the grid copies them into its store and would
+// otherwise be charged here for the host freeing its own list.
 void appendRowsTabula(benchmark::State& state)
 {
     QStringList items;
@@ -108,7 +109,7 @@ void appendRowsTabula(benchmark::State& state)
         state.ResumeTiming();
         for (const QString& item : std::as_const(items))
             grid->AddItem(item);
-        QApplication::processEvents();
+        TabulaBench::runUntilIdle();
         state.PauseTiming();
         grid.reset();
         items.clear();
@@ -130,7 +131,7 @@ void appendRowsTableWidget(benchmark::State& state)
             for (int c = 0; c < AppendedCols; ++c)
                 table->setItem(r, c, new QTableWidgetItem(fields[r * AppendedCols + c]));
         }
-        QApplication::processEvents();
+        TabulaBench::runUntilIdle();
         state.PauseTiming();
         table.reset();
         fields.clear();
