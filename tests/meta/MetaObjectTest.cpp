@@ -147,7 +147,7 @@ TEST(MetaObject, EachEventIsASignalOfTheGridThatAFormConnectsByName)
     EXPECT_EQ(grid->TextMatrix(grid->Row(), grid->Col()), "");
 }
 
-TEST(MetaObject, PublishesEveryMemberWithItsTypeDesignabilityAndHelpText)
+TEST(MetaObject, PublishesEveryMemberWithItsTypeDesignabilityAndHelpTextAndTheEnumerations)
 {
     const auto members = publishedInterface();
     ASSERT_EQ(members.size(), 72u);
@@ -167,10 +167,7 @@ TEST(MetaObject, PublishesEveryMemberWithItsTypeDesignabilityAndHelpText)
         published += QChar(QLatin1Char(meta.property(i).name()[0])).isUpper() ? 1 : 0;
     EXPECT_EQ(published, properties);
     EXPECT_EQ(meta.classInfoCount() - meta.classInfoOffset(), static_cast<int>(members.size()));
-}
 
-TEST(MetaObject, PublishesTheEnumerationsWithTheirValues)
-{
     const std::pair<const char*, QStringList> enumerations[] = {
         {"BorderStyles", {"NoBorder", "Single", "ThinRaised", "ThinInset"}},
         {"FixedStyles", {"Flat", "ThreeD"}},
