@@ -134,7 +134,7 @@ TEST_P(HostOperation, ReachesTheModelAndTheGridFollows)
 
 INSTANTIATE_TEST_SUITE_P(Bound, HostOperation, ::testing::ValuesIn(hostCases), TabulaTest::caseName);
 
-TEST_F(Bound, ARefusedChangeKeepsTheTextRaisesNoAfterEditAndSaysWhy)
+TEST_F(Bound, ARefusedEditKeepsTheTextAndSaysWhyAndBindingOrUnbindingForgetsTheEdits)
 {
     const auto reported = errorSources();
     typeInto(1, 1, "bad");
@@ -144,6 +144,13 @@ TEST_F(Bound, ARefusedChangeKeepsTheTextRaisesNoAfterEditAndSaysWhy)
     const auto error = TabulaTest::errorOf([&] { grid().setTextMatrix(1, 1, "bad"); });
     EXPECT_EQ(error.Source, "TabulaControl.Tabula.TextMatrix");
     EXPECT_TRUE(error.causeText().contains("refused")) << error.causeText().toStdString();
+
+    typeInto(2, 2, "x");
+    grid().setModel(nullptr);
+    EXPECT_FALSE(grid().undoStack()->canUndo()) << "unbinding forgets the undo history";
+    typeInto(1, 1, "y");
+    grid().setModel(&items);
+    EXPECT_FALSE(grid().undoStack()->canUndo()) << "binding forgets the undo history";
 }
 
 using BoundMillions = GridFixture;
@@ -191,16 +198,6 @@ TEST_F(BoundDatabase, LoadsRowsAsTheUserNearsTheEnd)
         EXPECT_EQ(grid().Rows(), 600);
     }
     QSqlDatabase::removeDatabase("bound");
-}
-
-TEST_F(Bound, BindingAndUnbindingForgetTheUndoHistory)
-{
-    typeInto(2, 2, "x");
-    grid().setModel(nullptr);
-    EXPECT_FALSE(grid().undoStack()->canUndo());
-    typeInto(1, 1, "y");
-    grid().setModel(&items);
-    EXPECT_FALSE(grid().undoStack()->canUndo());
 }
 
 }  // namespace
