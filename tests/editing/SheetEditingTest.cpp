@@ -4,8 +4,6 @@
 #include <QListWidget>
 #include <QUndoStack>
 
-using TabulaControl::Tabula;
-
 namespace {
 
 // A grid of 3 x 3 cells reading "r,c", spreadsheet keys on.
