@@ -5,6 +5,7 @@
 #include <QSqlQuery>
 #include <QSqlTableModel>
 #include <QStandardItemModel>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QUndoStack>
 
@@ -178,9 +179,10 @@ using BoundDatabase = GridFixture;
 
 TEST_F(BoundDatabase, LoadsRowsAsTheUserNearsTheEnd)
 {
+    QTemporaryDir dir;
     {
         auto db = QSqlDatabase::addDatabase("QSQLITE", "bound");
-        db.setDatabaseName(":memory:");
+        db.setDatabaseName(dir.filePath("orders.db"));
         ASSERT_TRUE(db.open());
         QSqlQuery query(db);
         ASSERT_TRUE(query.exec("create table orders (id integer primary key, item text)"));
