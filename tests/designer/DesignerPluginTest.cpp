@@ -48,34 +48,6 @@ std::unique_ptr<QWidget> loadForm(QByteArray ui)
     return form;
 }
 
-// Designer's form editor, headless, with the test form open in it.
-class Designer : public ::testing::Test {
-protected:
-    static void SetUpTestSuite()
-    {
-        QCoreApplication::addLibraryPath(QFileInfo(pluginFile).path() + "/..");
-        core = QDesignerComponents::createFormEditor(nullptr);
-        QDesignerComponents::initializePlugins(core);
-        new QDesignerIntegration(core, core);
-    }
-    static void TearDownTestSuite() { delete core; }
-    void SetUp() override
-    {
-        window = core->formWindowManager()->createFormWindow();
-        QFile file(QStringLiteral(TABULA_TEST_DATA "/designer/form.ui"));
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        QString error;
-        ASSERT_TRUE(window->setContents(&file, &error)) << qPrintable(error);
-        grid = window->mainContainer()->findChild<QWidget*>("grid");
-        ASSERT_NE(grid, nullptr);
-    }
-    void TearDown() override { delete window; }
-
-    static inline QDesignerFormEditorInterface* core = nullptr;
-    QDesignerFormWindowInterface* window = nullptr;
-    QWidget* grid = nullptr;
-};
-
 QDialog* openDialog()
 {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -107,8 +79,21 @@ TEST(DesignerPlugin, PutsTabulaIntoItsOwnGroupOfTheWidgetBox)
     EXPECT_EQ(dropped->size(), QSize(320, 200));
 }
 
-TEST_F(Designer, SavesTheGridPropertiesAFormLoaderRestores)
+// Designer's form editor, headless, with the test form open in it.
+TEST(Designer, SavesWhatAFormLoaderRestoresAndItsTaskMenuEditsTheGridOnTheGeneralPage)
 {
+    QCoreApplication::addLibraryPath(QFileInfo(pluginFile).path() + "/..");
+    const std::unique_ptr<QDesignerFormEditorInterface> core(QDesignerComponents::createFormEditor(nullptr));
+    QDesignerComponents::initializePlugins(core.get());
+    new QDesignerIntegration(core.get(), core.get());
+    const std::unique_ptr<QDesignerFormWindowInterface> window(core->formWindowManager()->createFormWindow());
+    QFile file(QStringLiteral(TABULA_TEST_DATA "/designer/form.ui"));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QString error;
+    ASSERT_TRUE(window->setContents(&file, &error)) << qPrintable(error);
+    QWidget* grid = window->mainContainer()->findChild<QWidget*>("grid");
+    ASSERT_NE(grid, nullptr);
+
     const auto form = loadForm(window->contents().toUtf8());
     ASSERT_NE(form, nullptr);
     QWidget* loaded = form->findChild<QWidget*>("grid");
@@ -127,10 +112,7 @@ TEST_F(Designer, SavesTheGridPropertiesAFormLoaderRestores)
     // The plugin shares the application's library: the grid is of the application's own class.
     EXPECT_EQ(form->findChildren<TabulaControl::Tabula*>(), QList{qobject_cast<TabulaControl::Tabula*>(loaded)});
 #endif
-}
 
-TEST_F(Designer, TaskMenuEditsTheGridOnTheGeneralPageAndTheFormKeepsIt)
-{
     auto* menu = qt_extension<QDesignerTaskMenuExtension*>(core->extensionManager(), grid);
     ASSERT_NE(menu, nullptr);
     ASSERT_EQ(menu->taskActions().size(), 1);
@@ -151,9 +133,10 @@ TEST_F(Designer, TaskMenuEditsTheGridOnTheGeneralPageAndTheFormKeepsIt)
     EXPECT_EQ(openDialog(), nullptr);
     EXPECT_EQ(grid->property("Rows").toInt(), 7);
     EXPECT_TRUE(grid->property("ShowGrid").toBool());
-    const auto form = loadForm(window->contents().toUtf8());
-    ASSERT_NE(form, nullptr);
-    EXPECT_EQ(form->findChild<QWidget*>("grid")->property("Rows").toInt(), 7);
-    EXPECT_TRUE(form->findChild<QWidget*>("grid")->property("ShowGrid").toBool());
-    EXPECT_FALSE(form->findChild<QWidget*>("grid")->property("AutoNewRow").toBool());
+    const auto edited = loadForm(window->contents().toUtf8());
+    ASSERT_NE(edited, nullptr);
+    QWidget* saved = edited->findChild<QWidget*>("grid");
+    EXPECT_EQ(saved->property("Rows").toInt(), 7);
+    EXPECT_TRUE(saved->property("ShowGrid").toBool());
+    EXPECT_FALSE(saved->property("AutoNewRow").toBool());
 }

@@ -38,6 +38,12 @@ TEST(UicForm, SetsEveryDesignablePropertyOfTheGrid)
     for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
         designable += meta.property(i).isDesignable();
     EXPECT_EQ(designable, std::size(expected));
+
+    TabulaControl::MemoryPropertyBag bag;
+    ui.grid->WriteProperties(bag);
+    const Tabula loaded(bag);
+    for (const char* name : {"spreadsheetKeys", "sortOnHeaderClick", "followPalette"})
+        EXPECT_TRUE(loaded.property(name).toBool()) << "saved and read back: " << name;
 }
 
 // A font set on the grid as a widget becomes its Font; one it inherits does not.

@@ -74,7 +74,7 @@ TEST_P(EditorEnd, ClosesTheEditorAndStoresByTheWayItEnds)
 
 INSTANTIATE_TEST_SUITE_P(Editor, EditorEnd, ::testing::ValuesIn(endCases), TabulaTest::caseName);
 
-TEST_F(Editor, ACancelledOpeningOrALockedColumnOpensNothing)
+TEST_F(Editor, OpensOverTheCurrentCellInsideItsEdgesUnlessCancelledOrLocked)
 {
     log().onBeforeEdit = [](int32_t, int32_t, bool& cancel) { cancel = true; };
     key(Qt::Key_A);
@@ -84,6 +84,17 @@ TEST_F(Editor, ACancelledOpeningOrALockedColumnOpensNothing)
     key(Qt::Key_A);
     EXPECT_FALSE(editor()->isVisible());
     EXPECT_EQ(editEvents(), QStringList({"BeforeEdit(1,1)", "BeforeEdit(1,1)"}));
+
+    grid().setColEditWidth(2, 12);
+    grid().setColEditWidth(9, 4);
+    grid().setColEditWidth(2, -1);
+    EXPECT_EQ(grid().ColEditWidth(2), 12) << "bad arguments are ignored";
+    clickCell(2, 2);
+    grid().DblClick();
+    const QRect r = cell(2, 2);
+    const QPoint at = surface()->mapFrom(editor()->parentWidget(), editor()->pos());
+    EXPECT_EQ(QRect(at, editor()->size()), QRect(r.left() + 3, r.top() + 2, r.width() - 3, r.height()));
+    EXPECT_EQ(editor()->maxLength(), 12);
 }
 
 TEST_F(Editor, AutoNewRowAddsARowBelowAnEmptyLastRowOnce)
@@ -104,19 +115,8 @@ TEST_F(Editor, AutoNewRowAddsARowBelowAnEmptyLastRowOnce)
     EXPECT_EQ(grid().Rows(), 2);
 }
 
-TEST_F(Editor, OpensOverTheCurrentCellInsideItsEdges)
-{
-    grid().setColEditWidth(2, 12);
-    clickCell(2, 2);
-    grid().DblClick();
-    const QRect r = cell(2, 2);
-    const QPoint at = surface()->mapFrom(editor()->parentWidget(), editor()->pos());
-    EXPECT_EQ(QRect(at, editor()->size()), QRect(r.left() + 3, r.top() + 2, r.width() - 3, r.height()));
-    EXPECT_EQ(editor()->maxLength(), 12);
-}
-
 // With SelectText the key that opens the editor replaces the old text.
-TEST_F(Editor, MasksFilterTypedKeysOthersAreTypedAsThemselvesAndBadEditWidthsAreIgnored)
+TEST_F(Editor, MasksFilterTypedKeysOthersAreTypedAsThemselves)
 {
     // What the editor shows is what Enter stores.
     const struct { int32_t mask; const char *typed, *shown; } cases[] = {
@@ -135,10 +135,6 @@ TEST_F(Editor, MasksFilterTypedKeysOthersAreTypedAsThemselvesAndBadEditWidthsAre
         QTest::keyClick(editor(), Qt::Key_Return);
         EXPECT_EQ(grid().TextMatrix(1, 1), c.shown);
     }
-    grid().setColEditWidth(1, 4);
-    grid().setColEditWidth(9, 4);
-    grid().setColEditWidth(1, -1);
-    EXPECT_EQ(grid().ColEditWidth(1), 4) << "bad arguments are ignored";
 }
 
 TEST_F(Editor, ADateColumnBuildsTheDateAsItIsTyped)

@@ -4,8 +4,6 @@
 #include <QListWidget>
 #include <QUndoStack>
 
-using TabulaControl::Tabula;
-
 namespace {
 
 // A grid of 3 x 3 cells reading "r,c", spreadsheet keys on.
@@ -239,18 +237,5 @@ TEST_P(Sorting, OrdersRowsStablyByKindWithEmptyCellsLastTakingTheirDataAlongAndU
 }
 
 INSTANTIATE_TEST_SUITE_P(Sheet, Sorting, ::testing::ValuesIn(sortCases), TabulaTest::caseName);
-
-TEST_F(Sorting, TheSettingsBagKeepsTheSwitches)
-{
-    grid().setSpreadsheetKeys(true);
-    grid().setSortOnHeaderClick(true);
-    grid().setFollowPalette(true);
-    TabulaControl::MemoryPropertyBag bag;
-    grid().WriteProperties(bag);
-    const Tabula loaded(bag);
-    EXPECT_TRUE(loaded.spreadsheetKeys());
-    EXPECT_TRUE(loaded.sortOnHeaderClick());
-    EXPECT_TRUE(loaded.followPalette());
-}
 
 }  // namespace

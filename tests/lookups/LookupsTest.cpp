@@ -70,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
         CellButton{"button", "cmdButton", [](auto& g, int32_t c) { g.AddButton(c); }, "BtnClick(4,3)"}),
     TabulaTest::caseName);
 
-TEST_F(Lookups, RemovingTheOnlyButtonOrAMissingOneSucceedsButOneOfSeveralRunsPastTheEnd)
+TEST_F(Lookups, RemovingButtonsOverrunsPastTheOnlyOneAndLookupsGoByValueOrByColumn)
 {
     grid().AddButton(4);
     grid().RemoveButton(1);
@@ -83,10 +83,8 @@ TEST_F(Lookups, RemovingTheOnlyButtonOrAMissingOneSucceedsButOneOfSeveralRunsPas
     EXPECT_EQ(error.Source, "TabulaControl.Tabula.RemoveButton");
     EXPECT_FALSE(grid().ColHasButton(2));
     EXPECT_TRUE(grid().ColHasButton(3));
-}
 
-TEST_F(Lookups, RemovingTakesTheFirstOfDuplicateValuesOrOneWholeColumn)
-{
+    // A lookup value goes one at a time, the first of duplicates; a column goes whole.
     grid().AddLookup(1, "x");
     grid().AddLookup(2, "A");
     grid().AddLookup(2, "A");
@@ -124,7 +122,7 @@ TEST_F(DropDown, ButtonOpensTheListUnderItSizedByListBoxRowsAndASecondPressClose
     EXPECT_NEAR(list->height() * 15, 10 * perRow + 30, 15);
 }
 
-TEST_F(DropDown, TheCellTextOrATypedKeyChoosesTheItemWhichEnterOrAReleasePicksAndEscapeLeaves)
+TEST_F(DropDown, TheCellTextOrATypedKeyChoosesTheItemWhichEnterOrAReleasePicksAsTextOrItemData)
 {
     grid().setText("cherry");
     openByButton();
@@ -151,10 +149,9 @@ TEST_F(DropDown, TheCellTextOrATypedKeyChoosesTheItemWhichEnterOrAReleasePicksAn
     QTest::keyClick(surface(), Qt::Key_B);
     ASSERT_TRUE(form()->isVisible());
     EXPECT_EQ(list->currentRow(), 1) << "a typed key opens the list at its first match";
-}
+    QTest::keyClick(list, Qt::Key_Escape);
 
-TEST_F(DropDown, ItemDataIsFoundByExactValueAndWrittenWhenAsked)
-{
+    // Item data is found by the exact value and written instead of it when asked.
     grid().AddLookup(2, "X", 42);
     EXPECT_EQ(grid().LookupItemData(2, "X").toInt(), 42);
     EXPECT_EQ(grid().LookupItemData(2, "x").toInt(), -1);

@@ -135,7 +135,7 @@ TEST_P(HostOperation, ReachesTheModelAndTheGridFollows)
 
 INSTANTIATE_TEST_SUITE_P(Bound, HostOperation, ::testing::ValuesIn(hostCases), TabulaTest::caseName);
 
-TEST_F(Bound, ARefusedChangeKeepsTheTextRaisesNoAfterEditAndSaysWhy)
+TEST_F(Bound, ARefusedEditKeepsTheTextAndSaysWhyAndBindingOrUnbindingForgetsTheEdits)
 {
     const auto reported = errorSources();
     typeInto(1, 1, "bad");
@@ -145,6 +145,13 @@ TEST_F(Bound, ARefusedChangeKeepsTheTextRaisesNoAfterEditAndSaysWhy)
     const auto error = TabulaTest::errorOf([&] { grid().setTextMatrix(1, 1, "bad"); });
     EXPECT_EQ(error.Source, "TabulaControl.Tabula.TextMatrix");
     EXPECT_TRUE(error.causeText().contains("refused")) << error.causeText().toStdString();
+
+    typeInto(2, 2, "x");
+    grid().setModel(nullptr);
+    EXPECT_FALSE(grid().undoStack()->canUndo()) << "unbinding forgets the undo history";
+    typeInto(1, 1, "y");
+    grid().setModel(&items);
+    EXPECT_FALSE(grid().undoStack()->canUndo()) << "binding forgets the undo history";
 }
 
 using BoundMillions = GridFixture;
@@ -178,11 +185,9 @@ TEST_F(BoundDatabase, LoadsRowsAsTheUserNearsTheEnd)
         db.setDatabaseName(dir.filePath("orders.db"));
         ASSERT_TRUE(db.open());
         QSqlQuery query(db);
-        query.exec("create table orders (id integer primary key, item text)");
-        db.transaction();
-        for (int i = 1; i <= 600; ++i)
-            query.exec(QString("insert into orders values (%1, 'item %1')").arg(i));
-        db.commit();
+        ASSERT_TRUE(query.exec("create table orders (id integer primary key, item text)"));
+        ASSERT_TRUE(query.exec("with recursive n(i) as (select 1 union all select i + 1 from n where i < 600) "
+                               "insert into orders select i, 'item ' || i from n"));
         QSqlTableModel orders(nullptr, db);
         orders.setTable("orders");
         orders.select();
@@ -195,16 +200,6 @@ TEST_F(BoundDatabase, LoadsRowsAsTheUserNearsTheEnd)
         EXPECT_EQ(grid().Rows(), 600);
     }
     QSqlDatabase::removeDatabase("bound");
-}
-
-TEST_F(Bound, BindingAndUnbindingForgetTheUndoHistory)
-{
-    typeInto(2, 2, "x");
-    grid().setModel(nullptr);
-    EXPECT_FALSE(grid().undoStack()->canUndo());
-    typeInto(1, 1, "y");
-    grid().setModel(&items);
-    EXPECT_FALSE(grid().undoStack()->canUndo());
 }
 
 }  // namespace

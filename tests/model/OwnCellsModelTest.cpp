@@ -15,7 +15,7 @@ protected:
     QString at(int row, int col) { return model().index(row, col).data().toString(); }
 };
 
-TEST_F(OwnCellsModel, MapsCellsAndHeadersAndCountsTheDataLines)
+TEST_F(OwnCellsModel, MapsCellsAndHeadersCountsTheDataLinesAndSignalsEveryChangeToProxies)
 {
     QAbstractItemModelTester tester(&model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     grid().setTextMatrix(0, 2, "Name");
@@ -31,11 +31,7 @@ TEST_F(OwnCellsModel, MapsCellsAndHeadersAndCountsTheDataLines)
     EXPECT_EQ(model().index(0, 2).data(Qt::CheckStateRole).toInt(), Qt::Unchecked);
     EXPECT_TRUE(model().setData(model().index(0, 2), Qt::Checked, Qt::CheckStateRole));
     EXPECT_EQ(grid().TextMatrix(1, 3), "1");
-}
 
-TEST_F(OwnCellsModel, EveryChangeRaisesItsSignalAndProxiesFollow)
-{
-    QAbstractItemModelTester tester(&model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     QSortFilterProxyModel sorted;
     sorted.setSourceModel(&model());
     sorted.sort(0);

@@ -58,7 +58,7 @@ protected:
 
 }  // namespace
 
-TEST_F(Accessibility, TheGridIsATableOfItsDataCellsWithTheHeaderCaptionsAndCheckMarks)
+TEST_F(Accessibility, TheGridIsATableOfItsDataCellsWithCaptionsCheckMarksAndTheSelection)
 {
     EXPECT_EQ(table_->role(), QAccessible::Table);
     EXPECT_EQ(table()->rowCount(), 4);
@@ -90,23 +90,20 @@ TEST_F(Accessibility, TheGridIsATableOfItsDataCellsWithTheHeaderCaptionsAndCheck
     EXPECT_EQ(table_->childAt(cell->rect().center().x(), cell->rect().center().y()), cell);
     EXPECT_EQ(table()->cellAt(4, 0), nullptr);
 
-    grid().setRows(2);
-    EXPECT_FALSE(cell->isValid());
-}
-
-TEST_F(Accessibility, TheSelectionIsTheBlockOrElseTheCurrentCell)
-{
+    // The selection is the block, or else the current cell.
     moveTo(2, 3);
     EXPECT_EQ(table()->selectedCellCount(), 1);
     EXPECT_EQ(table_->focusChild(), table()->cellAt(1, 2));
     EXPECT_TRUE(table()->cellAt(1, 2)->tableCellInterface()->isSelected());
-
     select(2, 0, 3, 3);
     EXPECT_EQ(table()->selectedCellCount(), 6);
     EXPECT_EQ(table()->selectedRows(), QList<int>({1, 2}));
     EXPECT_TRUE(table()->selectedColumns().isEmpty());
     EXPECT_TRUE(table()->cellAt(2, 0)->state().selected);
     EXPECT_FALSE(table()->cellAt(0, 0)->state().selected);
+
+    grid().setRows(2);
+    EXPECT_FALSE(cell->isValid());
 }
 
 TEST_F(Accessibility, FocusSelectionAndValueChangesAreAnnounced)

@@ -32,7 +32,7 @@ protected:
 
 }  // namespace
 
-TEST_F(GeneralPage, LoadsTheFirstSelectedGrid)
+TEST_F(GeneralPage, LoadsTheFirstSelectedGridAndEditsReachItOnlyWhenApplied)
 {
     EXPECT_EQ(field<QLineEdit>("txtCols")->text(), "5");
     EXPECT_EQ(field<QLineEdit>("txtListBoxRows")->text(), "6");
@@ -41,10 +41,6 @@ TEST_F(GeneralPage, LoadsTheFirstSelectedGrid)
     EXPECT_EQ(field<QCheckBox>("chkAutoRedraw")->checkState(), Qt::Unchecked);
     EXPECT_EQ(field<QCheckBox>("chkShowGrid")->checkState(), Qt::Checked);
     EXPECT_FALSE(page.Changed());
-}
-
-TEST_F(GeneralPage, EditsMarkThePageChangedAndReachTheGridOnlyWhenApplied)
-{
     QTest::keyClicks(field<QLineEdit>("txtRows"), "0");
     EXPECT_TRUE(page.Changed());
     field<QCheckBox>("chkShowGrid")->setCheckState(Qt::PartiallyChecked);
