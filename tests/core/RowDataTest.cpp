@@ -35,8 +35,7 @@ TEST_F(RowData, AddItemAppendsTabSeparatedFieldsEmptyOrNotUnlessTheHostCancels)
 
 TEST_F(RowData, TooManyFieldsFailAfterTheRowWasAddedAndEarlierFieldsStored)
 {
-    const auto error = errorOf([&] { grid().AddItem("1\t2\t3\t4\t5\t6\t7"); });
-    EXPECT_EQ(error.Source, "TabulaControl.Tabula.AddItem");
+    EXPECT_EQ(errorOf([&] { grid().AddItem("1\t2\t3\t4\t5\t6\t7"); }).Source, "TabulaControl.Tabula.AddItem");
     EXPECT_EQ(grid().Rows(), 2);
     EXPECT_EQ(rowTexts(2), QStringList({"1", "2", "3", "4", "5"}));
     EXPECT_EQ(log().entries, QStringList({"BeforeAddRow"}));
