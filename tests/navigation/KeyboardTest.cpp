@@ -72,7 +72,8 @@ TEST_F(Keyboard, ShiftArrowsActLikeThePlainArrows)
                                           "KeyUp(16,0)"}));
 }
 
-TEST_F(Keyboard, InLineModesArrowsSelectTheNewLineOnlyInTheirOwnDirectionOrRight)
+// Row1 or Col1 is moved off the line between inputs to show which of them select it again.
+TEST_F(Keyboard, InLineModesArrowsInTheirOwnDirectionOrRightAndOneScrollStepsSelectTheCurrentLine)
 {
     grid().setSelectionMode(SelectionByRow);
     startAt(2, 2);
@@ -83,7 +84,13 @@ TEST_F(Keyboard, InLineModesArrowsSelectTheNewLineOnlyInTheirOwnDirectionOrRight
     EXPECT_EQ(grid().Row1(), 9);
     key(Qt::Key_Right);
     EXPECT_EQ(where(), "3,2 in 3,0:3,20");
+    grid().setRow1(7);
+    vertical()->setValue(4);
+    EXPECT_EQ(grid().Row1(), 7) << "a jump selects nothing";
+    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(where(), "3,2 in 3,0:3,20");
 
+    vertical()->setValue(1);
     grid().setSelectionMode(SelectionByCol);
     startAt(2, 2);
     key(Qt::Key_Right);
@@ -93,6 +100,8 @@ TEST_F(Keyboard, InLineModesArrowsSelectTheNewLineOnlyInTheirOwnDirectionOrRight
     grid().setCol1(9);
     key(Qt::Key_Down);
     EXPECT_EQ(grid().Col1(), 9);
+    horizontal()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(where(), "3,2 in 0,2:50,2");
 }
 
 TEST_F(Keyboard, PagingKeysActOnRelease)

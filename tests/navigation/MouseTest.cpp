@@ -259,7 +259,7 @@ TEST_F(Mouse, ADoubleClickOpensTheEditorAfterDblClickExceptOnHeadersAndCheckmark
     EXPECT_TRUE(editor()->isVisible());
 }
 
-TEST_F(Mouse, DraggingExtendsAndShrinksTheBlockInFreeMode)
+TEST_F(Mouse, DraggingExtendsAndShrinksTheBlockInFreeModeOnlyAndNotAfterAHeaderPress)
 {
     const QPoint from = centre(2, 2), far = centre(5, 4), to = centre(4, 3);
     press(from);
@@ -272,10 +272,6 @@ TEST_F(Mouse, DraggingExtendsAndShrinksTheBlockInFreeMode)
     EXPECT_EQ(log().entries, QStringList({"RowColChange(1,1)", mouse("MouseDown", 1, 0, from),
                                           mouse("MouseMove", 1, 0, far), mouse("MouseMove", 1, 0, to),
                                           mouse("MouseUp", 1, 0, to), "Click"}));
-}
-
-TEST_F(Mouse, DraggingInLineModesOrAfterAHeaderPressExtendsNothing)
-{
     grid().setSelectionMode(SelectionByRow);
     drag(centre(2, 2), centre(4, 3));
     EXPECT_EQ(where(), "2,2 in 2,0:2,20");
