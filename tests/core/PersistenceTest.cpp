@@ -7,6 +7,7 @@
 
 using TabulaControl::MemoryPropertyBag;
 using TabulaControl::SettingsPropertyBag;
+using TabulaControl::StdFont;
 using TabulaControl::Tabula;
 
 namespace {
@@ -98,10 +99,7 @@ TEST_P(SettingsFormat, EverySavedPropertySurvivesARoundTripThroughAFile)
     grid().setSelectionMode(TabulaControl::SelectionByRow);
     grid().setListBoxRows(9);
     grid().setGridLineColor(0x8000000F);
-    auto font = std::make_shared<TabulaControl::StdFont>(*grid().Font());
-    font->Name = "DejaVu Sans";
-    font->Size = 10.5f;
-    font->Bold = font->Italic = font->Underline = true;
+    const auto font = std::make_shared<StdFont>(StdFont{"DejaVu Sans", 10.5f, true, true, true});
     grid().setFont(font);
     grid().setFontEdit(font);
     grid().AddLookup(2, "Red, dark");
