@@ -15,7 +15,7 @@ class DateOnlyColumn : public RowData, public ::testing::WithParamInterface<Date
 
 }  // namespace
 
-TEST_F(RowData, AddItemAppendsTabSeparatedFieldsEmptyOrNotUnlessTheHostCancels)
+TEST_F(RowData, AddItemAppendsTabSeparatedFieldsValidatedByTheCurrentColumnsMaskUnlessTheHostCancels)
 {
     grid().AddItem("a\tb\tc");
     EXPECT_EQ(grid().Rows(), 2);
@@ -26,30 +26,25 @@ TEST_F(RowData, AddItemAppendsTabSeparatedFieldsEmptyOrNotUnlessTheHostCancels)
     grid().AddItem("");
     EXPECT_EQ(grid().Rows(), 4);
     EXPECT_EQ(rowTexts(4), QStringList({"", "", "", "", ""}));
+    grid().setColMask(1, TabulaControl::DateOnly);
+    grid().AddItem("3/7/2024\tnot a date");
+    EXPECT_EQ(rowTexts(5).mid(0, 2), QStringList({"03/07/2024", ""}));
+    grid().setCol(2);
+    grid().AddItem("3/7/2024");
+    EXPECT_EQ(grid().TextMatrix(6, 1), "3/7/2024");
     log().clear();
     log().onBeforeAddRow = [](bool& cancel) { cancel = true; };
     grid().AddItem("a");
-    EXPECT_EQ(grid().Rows(), 4) << "a cancelled BeforeAddRow changes nothing";
+    EXPECT_EQ(grid().Rows(), 6) << "a cancelled BeforeAddRow changes nothing";
     EXPECT_EQ(log().entries, QStringList({"BeforeAddRow"}));
 }
 
 TEST_F(RowData, TooManyFieldsFailAfterTheRowWasAddedAndEarlierFieldsStored)
 {
-    const auto error = errorOf([&] { grid().AddItem("1\t2\t3\t4\t5\t6\t7"); });
-    EXPECT_EQ(error.Source, "TabulaControl.Tabula.AddItem");
+    EXPECT_EQ(errorOf([&] { grid().AddItem("1\t2\t3\t4\t5\t6\t7"); }).Source, "TabulaControl.Tabula.AddItem");
     EXPECT_EQ(grid().Rows(), 2);
     EXPECT_EQ(rowTexts(2), QStringList({"1", "2", "3", "4", "5"}));
     EXPECT_EQ(log().entries, QStringList({"BeforeAddRow"}));
-}
-
-TEST_F(RowData, FieldsAreValidatedWithTheCurrentColumnsMask)
-{
-    grid().setColMask(1, TabulaControl::DateOnly);
-    grid().AddItem("3/7/2024\tnot a date");
-    EXPECT_EQ(rowTexts(2).mid(0, 2), QStringList({"03/07/2024", ""}));
-    grid().setCol(2);
-    grid().AddItem("3/7/2024");
-    EXPECT_EQ(grid().TextMatrix(3, 1), "3/7/2024");
 }
 
 TEST_F(RowData, NewRowOfACheckmarkColumnHoldsZero)

@@ -7,7 +7,7 @@ namespace {
 
 class RowsCols : public TabulaTest::WithRows<TabulaTest::GridFixture, 10> {};
 
-TEST_F(RowsCols, RowAndColClampAboveAndRaiseRowColChangeWithTheOldCellOnlyWhenTheyMove)
+TEST_F(RowsCols, RowAndColClampAboveAndRaiseRowColChangeWithTheOldCellOnlyWhenTheyMoveButShrinkingMovesThemQuietly)
 {
     grid().setCol(9);
     EXPECT_EQ(grid().Col(), 5);
@@ -20,15 +20,11 @@ TEST_F(RowsCols, RowAndColClampAboveAndRaiseRowColChangeWithTheOldCellOnlyWhenTh
     EXPECT_EQ(grid().Row(), -5) << "no clamp below";
     EXPECT_EQ(log().only({"RowColChange"}),
               QStringList({"RowColChange(1,1)", "RowColChange(1,5)", "RowColChange(4,5)", "RowColChange(10,5)"}));
-}
-
-TEST_F(RowsCols, ShrinkingPastTheCurrentCellMovesItAndTheSelectionQuietly)
-{
     moveTo(7, 5);
     log().clear();
     grid().setRows(3);
     grid().setCols(2);
-    EXPECT_EQ(where(), "3,2 in 3,2:3,2");
+    EXPECT_EQ(where(), "3,2 in 3,2:3,2") << "shrinking past the current cell moves it and the selection";
     EXPECT_TRUE(log().only({"RowColChange"}).isEmpty());
 }
 

@@ -72,7 +72,8 @@ TEST_F(Keyboard, ShiftArrowsActLikeThePlainArrows)
                                           "KeyUp(16,0)"}));
 }
 
-TEST_F(Keyboard, InLineModesArrowsSelectTheNewLineOnlyInTheirOwnDirectionOrRight)
+// Row1 or Col1 is moved off the line between inputs to show which of them select it again.
+TEST_F(Keyboard, InLineModesArrowsInTheirOwnDirectionOrRightAndOneScrollStepsSelectTheCurrentLine)
 {
     grid().setSelectionMode(SelectionByRow);
     startAt(2, 2);
@@ -83,7 +84,13 @@ TEST_F(Keyboard, InLineModesArrowsSelectTheNewLineOnlyInTheirOwnDirectionOrRight
     EXPECT_EQ(grid().Row1(), 9);
     key(Qt::Key_Right);
     EXPECT_EQ(where(), "3,2 in 3,0:3,20");
+    grid().setRow1(7);
+    vertical()->setValue(4);
+    EXPECT_EQ(grid().Row1(), 7) << "a jump selects nothing";
+    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(where(), "3,2 in 3,0:3,20");
 
+    vertical()->setValue(1);
     grid().setSelectionMode(SelectionByCol);
     startAt(2, 2);
     key(Qt::Key_Right);
@@ -93,32 +100,56 @@ TEST_F(Keyboard, InLineModesArrowsSelectTheNewLineOnlyInTheirOwnDirectionOrRight
     grid().setCol1(9);
     key(Qt::Key_Down);
     EXPECT_EQ(grid().Col1(), 9);
+    horizontal()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(where(), "3,2 in 0,2:50,2");
 }
 
-TEST_F(Keyboard, PagingKeysActOnReleaseAndBringTheRowToTheTop)
+TEST_F(Keyboard, PagingKeysActOnRelease)
 {
     QTest::keyPress(surface(), Qt::Key_End);
     EXPECT_EQ(current(), "1,1");
     QTest::keyRelease(surface(), Qt::Key_End);
     EXPECT_EQ(log().entries, QStringList({"KeyDown(35,0)", "Scroll", "KeyUp(35,0)", "RowColChange(1,1)"}));
-    // Rows start at 17 + 16 (r - 1): the paint stops after row 18, so a page is 16 rows.
-    const struct { Qt::Key key; int32_t from, row, topRow; } steps[] = {
-        {Qt::Key_End, 1, 50, 50},       {Qt::Key_Home, 50, 1, 1},   {Qt::Key_PageDown, 1, 17, 17},
-        {Qt::Key_PageUp, 17, 1, 1},     {Qt::Key_PageDown, 45, 50, 50}, {Qt::Key_PageUp, 5, 1, 1},
-    };
-    for (const auto& step : steps) {
-        if (step.key != Qt::Key_End) {
-            grid().setRow(step.from);
-            QTest::keyPress(surface(), step.key);
-            QTest::keyRelease(surface(), step.key);
-        }
-        EXPECT_EQ(current(), QString("%1,1").arg(step.row)) << step.key << " from " << step.from;
-        EXPECT_EQ(grid().TopRow(), step.topRow) << step.key << " from " << step.from;
-        if (step.key == Qt::Key_Home) {
-            EXPECT_EQ(where(), "1,1 in 1,1:1,1");
-        }
-    }
 }
+
+struct PageCase {
+    const char* name;
+    int32_t rows;
+    Qt::Key key;
+    int32_t from, row, topRow;
+    int presses = 1;
+};
+
+// Rows start at 17 + 16 (r - 1): the paint stops after row 18, so a page is 16 rows.
+const PageCase pageCases[] = {
+    {"end", 50, Qt::Key_End, 1, 50, 50},                  {"home", 50, Qt::Key_Home, 50, 1, 1},
+    {"page_down", 50, Qt::Key_PageDown, 1, 17, 17},       {"page_up", 50, Qt::Key_PageUp, 17, 1, 1},
+    {"page_down_near_the_end", 50, Qt::Key_PageDown, 45, 50, 50},
+    {"page_up_near_the_top", 50, Qt::Key_PageUp, 5, 1, 1},
+    {"up_with_one_row", 1, Qt::Key_PageUp, 1, 1, 1, 2},   {"down_with_one_row", 1, Qt::Key_PageDown, 1, 1, 1, 2},
+    {"up_with_two_rows", 2, Qt::Key_PageUp, 2, 2, 2, 2},  {"down_with_two_rows", 2, Qt::Key_PageDown, 1, 1, 1, 2},
+    {"home_with_no_rows", 0, Qt::Key_Home, 0, 0, 1, 2},   {"end_with_no_rows", 0, Qt::Key_End, 0, 0, 1, 2},
+    {"down_with_no_rows", 0, Qt::Key_PageDown, 0, 0, 1, 2},
+};
+
+class Paging : public TabulaTest::NavigationFixture, public ::testing::WithParamInterface<PageCase> {};
+
+TEST_P(Paging, BringsTheNewRowToTheTopKeepsItInsideTheGridAndLeavesTheBlock)
+{
+    const PageCase& c = GetParam();
+    const auto errors = errorSources();
+    grid().setRows(c.rows);
+    grid().setRow(c.from);
+    const QString block = where().section(' ', 1);
+    for (int i = 0; i < c.presses; ++i)
+        key(c.key);
+    EXPECT_EQ(current(), QString("%1,1").arg(c.row));
+    EXPECT_EQ(where().section(' ', 1), block);
+    EXPECT_EQ(grid().TopRow(), c.topRow);
+    EXPECT_EQ(*errors, QStringList());
+}
+
+INSTANTIATE_TEST_SUITE_P(Keyboard, Paging, ::testing::ValuesIn(pageCases), TabulaTest::caseName);
 
 TEST_F(Keyboard, TypingOpensTheEditorWithTheCharacterButTabDoesNot)
 {
@@ -131,28 +162,6 @@ TEST_F(Keyboard, TypingOpensTheEditorWithTheCharacterButTabDoesNot)
     EXPECT_TRUE(editor()->isVisible());
     EXPECT_EQ(editor()->text(), "a");
     EXPECT_EQ(log().entries, QStringList({"KeyDown(65,0)", "KeyPress(97)", "BeforeEdit(1,1)", "KeyUp(65,0)"}));
-}
-
-TEST_F(Keyboard, AnyKeyTogglesACheckmarkCellThatAllowsEditing)
-{
-    grid().setColMask(1, TabulaControl::checkmark);
-    grid().setTextMatrix(1, 1, "0");
-    log().clear();
-    key(Qt::Key_Space);
-    EXPECT_EQ(grid().TextMatrix(1, 1), "1");
-    EXPECT_EQ(log().entries, QStringList({"KeyDown(32,0)", "KeyPress(32)", "AfterEdit(1,1,1)", "KeyUp(32,0)"}));
-    key(Qt::Key_Tab);
-    EXPECT_EQ(grid().TextMatrix(1, 1), "0");
-    key(Qt::Key_X);
-    EXPECT_EQ(grid().TextMatrix(1, 1), "1");
-    EXPECT_FALSE(editor()->isVisible());
-    EXPECT_GT(markedTopEdge(1, 1), 10) << "the redrawn cell keeps its mark";
-
-    grid().setColAllowEdit(1, false);
-    log().clear();
-    key(Qt::Key_Space);
-    EXPECT_EQ(grid().TextMatrix(1, 1), "1");
-    EXPECT_TRUE(log().only({"AfterEdit"}).isEmpty());
 }
 
 TEST_F(Keyboard, ThePublicKeyDownAndMouseHandlersActWithoutRaisingTheirEvents)

@@ -63,10 +63,6 @@ TEST_F(Mouse, OnlyALeftPressMovesTheCurrentCellAndItDoesSoBeforeTheHostSeesMouse
         log().clear();
     }
     click(at);
-    EXPECT_EQ(where(), "3,2 in 3,2:3,2");
-    EXPECT_FALSE(grid().BlockSelected());
-    EXPECT_EQ(log().entries, QStringList{"RowColChange(1,1)"} + clickEvents(at));
-
     log().clear();
     click(at);
     EXPECT_EQ(log().entries, clickEvents(at)) << "no RowColChange for the current cell";
@@ -195,34 +191,59 @@ TEST_P(CutOffPress, ScrollsTheCellIntoViewByOneStepEachWayBeforeMoving)
 
 INSTANTIATE_TEST_SUITE_P(Mouse, CutOffPress, ::testing::ValuesIn(cutOffCases), TabulaTest::caseName);
 
-TEST_F(Mouse, APressTogglesACheckmarkCellAndAShiftPressTheCurrentOne)
+struct ToggleCase {
+    const char* name;
+    int32_t fromCol;
+    Qt::Key key;  // pressed on the surface, or else a press at `at`
+    QPoint at;
+    Qt::KeyboardModifiers keys;
+    QStringList events;  // of the first toggle
+};
+
+// (130, 24) is the centre of cell (1, 2), (130, 56) that of (3, 2).
+const ToggleCase toggleCases[] = {
+    {"press", 1, Qt::Key_unknown, {130, 24}, {},
+     {"AfterEdit(1,2,1)", "RowColChange(1,1)", "MouseDown(1,0,130,24)", "MouseUp(1,0,130,24)", "Click"}},
+    {"shift_press_on_another_cell", 2, Qt::Key_unknown, {130, 56}, Qt::ShiftModifier,
+     {"AfterEdit(1,2,1)", "MouseDown(1,1,130,56)", "MouseUp(1,1,130,56)", "Click"}},
+    {"space", 2, Qt::Key_Space, {}, {}, {"KeyDown(32,0)", "KeyPress(32)", "AfterEdit(1,2,1)", "KeyUp(32,0)"}},
+    {"tab", 2, Qt::Key_Tab, {}, {}, {"KeyDown(9,0)", "KeyPress(9)", "AfterEdit(1,2,1)", "KeyUp(9,0)"}},
+    {"letter", 2, Qt::Key_X, {}, {}, {"KeyDown(88,0)", "KeyPress(120)", "AfterEdit(1,2,1)", "KeyUp(88,0)"}},
+};
+
+// Column 2 holds check boxes, (1, 2) the text "abc".
+class Checkmark : public Mouse, public ::testing::WithParamInterface<ToggleCase> {};
+
+TEST_P(Checkmark, TogglesTheCurrentCellAndMakesAnyOtherTextOneUnlessTheColumnAllowsNoEdit)
 {
+    const ToggleCase& c = GetParam();
     grid().setColMask(2, TabulaControl::checkmark);
-    for (auto [row, text] : {std::pair{1, "0"}, {2, "abc"}, {3, "0"}})
-        grid().setTextMatrix(row, 2, text);
+    grid().setTextMatrix(1, 2, "abc");
+    moveTo(1, c.fromCol);
     log().clear();
-    const QPoint at = centre(1, 2);
-    click(at);
-    EXPECT_EQ(grid().TextMatrix(1, 2), "1");
-    EXPECT_EQ(log().entries, QStringList({"AfterEdit(1,2,1)", "RowColChange(1,1)"}) + clickEvents(at));
-    click(at);
-    EXPECT_EQ(grid().TextMatrix(1, 2), "0");
-    clickCell(2, 2);
-    EXPECT_EQ(grid().TextMatrix(2, 2), "1") << "any other text becomes 1";
-    clickCell(3, 2, Qt::ShiftModifier);
-    EXPECT_EQ(grid().TextMatrix(2, 2), "0");
-    EXPECT_EQ(grid().TextMatrix(3, 2), "0");
-    EXPECT_EQ(current(), "2,2");
-    EXPECT_EQ(log().only({"AfterEdit"}),
-              QStringList({"AfterEdit(1,2,1)", "AfterEdit(1,2,0)", "AfterEdit(2,2,1)", "AfterEdit(2,2,0)"}));
+    const auto toggled = [&] {
+        if (c.key != Qt::Key_unknown)
+            key(c.key);
+        else
+            click(c.at, c.keys);
+        return grid().TextMatrix(1, 2);
+    };
+    EXPECT_EQ(toggled(), "1");
+    EXPECT_EQ(log().entries, c.events);
+    EXPECT_EQ(toggled(), "0");
+    EXPECT_EQ(toggled(), "1");
+    EXPECT_EQ(current(), "1,2");
+    EXPECT_EQ(grid().TextMatrix(3, 2), "0") << "a shift press toggles the current cell only";
+    EXPECT_FALSE(editor()->isVisible());
+    EXPECT_GT(markedTopEdge(1, 2), 10) << "the redrawn cell keeps its mark";
 
     grid().setColAllowEdit(2, false);
     log().clear();
-    clickCell(1, 2);
-    EXPECT_EQ(grid().TextMatrix(1, 2), "0") << "a column that allows no edit keeps its text";
+    EXPECT_EQ(toggled(), "1") << "a column that allows no edit keeps its text";
     EXPECT_TRUE(log().only({"AfterEdit"}).isEmpty());
-    EXPECT_GT(markedTopEdge(1, 2), 10);
 }
+
+INSTANTIATE_TEST_SUITE_P(Mouse, Checkmark, ::testing::ValuesIn(toggleCases), TabulaTest::caseName);
 
 TEST_F(Mouse, ADoubleClickOpensTheEditorAfterDblClickExceptOnHeadersAndCheckmarks)
 {
@@ -238,7 +259,7 @@ TEST_F(Mouse, ADoubleClickOpensTheEditorAfterDblClickExceptOnHeadersAndCheckmark
     EXPECT_TRUE(editor()->isVisible());
 }
 
-TEST_F(Mouse, DraggingExtendsAndShrinksTheBlockInFreeMode)
+TEST_F(Mouse, DraggingExtendsAndShrinksTheBlockInFreeModeOnlyAndNotAfterAHeaderPress)
 {
     const QPoint from = centre(2, 2), far = centre(5, 4), to = centre(4, 3);
     press(from);
@@ -251,10 +272,6 @@ TEST_F(Mouse, DraggingExtendsAndShrinksTheBlockInFreeMode)
     EXPECT_EQ(log().entries, QStringList({"RowColChange(1,1)", mouse("MouseDown", 1, 0, from),
                                           mouse("MouseMove", 1, 0, far), mouse("MouseMove", 1, 0, to),
                                           mouse("MouseUp", 1, 0, to), "Click"}));
-}
-
-TEST_F(Mouse, DraggingInLineModesOrAfterAHeaderPressExtendsNothing)
-{
     grid().setSelectionMode(SelectionByRow);
     drag(centre(2, 2), centre(4, 3));
     EXPECT_EQ(where(), "2,2 in 2,0:2,20");

@@ -1,8 +1,5 @@
 #include "tests/navigation/NavigationFixture.h"
 
-using TabulaControl::SelectionByCol;
-using TabulaControl::SelectionByRow;
-
 namespace {
 
 // Where the view lands is checked here; the pixels a scroll moves are pinned
@@ -64,23 +61,6 @@ TEST_F(Scrolling, LeftColMovesTheCurrentColumnAndClampsOnlyAboveTheBarMaximum)
     grid().setLeftCol(99);
     EXPECT_EQ(view(), "left 20 at 3,20 bar 20");
     EXPECT_EQ(log().entries, QStringList({"Scroll"})) << "no RowColChange";
-}
-
-TEST_F(Scrolling, InLineModesAOneStepReselectsTheCurrentLineButAJumpDoesNot)
-{
-    grid().setSelectionMode(SelectionByCol);
-    clickCell(3, 2);
-    grid().setCol1(7);
-    horizontal()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_EQ(where(), "3,2 in 0,2:50,2");
-
-    grid().setSelectionMode(SelectionByRow);
-    clickCell(3, 2);
-    grid().setRow1(7);
-    vertical()->setValue(4);
-    EXPECT_EQ(grid().Row1(), 7);
-    vertical()->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-    EXPECT_EQ(where(), "3,2 in 3,0:3,20");
 }
 
 TEST_F(Scrolling, TheResizeZonesFollowTheScroll)

@@ -117,7 +117,8 @@ TEST_F(AppearanceSurface, AScrollKeepsNoCellForOneCutOffOtherwise)
     EXPECT_EQ(scrolled, picture());
 }
 
-TEST_F(AppearanceSurface, BackColorAndForeColorAreSharedByEveryGridOfTheThreadUntilANewOne)
+// BackColor and ForeColor are shared by every grid of the thread.
+TEST_F(AppearanceSurface, ANewGridResetsTheSharedColoursAndStartsWithThreeIndependentFonts)
 {
     Tabula other;
     grid().setBackColor(0x40FF80);
@@ -125,12 +126,8 @@ TEST_F(AppearanceSurface, BackColorAndForeColorAreSharedByEveryGridOfTheThreadUn
     EXPECT_EQ(other.BackColor(), 0x40FF80u);
     EXPECT_EQ(other.ForeColor(), 0x0000C0u);
     Tabula third;
-    EXPECT_EQ(grid().BackColor(), 0xFFFFFFu) << "a new grid resets them";
+    EXPECT_EQ(grid().BackColor(), 0xFFFFFFu);
     EXPECT_EQ(grid().ForeColor(), 0x80000012u);
-}
-
-TEST_F(AppearanceSurface, TheThreeFontsStartIndependent)
-{
     EXPECT_TRUE(grid().FontFixed()->Bold);
     EXPECT_FALSE(grid().Font()->Bold);
     EXPECT_FALSE(grid().FontEdit()->Bold);

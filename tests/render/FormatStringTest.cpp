@@ -180,24 +180,21 @@ TEST_F(AutoSetupMethod, ConvertsCountAndFormatVariantsAsTheSettersTakeThemAndKee
     EXPECT_EQ(grid().TextMatrix(0, 1), "42");
 }
 
-TEST_F(AutoSetupMethod, NonNumericCountFailsAndLeavesAutoRedrawOff)
+// A count fails before anything is set up; a caption after the repaint and
+// the column it adds. Either leaves AutoRedraw off, so the picture stays
+// that of the repaint.
+TEST_F(AutoSetupMethod, ANonNumericCountOrACaptionTooWideFailsAndLeavesAutoRedrawOff)
 {
+    const QString source = "TabulaControl.Tabula.AutoSetup";
     grid().setRows(5);
-    const auto error = errorOf([&] { grid().AutoSetup(QString("many"), 3, true, true, QString("A")); });
-    EXPECT_EQ(error.Source, "TabulaControl.Tabula.AutoSetup");
+    EXPECT_EQ(errorOf([&] { grid().AutoSetup(QString("many"), 3, true, true, QString("A")); }).Source, source);
     EXPECT_FALSE(grid().AutoRedraw());
     EXPECT_EQ(grid().Rows(), 0);
     EXPECT_EQ(grid().FormatString(), "");
-}
-
-// The caption that fails comes after the repaint and the column it adds;
-// with AutoRedraw left off, the picture stays that of the repaint.
-TEST_F(AutoSetupMethod, ACaptionTooWideFailsAfterTheRepaintWhosePictureStays)
-{
+    grid().setAutoRedraw(true);
     grid().AutoSetup(3, QVariant(), false, false, QString());
     const QImage repainted = picture();
-    const auto error = errorOf([&] { grid().AutoSetup(3, QVariant(), false, false, QString(10000, QChar('H'))); });
-    EXPECT_EQ(error.Source, "TabulaControl.Tabula.AutoSetup");
+    EXPECT_EQ(errorOf([&] { grid().AutoSetup(3, QVariant(), false, false, QString(10000, 'H')); }).Source, source);
     EXPECT_EQ(grid().Cols(), 1);
     EXPECT_EQ(picture(), repainted);
 }

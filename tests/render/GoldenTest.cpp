@@ -86,14 +86,6 @@ public:
     using NavigationFixture::clickCell;
     using NavigationFixture::horizontal;
     using NavigationFixture::vertical;
-
-protected:
-    void TearDown() override
-    {
-        grid().setBackColor(0xFFFFFF);
-        grid().setForeColor(0x80000012);
-        NavigationFixture::TearDown();
-    }
 };
 
 QString goldenPath(const char* name) { return QString(TABULA_GOLDEN_DIR "/%1.png").arg(name); }

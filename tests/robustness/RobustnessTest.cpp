@@ -6,40 +6,7 @@ namespace {
 
 class Robustness : public TabulaTest::NavigationFixture {};
 
-struct PageCase {
-    const char* name;
-    int32_t rows;
-    Qt::Key key;
-    int32_t from;
-    int32_t row;
-};
-
-const PageCase pageCases[] = {
-    {"up_with_one_row", 1, Qt::Key_PageUp, 1, 1},     {"down_with_one_row", 1, Qt::Key_PageDown, 1, 1},
-    {"up_with_two_rows", 2, Qt::Key_PageUp, 2, 2},    {"down_with_two_rows", 2, Qt::Key_PageDown, 1, 1},
-    {"home_with_no_rows", 0, Qt::Key_Home, 0, 0},     {"end_with_no_rows", 0, Qt::Key_End, 0, 0},
-    {"down_with_no_rows", 0, Qt::Key_PageDown, 0, 0},
-};
-
-class PageKeys : public Robustness, public ::testing::WithParamInterface<PageCase> {};
-
 }  // namespace
-
-TEST_P(PageKeys, KeepTheCurrentRowInsideTheGrid)
-{
-    const PageCase& c = GetParam();
-    auto errors = errorSources();
-    grid().setRows(c.rows);
-    if (c.from > 0)
-        grid().setRow(c.from);
-    key(c.key);
-    key(c.key);
-    EXPECT_EQ(grid().Row(), c.row);
-    EXPECT_LE(grid().TopRow(), std::max(c.rows, 1));
-    EXPECT_EQ(*errors, QStringList());
-}
-
-INSTANTIATE_TEST_SUITE_P(Robustness, PageKeys, ::testing::ValuesIn(pageCases), TabulaTest::caseName);
 
 TEST_F(Robustness, TheEditorNeverCutsTheTextAlreadyInTheCell)
 {

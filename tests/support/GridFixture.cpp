@@ -1,6 +1,7 @@
 #include "tests/support/GridFixture.h"
 
 #include <QApplication>
+#include <QRegularExpression>
 
 namespace TabulaTest {
 
@@ -41,13 +42,7 @@ EventLog::EventLog(TabulaEvents* events)
 
 QStringList EventLog::only(const QStringList& names) const
 {
-    QStringList result;
-    for (const QString& entry : entries) {
-        const QString name = entry.section('(', 0, 0);
-        if (names.contains(name))
-            result.append(entry);
-    }
-    return result;
+    return entries.filter(QRegularExpression("^(" + names.join('|') + ")(\\(|$)"));
 }
 
 void GridFixture::SetUp()
