@@ -262,6 +262,9 @@ void Grid::flushPaint()
     surface.setPendingRender({});
     // Painting settles what the layout did, so a layout that was current
     // stays current, though the inputs put back and forth moved revisions.
+    // Owed pixels can be made in the middle of a change (the vertical bar
+    // clamped while rows are removed); the layout is stale then, and
+    // painting settles the state as it is.
     const bool settled = layoutKeyCurrent();
 #ifdef TABULA_CACHE_CHECKS
     const auto fields = settledFields(*this);
@@ -270,7 +273,7 @@ void Grid::flushPaint()
         const InputsRestored restored(*this, inputs);
         paintAll();
 #ifdef TABULA_CACHE_CHECKS
-        TABULA_CHECK(settledFields(*this) == fields);
+        TABULA_CHECK(!settled || settledFields(*this) == fields);
 #endif
     } catch (...) {
         // Owed pixels are made outside the member that owed them: no caller to throw to.
