@@ -2,6 +2,8 @@
 
 #include <QMetaType>
 
+#include <algorithm>
+
 namespace TabulaControl::detail {
 
 namespace {
@@ -48,6 +50,35 @@ QString textOf(const QVariant& value)
     return value.toString();
 }
 
+// The last column a caption of format is written to, and the number of row
+// captions: the counts the header grows to, tokens split as HeaderParser
+// splits them.
+struct HeaderReach {
+    int32_t cols = 0;
+    int32_t rows = 0;
+};
+
+HeaderReach reachOf(const QString& format)
+{
+    HeaderReach reach;
+    bool rowPart = false;
+    int32_t col = 1;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i <= format.size(); ++i) {
+        const bool end = i == format.size();
+        if (!end && format.at(i) != QLatin1Char('|') && format.at(i) != QLatin1Char(';'))
+            continue;
+        if (i > start && rowPart)
+            ++reach.rows;
+        else if (i > start)
+            reach.cols = col;
+        ++col;
+        rowPart = rowPart || (!end && format.at(i) == QLatin1Char(';'));
+        start = i + 1;
+    }
+    return reach;
+}
+
 // Parses mFormatString into the header captions, alignments and widths.
 // Widths are measured before trailing blanks are dropped from a caption.
 class HeaderParser {
@@ -69,7 +100,6 @@ public:
         completeToken(true);
     }
 
-private:
     // An empty token clears its column, unless it is the last; a last column
     // caption clears the columns after it.
     void completeToken(bool last)
@@ -85,10 +115,24 @@ private:
             resetColumn(c);
     }
 
+    // After a failure, the counts as growing one caption at a time would have
+    // left them: at least as before, and as far as the captions had reached.
+    void shrinkToReached(int32_t colsBefore, int32_t rowsBefore)
+    {
+        const int32_t cols = std::max(colsBefore, reachedCols_);
+        const int32_t rows = std::max(rowsBefore, reachedRows_);
+        if (model_.cols().count() > cols)
+            g_.setCols(cols);
+        if (model_.rows().count() > rows)
+            g_.setRows(rows);
+    }
+
+private:
     void columnCaption()
     {
         if (model_.cols().count() < col_)
             g_.setCols(col_);
+        reachedCols_ = col_;
         int16_t alignment = 0;
         if (const auto mark = alignmentMark(token_.front())) {
             alignment = *mark;
@@ -105,6 +149,7 @@ private:
         col_ = 0;
         if (model_.rows().count() < row_)
             g_.setRows(row_);
+        reachedRows_ = row_;
         const double width = measure(token_) + CaptionPadding;
         if (width > model_.cols().size(0))
             model_.setColumnWidth(0, to16(roundTo32(width)));
@@ -131,6 +176,8 @@ private:
     QString token_;
     int32_t col_ = 1;
     int32_t row_ = 1;
+    int32_t reachedCols_ = 0;
+    int32_t reachedRows_ = 0;
     bool rowPart_ = false;
 };
 
@@ -149,7 +196,33 @@ void Grid::setFormatString(const QString& value)
     notifyPropertyChanged("FormatString");
 }
 
-void Grid::updateHeader() { HeaderParser(*this).run(model.formatString()); }
+// The grid grows once to what the captions reach: growing a caption at a
+// time would insert into a bound model once per caption.
+void Grid::updateHeader()
+{
+    const int32_t colsBefore = model.cols().count();
+    const int32_t rowsBefore = model.rows().count();
+    const HeaderReach reach = reachOf(model.formatString());
+    try {
+        if (reach.cols > colsBefore)
+            setCols(reach.cols);
+        if (reach.rows > rowsBefore)
+            setRows(reach.rows);
+    } catch (...) {
+        // The captions then grow the grid one at a time and fail where that fails.
+    }
+    HeaderParser parser(*this);
+    try {
+        parser.run(model.formatString());
+    } catch (...) {
+        try {
+            parser.shrinkToReached(colsBefore, rowsBefore);
+        } catch (...) {
+            // The caller hears of the parse's failure, not of this one.
+        }
+        throw;
+    }
+}
 
 void Grid::AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader, bool colHeader,
                      const QVariant& formatString)

@@ -1,6 +1,7 @@
 #include "tests/support/GridFixture.h"
 
 #include <QFontMetricsF>
+#include <QStandardItemModel>
 
 #include <cmath>
 #include <vector>
@@ -141,6 +142,26 @@ TEST_F(FormatStringProperty, AWidthPastSixteenBitsOrEmptyTokensPastTheLastColumn
     EXPECT_EQ(grid().FormatString(), "||||||");
     EXPECT_EQ(grid().Cols(), 5);
     EXPECT_EQ(grid().ColWidth(5), 64);
+}
+
+// A bound model hears of one insertion however many captions there are; a
+// failing caption leaves the columns grown as far as the captions reached.
+TEST_F(FormatStringProperty, GrowsTheColumnsOnceUpToTheFailingCaption)
+{
+    QStandardItemModel records(40, 1);
+    grid().setModel(&records);
+    QSignalSpy inserted(&records, &QAbstractItemModel::columnsInserted);
+    grid().setFormatString("A|B|C||E;one;two");
+    EXPECT_EQ(inserted.count(), 1);
+    EXPECT_EQ(records.columnCount(), 5);
+    grid().setModel(nullptr);
+
+    grid().setCols(2);
+    const QString tooWide(20000, QLatin1Char('W'));
+    EXPECT_EQ(errorOf([&] { grid().setFormatString("A|B|" + tooWide + "|D|E"); }).Source,
+              "TabulaControl.Tabula.FormatString");
+    EXPECT_EQ(grid().Cols(), 3);
+    EXPECT_EQ(grid().TextMatrix(0, 2), "B");
 }
 
 class AutoSetupMethod : public TabulaTest::GridFixture {};
