@@ -99,15 +99,20 @@ namespace {
 
 [[noreturn]] void fail(const QString& signature) { throw CheckFailure(signature); }
 
-// Runs the step; a component error is allowed, anything else escaping fails.
+// Runs the step, and then the event loop unless the next step is chained to
+// it; a component error is allowed, anything else escaping fails.
 bool runTrapped(Harness& harness, const Operation& op)
 {
+    const auto settleUnlessChained = [&] {
+        if (!op.chained)
+            settle();
+    };
     try {
         run(harness, op);
-        settle();
+        settleUnlessChained();
         return false;
     } catch (const ComponentError&) {
-        settle();
+        settleUnlessChained();
         return true;
     } catch (const CheckFailure&) {
         throw;
@@ -187,7 +192,8 @@ bool checkedStep(Harness& harness, const Operation& op)
         const bool raised = runTrapped(harness, op);
         if (guarded)
             checkInput(harness, op);
-        checkScreen(harness, op);
+        if (!op.chained)
+            checkScreen(harness, op);
         return raised;
     } catch (const CheckFailure& failure) {
         throw CheckFailure(QString::fromStdString(failure.what()), positions(harness.grid()));

@@ -20,6 +20,10 @@ struct Operation {
     int64_t c = 0;
     int64_t d = 0;
     QString text;
+    // A host call the next step follows straight away, as in a host's loop of
+    // calls: no turn of the event loop and no check in between, so pixels
+    // this one owes meet the next.
+    bool chained = false;
 };
 using Sequence = std::vector<Operation>;
 

@@ -496,6 +496,8 @@ Operation generate(Rng& rng, const Harness& harness)
     }
     if (kindOf(op).generate)
         kindOf(op).generate(rng, harness, op);
+    // Only steps printed as a bare call can print chained.
+    op.chained = !kindOf(op).input && rng.percent(25) && print(op).startsWith(QLatin1String("call("));
     return op;
 }
 
@@ -506,13 +508,13 @@ QString nameOf(const Operation& op) { return kindOf(op).name; }
 
 QString serialize(const Operation& op)
 {
-    return QStringLiteral("%1 %2 %3 %4 %5 %6")
+    return QStringLiteral("%1 %2 %3 %4 %5 %6%7")
         .arg(kindOf(op).name)
         .arg(op.a)
         .arg(op.b)
         .arg(op.c)
         .arg(op.d)
-        .arg(QString::fromLatin1(op.text.toUtf8().toHex()));
+        .arg(QString::fromLatin1(op.text.toUtf8().toHex()), QLatin1String(op.chained ? " chained" : ""));
 }
 
 std::optional<Operation> deserialize(const QString& line)
@@ -530,6 +532,7 @@ std::optional<Operation> deserialize(const QString& line)
     op.d = parts[4].toLongLong();
     if (parts.size() > 5)
         op.text = QString::fromUtf8(QByteArray::fromHex(parts[5].toLatin1()));
+    op.chained = parts.size() > 6 && parts[6] == QLatin1String("chained");
     return op;
 }
 

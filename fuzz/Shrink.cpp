@@ -85,6 +85,7 @@ auto watch = [&] {
 };
 watch();
 auto call = [&](auto body) { try { body(); } catch (const TabulaControl::ComponentError&) {} settle(); };
+auto chain = [&](auto body) { try { body(); } catch (const TabulaControl::ComponentError&) {} };
 auto child = [&](const char* name) { return grid->findChild<QWidget*>(name); };
 auto focused = [&] {
     for (QWidget* w = QApplication::focusWidget(); w; w = w->parentWidget())
@@ -136,8 +137,12 @@ QString reproduction(const Sequence& steps, const Verdict& verdict, uint64_t see
     if (!verdict.detail.isEmpty())
         lines << QStringLiteral("// state after the last step: %1").arg(verdict.detail);
     lines << QString::fromUtf8(preamble).trimmed();
-    for (const Operation& op : steps)
-        lines << (isInput(op) ? print(op) + QStringLiteral(" settle();") : print(op));
+    for (const Operation& op : steps) {
+        if (op.chained)
+            lines << QStringLiteral("chain(") + print(op).mid(5);
+        else
+            lines << (isInput(op) ? print(op) + QStringLiteral(" settle();") : print(op));
+    }
     lines << QStringLiteral("// the last step fails the check above");
     return lines.join(QLatin1Char('\n'));
 }
