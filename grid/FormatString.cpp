@@ -3,6 +3,7 @@
 #include <QMetaType>
 
 #include <algorithm>
+#include <vector>
 
 namespace TabulaControl::detail {
 
@@ -50,54 +51,94 @@ QString textOf(const QVariant& value)
     return value.toString();
 }
 
-// The last column a caption of format is written to, and the number of row
-// captions: the counts the header grows to, tokens split as HeaderParser
-// splits them.
-struct HeaderReach {
-    int32_t cols = 0;
-    int32_t rows = 0;
+// The text between two separators of a format string, whether a ';' came
+// before it, and whether it is the last.
+struct HeaderToken {
+    QString text;
+    bool rowPart = false;
+    bool last = false;
 };
 
-HeaderReach reachOf(const QString& format)
+std::vector<HeaderToken> tokensOf(const QString& format)
 {
-    HeaderReach reach;
-    bool rowPart = false;
-    int32_t col = 1;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i <= format.size(); ++i) {
-        const bool end = i == format.size();
-        if (!end && format.at(i) != QLatin1Char('|') && format.at(i) != QLatin1Char(';'))
+    std::vector<HeaderToken> tokens;
+    HeaderToken token;
+    for (QChar ch : format) {
+        if (ch != QLatin1Char('|') && ch != QLatin1Char(';')) {
+            token.text.append(ch);
             continue;
-        if (i > start && rowPart)
-            ++reach.rows;
-        else if (i > start)
-            reach.cols = col;
-        ++col;
-        rowPart = rowPart || (!end && format.at(i) == QLatin1Char(';'));
-        start = i + 1;
+        }
+        tokens.push_back(token);
+        token.text.clear();
+        token.rowPart = token.rowPart || ch == QLatin1Char(';');
     }
-    return reach;
+    token.last = true;
+    tokens.push_back(token);
+    return tokens;
 }
 
 // Parses mFormatString into the header captions, alignments and widths.
 // Widths are measured before trailing blanks are dropped from a caption.
+// The grid grows once to what the captions reach: growing a caption at a
+// time would insert into a bound model once per caption.
 class HeaderParser {
 public:
-    explicit HeaderParser(Grid& grid) : g_(grid), model_(grid.model) {}
-
-    void run(const QString& format)
+    explicit HeaderParser(Grid& grid)
+        : g_(grid), model_(grid.model), colsBefore_(model_.cols().count()), rowsBefore_(model_.rows().count())
     {
-        for (QChar ch : format) {
-            if (ch != QLatin1Char('|') && ch != QLatin1Char(';')) {
-                token_.append(ch);
-                continue;
+    }
+
+    void run(const std::vector<HeaderToken>& tokens)
+    {
+        growToReach(tokens);
+        try {
+            for (const HeaderToken& token : tokens) {
+                token_ = token.text;
+                rowPart_ = token.rowPart;
+                completeToken(token.last);
             }
-            completeToken(false);
-            token_.clear();
-            if (ch == QLatin1Char(';'))
-                rowPart_ = true;
+        } catch (...) {
+            shrinkToReached();
+            throw;
         }
-        completeToken(true);
+    }
+
+private:
+    // The last column a caption is written to and the number of row captions.
+    void growToReach(const std::vector<HeaderToken>& tokens)
+    {
+        int32_t cols = 0;
+        int32_t rows = 0;
+        for (size_t i = 0; i < tokens.size(); ++i) {
+            if (tokens[i].text.isEmpty())
+                continue;
+            if (tokens[i].rowPart)
+                ++rows;
+            else
+                cols = static_cast<int32_t>(i) + 1;
+        }
+        try {
+            if (cols > colsBefore_)
+                g_.setCols(cols);
+            if (rows > rowsBefore_)
+                g_.setRows(rows);
+        } catch (...) {
+            // The captions then grow the grid one at a time and fail where that fails.
+        }
+    }
+
+    // After a failure, the counts as growing one caption at a time would have
+    // left them: at least as before, and as far as the captions had reached.
+    void shrinkToReached() noexcept
+    {
+        try {
+            if (model_.cols().count() > std::max(colsBefore_, reachedCols_))
+                g_.setCols(std::max(colsBefore_, reachedCols_));
+            if (model_.rows().count() > std::max(rowsBefore_, reachedRows_))
+                g_.setRows(std::max(rowsBefore_, reachedRows_));
+        } catch (...) {
+            // The caller hears of the parse's failure, not of this one.
+        }
     }
 
     // An empty token clears its column, unless it is the last; a last column
@@ -115,19 +156,6 @@ public:
             resetColumn(c);
     }
 
-    // After a failure, the counts as growing one caption at a time would have
-    // left them: at least as before, and as far as the captions had reached.
-    void shrinkToReached(int32_t colsBefore, int32_t rowsBefore)
-    {
-        const int32_t cols = std::max(colsBefore, reachedCols_);
-        const int32_t rows = std::max(rowsBefore, reachedRows_);
-        if (model_.cols().count() > cols)
-            g_.setCols(cols);
-        if (model_.rows().count() > rows)
-            g_.setRows(rows);
-    }
-
-private:
     void columnCaption()
     {
         if (model_.cols().count() < col_)
@@ -173,6 +201,8 @@ private:
 
     Grid& g_;
     GridModel& model_;
+    const int32_t colsBefore_;
+    const int32_t rowsBefore_;
     QString token_;
     int32_t col_ = 1;
     int32_t row_ = 1;
@@ -196,33 +226,7 @@ void Grid::setFormatString(const QString& value)
     notifyPropertyChanged("FormatString");
 }
 
-// The grid grows once to what the captions reach: growing a caption at a
-// time would insert into a bound model once per caption.
-void Grid::updateHeader()
-{
-    const int32_t colsBefore = model.cols().count();
-    const int32_t rowsBefore = model.rows().count();
-    const HeaderReach reach = reachOf(model.formatString());
-    try {
-        if (reach.cols > colsBefore)
-            setCols(reach.cols);
-        if (reach.rows > rowsBefore)
-            setRows(reach.rows);
-    } catch (...) {
-        // The captions then grow the grid one at a time and fail where that fails.
-    }
-    HeaderParser parser(*this);
-    try {
-        parser.run(model.formatString());
-    } catch (...) {
-        try {
-            parser.shrinkToReached(colsBefore, rowsBefore);
-        } catch (...) {
-            // The caller hears of the parse's failure, not of this one.
-        }
-        throw;
-    }
-}
+void Grid::updateHeader() { HeaderParser(*this).run(tokensOf(model.formatString())); }
 
 void Grid::AutoSetup(const QVariant& rows, const QVariant& cols, bool rowHeader, bool colHeader,
                      const QVariant& formatString)
