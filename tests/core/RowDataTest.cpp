@@ -144,17 +144,3 @@ TEST_F(RowData, NonDateColumnsKeepTextAsGivenAndBadMasksAreIgnored)
         EXPECT_EQ(grid().ColMask(3), TabulaControl::NumericOnly) << bad;
     }
 }
-
-// Removing rows clamps the scrolled vertical bar, whose handler makes the
-// owed pixels while the rows are going.
-TEST_F(RowData, RemovingRowsOfAScrolledGridDrawsWhatAFreshRepaintDraws)
-{
-    grid().setRows(3);
-    grid().setRow(3);
-    grid().RemoveItem(3);
-    grid().RemoveItem(1);
-    EXPECT_EQ(grid().TopRow(), 1);
-    const QImage shown = picture();
-    grid().Refresh();
-    EXPECT_EQ(picture(), shown);
-}
