@@ -268,8 +268,8 @@ std::vector<Kind> cellKinds()
     // Sizes go to the header line, or with -1 to every line, now and then,
     // often negative there: lines past the view then come into it.
     auto line = [](Rng& r, Operation& op, int64_t count) {
-        op.a = r.percent(25) && !holdBack.hostile ? r.range(-1, 0) : indexFor(r, count);
-        op.b = op.a <= 0 && r.percent(40) && !holdBack.hostile ? r.range(-32768, -1) : pixels(r);
+        op.a = r.percent(25) ? r.range(-1, 0) : indexFor(r, count);
+        op.b = op.a <= 0 && r.percent(40) ? r.range(-32768, -1) : pixels(r);
     };
     auto sizeSetter = [line](const char* name, int weight, void (Tabula::*set)(int32_t, int32_t), auto count) {
         return Kind{QLatin1String(name), false, weight, [=](Rng& r, const Harness& h, Operation& op) { line(r, op, count(h)); },
@@ -287,8 +287,8 @@ std::vector<Kind> cellKinds()
     k.push_back(indexCall("RemoveItem", &Tabula::RemoveItem, row, 3));
     auto item = [](Rng& r, const Harness&, Operation& op) {
         op.text = text(r);
-        op.b = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
-        op.c = r.percent(80) || holdBack.hostile ? 0 : r.range(0, variantCount() - 1);
+        op.b = r.percent(80) ? 0 : r.range(0, variantCount() - 1);
+        op.c = r.percent(80) ? 0 : r.range(0, variantCount() - 1);
     };
     k.push_back(HOST_CALL(AddItem, 4, item, (op.text, variant(op.b), variant(op.c)), "(%s, %B, %C)"));
     k.push_back(HOST_CALL(Clear, 1, {}, (), "()"));
@@ -311,7 +311,7 @@ std::vector<Kind> columnKinds()
     k.push_back(HOST_CALL(setColAllowEdit, 1, col, (i32(op.a), (op.b & 1) != 0), "(%a, (%b & 1) != 0)"));
     auto editWidth = [](Rng& r, const Harness& h, Operation& op) {
         op.a = indexFor(r, cols(h));
-        op.b = r.percent(20) && !holdBack.hostile ? boundaryInt(r) : r.range(-1, 80);
+        op.b = r.percent(20) ? boundaryInt(r) : r.range(-1, 80);
     };
     k.push_back(HOST_CALL(setColEditWidth, 1, editWidth, (i32(op.a), i16(op.b)), "(%a, int16_t(%b))"));
     k.push_back(HOST_CALL(AddLookup, 4, col, (i32(op.a), op.text, variant(op.c)), "(%a, %s, %C)"));
@@ -333,7 +333,7 @@ Kind colourSetter(const char* name, void (Tabula::*setter)(TabulaControl::OleCol
 Kind fontSetter(const char* name, void (Tabula::*setter)(TabulaControl::FontRef))
 {
     return oneArgument<TabulaControl::FontRef>(
-        name, setter, 1, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(holdBack.hostile ? 1 : 0, fontCount() - 1); },
+        name, setter, 1, [](Rng& r, const Harness&, Operation& op) { op.a = r.range(0, fontCount() - 1); },
         font, fontLiteral);
 }
 
@@ -417,7 +417,7 @@ std::vector<Kind> hostInputKinds()
     k.push_back(HOST_CALL(DblClick, 1, {}, (), "()"));
     auto keyCode = [](Rng& r, const Harness&, Operation& op) {
         static const std::array<int64_t, 12> codes{9, 13, 27, 33, 34, 35, 36, 37, 38, 39, 40, 46};
-        op.a = r.percent(10) && !holdBack.hostile ? boundaryInt(r) : codes[size_t(r.range(0, 11))];
+        op.a = r.percent(10) ? boundaryInt(r) : codes[size_t(r.range(0, 11))];
         op.b = r.range(0, 7);
     };
     k.push_back(HOST_CALL(KeyDown, 2, keyCode, (i16(op.a), i16(op.b)), "(int16_t(%a), %b)"));
@@ -448,15 +448,6 @@ int kindIndex(const QString& name)
 
 const Kind& kindOf(const Operation& op) { return kinds().at(static_cast<size_t>(op.kind)); }
 
-// Steps whose every form belongs to a held-back class are not drawn.
-int weightOf(const Kind& k)
-{
-    const bool hostileOnly = k.name == QLatin1String("reload") || k.name == QLatin1String("AutoSetup");
-    if (holdBack.hostile && hostileOnly)
-        return 0;
-    return k.weight;
-}
-
 }  // namespace
 
 Kind flag(const char* name, void (Tabula::*set)(bool), int weight)
@@ -482,13 +473,13 @@ Operation generate(Rng& rng, const Harness& harness)
     static const int total = [] {
         int sum = 0;
         for (const Kind& k : kinds())
-            sum += weightOf(k);
+            sum += k.weight;
         return sum;
     }();
     int64_t ticket = rng.range(0, total - 1);
     Operation op;
     for (size_t i = 0; i < kinds().size(); ++i) {
-        ticket -= weightOf(kinds()[i]);
+        ticket -= kinds()[i].weight;
         if (ticket < 0) {
             op.kind = int(i);
             break;

@@ -10,21 +10,6 @@
 
 namespace TabulaFuzz {
 
-HoldBack holdBack;
-
-bool parseHoldBack(const QString& names)
-{
-    for (const QString& name : names.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
-        bool* flag = name == QLatin1String("hostile")   ? &holdBack.hostile
-                     : name == QLatin1String("restore") ? &holdBack.restore
-                                                        : nullptr;
-        if (!flag)
-            return false;
-        *flag = true;
-    }
-    return true;
-}
-
 int64_t Rng::range(int64_t lo, int64_t hi)
 {
     const auto span = static_cast<uint64_t>(hi - lo) + 1;
@@ -49,8 +34,6 @@ int64_t boundaryInt(Rng& rng)
 
 int64_t indexFor(Rng& rng, int64_t count)
 {
-    if (holdBack.hostile)
-        return rng.range(1, std::max<int64_t>(count, 1));
     if (rng.percent(5))
         return boundaryInt(rng);
     if (rng.percent(8))
@@ -60,7 +43,7 @@ int64_t indexFor(Rng& rng, int64_t count)
 
 int64_t countFrom(Rng& rng, std::initializer_list<int64_t> typical)
 {
-    if (rng.percent(4) && !holdBack.hostile)
+    if (rng.percent(4))
         return boundaryInt(rng);
     const auto index = static_cast<size_t>(rng.range(0, static_cast<int64_t>(typical.size()) - 1));
     return *(typical.begin() + index);
@@ -68,7 +51,7 @@ int64_t countFrom(Rng& rng, std::initializer_list<int64_t> typical)
 
 int64_t pixels(Rng& rng)
 {
-    if (rng.percent(6) && !holdBack.hostile)
+    if (rng.percent(6))
         return boundaryInt(rng);
     if (rng.percent(15))
         return rng.range(-3, 3);
@@ -85,8 +68,6 @@ int64_t colour(Rng& rng)
 
 int64_t smallEnum(Rng& rng, int64_t last)
 {
-    if (holdBack.hostile)
-        return rng.range(0, last);
     return rng.percent(10) ? boundaryInt(rng) : rng.range(-1, last + 1);
 }
 
@@ -199,7 +180,7 @@ QString fontLiteral(int64_t index)
 int64_t coordinate(Rng& rng, int64_t extent)
 {
     static const std::array<double, 6> odd{std::numeric_limits<double>::quiet_NaN(), INFINITY, -INFINITY, 1e30, -1e30, 3e9};
-    double value = rng.percent(5) && !holdBack.hostile ? pick(rng, odd) : static_cast<double>(rng.range(-20, extent + 20));
+    double value = rng.percent(5) ? pick(rng, odd) : static_cast<double>(rng.range(-20, extent + 20));
     return std::bit_cast<int64_t>(value);
 }
 

@@ -8,16 +8,6 @@
 
 namespace TabulaFuzz {
 
-// Failure classes that are known and still open, kept out of a run so that
-// it can check everything else. Each names what the run then avoids.
-struct HoldBack {
-    bool hostile = false;  // host arguments outside the grid or at the integer edges, corrupt settings
-    bool restore = false;  // a restoring sequence that raises is not a failure
-};
-extern HoldBack holdBack;
-// Parses a comma-separated list of the names above; false on an unknown one.
-bool parseHoldBack(const QString& names);
-
 // The argument values a step draws, each with the C++ text that makes it.
 // Indexes into the tables below are what an Operation stores.
 

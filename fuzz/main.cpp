@@ -46,8 +46,6 @@ void usage()
                  "  seed from --seed on, until --iterations sequences ran or --seconds passed (60 s when\n"
                  "  neither is given).\n"
                  "  --keep-going reports every distinct failure instead of stopping at the first.\n"
-                 "  --hold-back hostile,restore keeps known open failure classes out of the run: host\n"
-                 "  arguments outside the grid or at the integer edges, and a restoring sequence that raises.\n"
                  "  --pictures FILE writes a digest of the grid's picture after every step, one line per\n"
                  "  step (seed, step, digest, step): two builds that draw alike write the same file.\n"
                  "  --print-steps prints every sequence's steps as --replay reads them, after a line \"seed N\".\n"
@@ -66,7 +64,6 @@ std::optional<Options> parse(const QStringList& args)
         {"--seconds", [&](const QString& v) { return o.seconds = v.toDouble(), true; }},
         {"--replay", [&](const QString& v) { return o.replayFile = v, true; }},
         {"--pictures", [&](const QString& v) { return o.picturesFile = v, true; }},
-        {"--hold-back", [](const QString& v) { return parseHoldBack(v); }},
     };
     for (qsizetype i = 1; i < args.size(); ++i) {
         const QString& arg = args[i];

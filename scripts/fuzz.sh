@@ -2,7 +2,7 @@
 # Builds the random-operation harness with AddressSanitizer and
 # UndefinedBehaviorSanitizer and runs it, one runner per core on its own seed
 # range, for the given minutes (default 10). Further arguments go to every
-# runner, e.g. scripts/fuzz.sh 30 --steps 500 --hold-back paging.
+# runner, e.g. scripts/fuzz.sh 30 --steps 500.
 # FUZZ_SEED fixes the first seed (default: the current time). FUZZ_RELEASE=1
 # builds optimised instead, with the cache checks on and no sanitizers.
 set -euo pipefail
